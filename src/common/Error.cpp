@@ -1,0 +1,89 @@
+#include "common/Error.h"
+
+#include <utility>
+
+namespace {
+
+Text RuntimeErrorText(RuntimeError error) {
+    switch (error) {
+        case RuntimeError::InvalidArgument:
+            return u"Ungültiger Prozeduraufruf oder ungültiges Argument";
+        case RuntimeError::Overflow:
+            return u"Überlauf";
+        case RuntimeError::SubscriptOutOfRange:
+            return u"Index außerhalb des gültigen Bereichs";
+        case RuntimeError::TypeMismatch:
+            return u"Typen unverträglich";
+        case RuntimeError::BadFileName:
+            return u"Dateiname oder -nummer falsch";
+        case RuntimeError::FileNotFound:
+            return u"Datei nicht gefunden";
+        case RuntimeError::DeviceIo:
+            return u"Ein-/Ausgabefehler beim Gerät";
+        case RuntimeError::FileExists:
+            return u"Datei existiert bereits";
+        case RuntimeError::DiskFull:
+            return u"Datenträger voll";
+        case RuntimeError::PermissionDenied:
+            return u"Zugriff verweigert";
+        case RuntimeError::PathFileAccess:
+            return u"Fehler beim Zugriff auf Pfad/Datei";
+        case RuntimeError::PathNotFound:
+            return u"Pfad nicht gefunden";
+    }
+    return {};
+}
+
+RuntimeError FromFileStatus(platform::Status status) {
+    switch (status) {
+        case platform::StatusFileNotFound:
+            return RuntimeError::FileNotFound;
+        case platform::StatusPathNotFound:
+            return RuntimeError::PathNotFound;
+        case platform::StatusAccessDenied:
+            return RuntimeError::PathFileAccess;
+        case platform::StatusSharingViolation:
+            return RuntimeError::PermissionDenied;
+        case platform::StatusFileExists:
+            return RuntimeError::FileExists;
+        case platform::StatusDiskFull:
+            return RuntimeError::DiskFull;
+        case platform::StatusInvalidName:
+            return RuntimeError::BadFileName;
+        default:
+            return RuntimeError::DeviceIo;
+    }
+}
+
+}  // namespace
+
+void ErrorState::Set(const Error& error) {
+    number_ = error.number;
+    description_ = error.description;
+}
+
+void ErrorState::Clear() {
+    number_ = 0;
+    description_.clear();
+}
+
+ErrorState& LastError() {
+    static ErrorState state;
+    return state;
+}
+
+void Raise(std::int32_t number, Text description) {
+    const Error error{number, std::move(description)};
+    LastError().Set(error);
+    throw error;
+}
+
+void Raise(RuntimeError error) {
+    Raise(static_cast<std::int32_t>(error), RuntimeErrorText(error));
+}
+
+void RaiseFileStatus(platform::Status status) {
+    if (status != platform::StatusSuccess) {
+        Raise(FromFileStatus(status));
+    }
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+// A text of 16-bit characters. Positions in it count from 1.
+using Text = std::u16string;
+
+// Decimal digits, with a "-" before a negative number.
+Text DecimalText(std::int32_t number);
+
+// `text` without the blanks (U+0020 alone) at both its ends.
+Text Trim(const Text& text);

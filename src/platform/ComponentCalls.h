@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "platform/Handle.h"
+
+// Outside components: objects by programmatic identifier, and functions of a library.
+namespace platform {
+
+// An object of an outside component; 0 is none.
+using ObjectReference = std::intptr_t;
+
+// Creates an object from its programmatic identifier. On failure `object` is 0 and the status is the component object
+// model's (a negative number), to be told in words by StatusText.
+Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReference& object);
+
+// Releases an object; 0 is passed over.
+void ReleaseObject(ObjectReference object);
+
+// Loads the library at `libraryPath`, calls its `function` (stdcall on 32-bit systems) with one text, and unloads it.
+// All three are in the system's 8-bit code page. `result` is set on StatusSuccess alone; 126 when the library cannot be
+// loaded, 127 when it has no such function.
+Status CallTextFunction(const std::string& libraryPath, const std::string& function, const std::string& text,
+                        std::int32_t& result);
+
+// The system's description of a status, in the user's language, without a line end.
+std::u16string StatusText(Status status);
+
+}  // namespace platform

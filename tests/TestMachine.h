@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+// The machine that a test case runs on: fresh when it is made, gone or put back when it ends. On the host it is a folder
+// of its own; on Windows it is the running system, of which the parts that the program touches are emptied. Texts are in
+// the system's 8-bit code page, but for folder names on the host's own disk.
+class TestMachine {
+public:
+    // Nothing below the products' registry roots, a folder for documents, USERNAME "hugo", USERDOMAIN "OFFICE",
+    // USERDNSDOMAIN "office.example".
+    TestMachine();
+    ~TestMachine();
+    TestMachine(const TestMachine&) = delete;
+    TestMachine& operator=(const TestMachine&) = delete;
+
+    // The path of "vtv4v.txt" in the folder "Eigene Dateien" of the test's user, as the program sees it.
+    [[nodiscard]] std::string ControlFile() const;
+
+    // Sets an environment variable of this process, or unsets it. The earlier one is back at the end.
+    void Environment(const std::string& name, const std::optional<std::string>& value);
+
+private:
+    struct State;
+    State* state_;
+};
+
+// The whole content of a file by the program's path, written and read byte for byte without the code under test.
+void FileContent(const std::string& path, const std::string& bytes);
+std::optional<std::string> FileContent(const std::string& path);
