@@ -66,8 +66,8 @@ bool ErrorAbsorbed(Steps&& steps) {
     }
 }
 
-// The trap that jumps: runs `steps` as it is made; an error leaves them at once, and execution goes on behind the making
-// of the trap. The error state lasts until the trap ends with its scope.
+// The trap that jumps: runs `steps` as it is made; an error leaves them at once, and execution goes on behind the
+// making of the trap. The error state lasts until the trap ends with its scope.
 class JumpTrap {
 public:
     template <typename Steps>
@@ -82,8 +82,8 @@ private:
     bool caught_;
 };
 
-// The trap that goes on with the next statement: each call runs one step and absorbs its error, which stays in the error
-// state until a later step raises, the state is cleared, or the trap ends with its scope.
+// The trap that goes on with the next statement: each call runs one step and absorbs its error, which stays in the
+// error state until a later step raises, the state is cleared, or the trap ends with its scope.
 class ResumeTrap {
 public:
     ResumeTrap() = default;

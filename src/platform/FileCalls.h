@@ -19,8 +19,8 @@ inline constexpr std::uint32_t CreateAlways = 2;  // empties a file that is ther
 inline constexpr std::uint32_t OpenExisting = 3;
 
 // Opens a file with `access` (GenericRead or GenericWrite) under `disposition`. `file` is 0 on failure: 2 for a missing
-// file, 3 for a missing folder or drive, 5 for a folder, a read-only file or a refused right, 123 for a name that cannot
-// be one.
+// file, 3 for a missing folder or drive, 5 for a folder, a read-only file or a refused right, 123 for a name that
+// cannot be one.
 Status CreateFileA(const std::string& path, std::uint32_t access, std::uint32_t disposition, Handle& file);
 
 // Reads up to `buffer` bytes; `read` is their number, 0 at the end of the file.
@@ -32,7 +32,8 @@ Status WriteFile(Handle file, std::string_view data);
 // Hands what was written to the disk itself.
 Status FlushFileBuffers(Handle file);
 
-// Gives `from` the name `to` in one step, in the place of a file of that name: 5 when that one is read-only or a folder.
+// Gives `from` the name `to` in one step, in the place of a file of that name: 5 when that one is read-only or a
+// folder.
 Status MoveFileExA(const std::string& from, const std::string& to);
 
 // Deletes a file: 2 or 3 when it is missing, 5 when it is read-only or a folder.
@@ -45,8 +46,8 @@ std::string FindNormalFile(const std::string& path);
 // True for a file of any attributes; false for a folder.
 bool FileExists(const std::string& path);
 
-// The time of the file's last change as a local date value (days since 30 December 1899): 2 or 3 when it is missing or a
-// folder.
+// The time of the file's last change as a local date value (days since 30 December 1899): 2 or 3 when it is missing or
+// a folder.
 Status DateLastModified(const std::string& path, double& date);
 
 }  // namespace platform

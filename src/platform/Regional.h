@@ -17,11 +17,12 @@ inline constexpr Status DispTypeMismatch = static_cast<Status>(0x80020005U);  //
 inline constexpr Status DispOverflow = static_cast<Status>(0x8002000AU);      // DISP_E_OVERFLOW: beyond 32 bits
 
 // The number that `text` reads as under the user's regional settings: blanks around it, a sign, the settings' decimal
-// and thousands separators, an exponent, "&H" and "&O". A fraction rounds to the nearest whole number, a tie to the even
-// one.
+// and thousands separators, an exponent, "&H" and "&O". A fraction rounds to the nearest whole number, a tie to the
+// even one.
 Status VarI4FromStr(const std::u16string& text, std::int32_t& number);
 
-// The default text form of a date value (Now): on a German system "16.12.2017 10:16:40", and the date alone at midnight.
+// The default text form of a date value (Now): on a German system "16.12.2017 10:16:40", and the date alone at
+// midnight.
 std::u16string VarBstrFromDate(double date);
 
 }  // namespace platform

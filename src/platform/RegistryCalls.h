@@ -55,12 +55,13 @@ Status RegDeleteValueA(Handle key, const std::string& name);
 Status RegEnumKeyExA(Handle key, std::int32_t index, std::span<char> name, std::uint32_t& nameSize,
                      std::span<char> className, std::uint32_t& classSize);
 
-// The same for the value with the number `index`, with its type and data. `dataSize` counts bytes, on the way in and out.
+// The same for the value with the number `index`, with its type and data. `dataSize` counts bytes, on the way in and
+// out.
 Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::uint32_t& nameSize, std::uint32_t& type,
                      std::span<char> data, std::uint32_t& dataSize);
 
-// Type and data of the value `name`. `dataSize` is the buffer's size on the way in and the number of bytes stored on the
-// way out, for a text its terminator included; it is set on 234 too. 2 for a missing value.
+// Type and data of the value `name`. `dataSize` is the buffer's size on the way in and the number of bytes stored on
+// the way out, for a text its terminator included; it is set on 234 too. 2 for a missing value.
 Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type, std::span<char> data,
                         std::uint32_t& dataSize);
 

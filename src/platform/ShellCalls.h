@@ -8,7 +8,7 @@
 // Documents opened by association, and processes. Texts are in the system's 8-bit code page.
 namespace platform {
 
-inline constexpr std::int32_t ShowNormal = 1;        // SW_SHOWNORMAL
+inline constexpr std::int32_t ShowNormal = 1;          // SW_SHOWNORMAL
 inline constexpr std::int32_t ShowMinimisedFocus = 2;  // started minimised, with the focus
 
 inline constexpr std::int32_t Synchronize = 0x100000;  // the right to wait for a process

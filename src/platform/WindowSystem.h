@@ -40,9 +40,10 @@ struct Control {
 struct WindowDesign {
     std::u16string caption;
     Size client;
-    bool sizable;         // false: a fixed frame with a close box, neither minimised nor maximised
-    std::int32_t icon;    // number of the icon in the program's resources
-    std::vector<Control> controls;  // buttons take the focus in this order; a control is named by its place here, from 0
+    bool sizable;       // false: a fixed frame with a close box, neither minimised nor maximised
+    std::int32_t icon;  // number of the icon in the program's resources
+    std::vector<Control>
+        controls;  // buttons take the focus in this order; a control is named by its place here, from 0
 };
 
 // What a window tells its owner. An empty function is passed over. An exception that leaves one of them ends the modal
@@ -76,7 +77,7 @@ void WindowOuterSize(Handle window, Size size);
 inline constexpr std::int32_t ShowHide = 0;  // SW_HIDE
 inline constexpr std::int32_t ShowShow = 5;  // SW_SHOW
 
-inline constexpr std::int32_t LongExtendedStyle = -20;         // GWL_EXSTYLE
+inline constexpr std::int32_t LongExtendedStyle = -20;           // GWL_EXSTYLE
 inline constexpr std::int32_t ExtendedStyleAppWindow = 0x40000;  // WS_EX_APPWINDOW: a button in the task bar
 
 Handle GetDesktopWindow();

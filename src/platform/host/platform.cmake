@@ -1,1 +1,1 @@
-# The host machine needs the standard library and POSIX alone.
+#The host machine needs the standard library and POSIX alone.
