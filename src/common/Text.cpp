@@ -12,3 +12,17 @@ Text Trim(const Text& text) {
     }
     return text.substr(first, text.find_last_not_of(u' ') - first + 1);
 }
+
+std::vector<Text> Split(const Text& text, char16_t separator) {
+    std::vector<Text> pieces;
+    if (text.empty()) {
+        return pieces;
+    }
+    std::size_t start = 0;
+    for (std::size_t end = text.find(separator); end != Text::npos; end = text.find(separator, start)) {
+        pieces.push_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+    pieces.push_back(text.substr(start));
+    return pieces;
+}

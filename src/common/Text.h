@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 // A text of 16-bit characters. Positions in it count from 1.
 using Text = std::u16string;
@@ -11,3 +12,6 @@ Text DecimalText(std::int32_t number);
 
 // `text` without the blanks (U+0020 alone) at both its ends.
 Text Trim(const Text& text);
+
+// The pieces between the `separator`s of a text; the empty text has none.
+std::vector<Text> Split(const Text& text, char16_t separator);

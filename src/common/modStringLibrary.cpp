@@ -1,0 +1,206 @@
+#include "common/modStringLibrary.h"
+
+#include <algorithm>
+#include <limits>
+#include <vector>
+
+#include "common/Error.h"
+
+namespace {
+
+// A number in the 16 bits that lengths, positions and widths have.
+std::int16_t Narrow(std::int64_t number) {
+    if (number < std::numeric_limits<std::int16_t>::min() || number > std::numeric_limits<std::int16_t>::max()) {
+        Raise(RuntimeError::Overflow);
+    }
+    return static_cast<std::int16_t>(number);
+}
+
+std::int16_t Length(const Text& text) {
+    return Narrow(static_cast<std::int64_t>(text.size()));
+}
+
+// The width from `start` to the end of a text of `length` characters.
+std::int16_t WidthToEnd(std::int16_t length, std::int16_t start) {
+    return Narrow(Narrow(length - start) + 1);
+}
+
+// The last position of a range. The sum is taken first, so that it is the sum that must fit.
+std::int16_t LastPosition(std::int16_t start, std::int16_t width) {
+    return Narrow(Narrow(start + width) - 1);
+}
+
+char16_t PadCharacter(const std::optional<Text>& pad) {
+    return pad && !pad->empty() ? pad->front() : u' ';
+}
+
+Text Row(std::int16_t width, char16_t character) {
+    return Text(static_cast<std::size_t>(width), character);
+}
+
+Text FromPosition(const Text& text, std::int16_t start) {
+    return text.substr(static_cast<std::size_t>(start - 1));
+}
+
+}  // namespace
+
+Text MidFixed(const Text& text, std::int16_t start, std::optional<std::int16_t> length,
+              const std::optional<Text>& pad) {
+    const std::int16_t n = Length(text);
+    const std::int16_t width = length ? *length : WidthToEnd(n, start);
+    if (width < 1) {
+        return {};
+    }
+    if (LastPosition(start, width) < 1 || start > n) {
+        return Row(width, PadCharacter(pad));
+    }
+    if (start >= 1) {
+        return FixLeft(FromPosition(text, start), width, pad);
+    }
+    return FixLeft(Row(Narrow(1 - start), PadCharacter(pad)) + text, width, pad);
+}
+
+Text DeleteChars(const Text& text, std::int16_t start, std::optional<std::int16_t> length) {
+    if (text.empty()) {
+        return {};
+    }
+    const std::int16_t n = Length(text);
+    const std::int16_t width = length ? *length : WidthToEnd(n, start);
+    if (width < 1 || start > n) {
+        return text;
+    }
+    const std::int16_t last = std::min(LastPosition(start, width), n);
+    if (last < 1) {
+        return text;
+    }
+    const std::int16_t first = std::max<std::int16_t>(start, 1);
+    return text.substr(0, static_cast<std::size_t>(first - 1)) + text.substr(static_cast<std::size_t>(last));
+}
+
+Text InsertText(const Text& text, const Text& insertion, std::int16_t position) {
+    if (insertion.empty() || position < 1 || position > Narrow(Length(text) + 1)) {
+        return text;
+    }
+    return text.substr(0, static_cast<std::size_t>(position - 1)) + insertion + FromPosition(text, position);
+}
+
+Text FixLeft(const Text& text, std::int16_t width, const std::optional<Text>& pad) {
+    if (width <= 0) {
+        return {};
+    }
+    const std::int16_t n = Length(text);
+    if (n >= width) {
+        return text.substr(0, static_cast<std::size_t>(width));
+    }
+    return text + Row(static_cast<std::int16_t>(width - n), PadCharacter(pad));
+}
+
+Text FixRight(const Text& text, std::optional<std::int16_t> width, const std::optional<Text>& pad) {
+    const std::int16_t field = width ? *width : Length(text);
+    if (field <= 0) {
+        return {};
+    }
+    const Text trimmed = Trim(text);
+    const std::int16_t n = Length(trimmed);
+    if (n >= field) {
+        return trimmed.substr(static_cast<std::size_t>(n - field));
+    }
+    return Row(static_cast<std::int16_t>(field - n), PadCharacter(pad)) + trimmed;
+}
+
+std::int16_t FindAnyChar(const Text& text, const Text& chars) {
+    return ScanChars(text, chars, false, false);
+}
+
+std::int16_t ScanChars(const Text& text, const Text& chars, std::optional<bool> negate, std::optional<bool> backward) {
+    Length(text);  // a text that is too long overflows, wherever its first hit stands
+    const bool outside = negate.value_or(false);
+    const std::size_t found = backward.value_or(false)
+                                  ? (outside ? text.find_last_not_of(chars) : text.find_last_of(chars))
+                                  : (outside ? text.find_first_not_of(chars) : text.find_first_of(chars));
+    return found == Text::npos ? std::int16_t{0} : Narrow(static_cast<std::int64_t>(found) + 1);
+}
+
+Text TranslateChars(const Text& text, const Text& fromChars, const Text& toChars) {
+    if (text.empty() || fromChars.empty() || toChars.empty()) {
+        return text;
+    }
+    Length(text);
+    const std::int16_t width = std::min(Length(fromChars), Length(toChars));
+    const Text from = fromChars.substr(0, static_cast<std::size_t>(width));
+    Text translated = text;
+    for (char16_t& character : translated) {
+        if (const std::size_t place = from.find(character); place != Text::npos) {
+            character = toChars[place];
+        }
+    }
+    return translated;
+}
+
+Text FoldAccents(const Text& text) {
+    return TranslateChars(text, u"äáãâàåéêëèîïíìôóõòöûùúüñçÿ", u"aaaaaaeeeeiiiiooooouuuuncy");
+}
+
+Text ExpandUmlauts(const Text& text) {
+    struct Pair {
+        Text umlaut;
+        Text letters;
+    };
+    static const std::vector<Pair> pairs = {{u"ä", u"ae"}, {u"Ä", u"AE"}, {u"ö", u"oe"},
+                                            {u"Ö", u"OE"}, {u"ü", u"ue"}, {u"Ü", u"UE"}};
+    Text expanded = text;
+    for (const Pair& pair : pairs) {
+        expanded = ReplaceAll(expanded, pair.umlaut, pair.letters);
+    }
+    return expanded;
+}
+
+Text ReplaceAll(const Text& text, const Text& find, const Text& replacement) {
+    if (text.empty() || find.empty()) {
+        return text;
+    }
+    Text replaced = text;
+    std::size_t hit = replaced.find(find);
+    while (hit != Text::npos) {
+        const std::int16_t position = Narrow(static_cast<std::int64_t>(hit) + 1);
+        replaced = InsertText(DeleteChars(replaced, position, Length(find)), replacement, position);
+        hit = replaced.find(find, static_cast<std::size_t>(Narrow(position + Length(replacement)) - 1));
+    }
+    return replaced;
+}
+
+Text ZeroPadInteger(std::int16_t number, std::int16_t width) {
+    return ZeroPadLong(number, width);
+}
+
+Text ZeroPadLong(std::int32_t number, std::int16_t width) {
+    return FixRight(DecimalText(number), width, u"0");
+}
+
+Text PathDirectory(Text& path) {
+    if (path.ends_with(u':')) {
+        path += u'\\';
+    }
+    return path.substr(0, path.rfind(u'\\') + 1);  // npos + 1 is 0: no backslash, no directory
+}
+
+Text PathFileName(const Text& path) {
+    return path.substr(path.rfind(u'\\') + 1);
+}
+
+Text PathCombine(const Text& directory, const Text& file) {
+    Text left = Trim(directory);
+    if (!left.ends_with(u'\\')) {
+        left += u'\\';
+    }
+    Text right = Trim(file);
+    if (right.starts_with(u'\\')) {
+        right = DeleteChars(right, 1, 1);
+    }
+    return left + right;
+}
+
+Text QuoteText(const Text& text, const std::optional<Text>& quote) {
+    const Text mark = quote.value_or(u"\"");
+    return mark + ReplaceAll(text, mark, mark + mark) + mark;
+}
