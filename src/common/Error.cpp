@@ -10,6 +10,8 @@ Text RuntimeErrorText(RuntimeError error) {
             return u"Ungültiger Prozeduraufruf oder ungültiges Argument";
         case RuntimeError::Overflow:
             return u"Überlauf";
+        case RuntimeError::OutOfMemory:
+            return u"Nicht genügend Speicher";
         case RuntimeError::SubscriptOutOfRange:
             return u"Index außerhalb des gültigen Bereichs";
         case RuntimeError::TypeMismatch:
@@ -72,14 +74,19 @@ ErrorState& LastError() {
     return state;
 }
 
+Error RuntimeErrorOf(RuntimeError error) {
+    return {static_cast<std::int32_t>(error), RuntimeErrorText(error)};
+}
+
 void Raise(std::int32_t number, Text description) {
-    const Error error{number, std::move(description)};
+    Error error{number, std::move(description)};
     LastError().Set(error);
     throw error;
 }
 
 void Raise(RuntimeError error) {
-    Raise(static_cast<std::int32_t>(error), RuntimeErrorText(error));
+    Error raised = RuntimeErrorOf(error);
+    Raise(raised.number, std::move(raised.description));
 }
 
 void RaiseFileStatus(platform::Status status) {

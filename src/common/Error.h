@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <new>
 #include <utility>
 
 #include "common/Text.h"
@@ -33,6 +34,7 @@ ErrorState& LastError();
 enum class RuntimeError : std::int32_t {
     InvalidArgument = 5,
     Overflow = 6,
+    OutOfMemory = 7,
     SubscriptOutOfRange = 9,
     TypeMismatch = 13,
     BadFileName = 52,
@@ -45,6 +47,9 @@ enum class RuntimeError : std::int32_t {
     PathNotFound = 76,
 };
 
+// The error with its German text.
+Error RuntimeErrorOf(RuntimeError error);
+
 // Enters the error in the error state and throws it as an Error.
 [[noreturn]] void Raise(std::int32_t number, Text description);
 // With the error's German text as the description.
@@ -53,8 +58,8 @@ enum class RuntimeError : std::int32_t {
 // Raises the language's error for a file call's status; StatusSuccess raises nothing.
 void RaiseFileStatus(platform::Status status);
 
-// Runs `steps` and absorbs an Error that leaves them, with the error state holding it. True when there was one. The one
-// place that catches errors; the traps below are its only callers.
+// Runs `steps` and absorbs the error that leaves them, with the error state holding it. True when there was one. The
+// one place that catches errors; the traps below are its only callers.
 template <typename Steps>
 bool ErrorAbsorbed(Steps&& steps) {
     try {
@@ -62,8 +67,10 @@ bool ErrorAbsorbed(Steps&& steps) {
         return false;
     } catch (const Error& error) {
         LastError().Set(error);
-        return true;
+    } catch (const std::bad_alloc&) {
+        LastError().Set(RuntimeErrorOf(RuntimeError::OutOfMemory));
     }
+    return true;
 }
 
 // The trap that jumps: runs `steps` as it is made; an error leaves them at once, and execution goes on behind the

@@ -1,0 +1,22 @@
+#include "app/Main.h"
+
+#include "app/frmVTV4V.h"
+#include "common/Error.h"
+#include "common/Text.h"
+#include "platform/Process.h"
+#include "platform/Regional.h"
+#include "version/modVTV4Version.h"
+
+void Main() {
+    if (Trim(platform::CommandLineTail()) != u"-master") {
+        return;
+    }
+    const JumpTrap trap([] {
+        frmVTV4V window;
+        window.ShowModal();
+    });
+    if (trap.Caught()) {
+        FailureShow(u"Kann Programm nicht ausführen:", platform::TextFromAnsi(platform::ProgramFolder()),
+                    LastError().Description());
+    }
+}

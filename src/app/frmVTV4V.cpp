@@ -1,0 +1,160 @@
+#include "app/frmVTV4V.h"
+
+#include "app/modTaskBar.h"
+#include "common/Error.h"
+#include "platform/Process.h"
+#include "platform/WindowSystem.h"
+#include "version/modVTV4Version.h"
+
+namespace {
+
+// The buttons by their tab index, which is their place in the design.
+enum Button : std::size_t { btnExport, btnImport, btnDemo, btnClear, btnEdit, btnQuit };
+
+const Text ExportToolTip =
+    u"Die aktuellen Versions-Einstellungen werden in die Steuerungs-Datei exportiert. Die kann angepasst und "
+    u"abgespeichert werden.";
+const Text ImportToolTip = u"Die Steuerungs-Datei wird importiert. Die neuen Versions-Einstellungen werden gesetzt.";
+const Text DemoToolTip =
+    u"Es wird eine Steuerungs-Datei zu Demonstrationszwecken erstellt. Die kann angepasst und abgespeichert werden.";
+const Text ClearToolTip = u"Alle Versions-Einstellungen werden gelöscht.";
+const Text EditToolTip = u"Die Steuerungs-Datei bearbeiten.";
+const Text QuitToolTip = u"Programm beenden.";
+
+const Text ImportCaption = u"Importieren";
+const Text ClearCaption = u"Löschen";
+
+platform::Control ButtonDesign(const Text& caption, std::int32_t left, std::int32_t top) {
+    return {platform::ControlKind::Button, caption, {left, top, 1335, 375}};
+}
+
+// All lengths in twips.
+platform::WindowDesign Design() {
+    constexpr std::int32_t icon = 1;
+    return {u"VTV4 Version Controller",
+            {3555, 2130},
+            false,
+            icon,
+            {ButtonDesign(u"Exportieren", 240, 240), ButtonDesign(ImportCaption, 1920, 240),
+             ButtonDesign(u"Demo", 240, 840), ButtonDesign(ClearCaption, 240, 1440),
+             ButtonDesign(u"Bearbeiten", 1920, 840), ButtonDesign(u"Fertig", 1920, 1440)}};
+}
+
+// Asks before an operation that changes the registry, and tells how it ended; what went wrong is not told.
+void Confirmed(const Text& caption, const Text& effect, void (*operation)()) {
+    const std::int32_t answer =
+        platform::MessageBoxW(effect + u"\r\nWeiterfahren?", platform::ProgramVersionGet().fileDescription,
+                              platform::ButtonsYesNoCancel + platform::IconQuestion);
+    if (answer != platform::AnswerYes) {
+        return;
+    }
+    const JumpTrap trap([&] {
+        operation();
+        platform::MessageBoxW(u"Fertig", caption, platform::ButtonsOk + platform::IconInformation);
+    });
+    if (trap.Caught()) {
+        platform::MessageBoxW(u"Fehlgeschlagen!", caption, platform::ButtonsOk + platform::IconCritical);
+    }
+}
+
+// Runs an operation that writes the control file; false when it could not be written, which the user then knows.
+bool ControlFileWritten(void (*operation)()) {
+    const JumpTrap trap(operation);
+    if (trap.Caught()) {
+        FailureShow(u"Kann Steuerungs-Datei nicht schreiben:", ControlFilePath, LastError().Description());
+    }
+    return !trap.Caught();
+}
+
+}  // namespace
+
+frmVTV4V::frmVTV4V()
+    : window_(platform::WindowCreate(Design(),
+                                     {[this] { Activated(); }, [this](std::size_t button) { Clicked(button); }, {}})) {
+    if (window_ == 0) {
+        Raise(RuntimeError::OutOfMemory);
+    }
+}
+
+frmVTV4V::~frmVTV4V() {
+    platform::WindowDestroy(window_);
+    Unload();
+}
+
+void frmVTV4V::ShowModal() {
+    if (Loaded()) {
+        platform::WindowShowModal(window_);
+    }
+}
+
+bool frmVTV4V::Loaded() {
+    const JumpTrap trap([this] { Load(); });
+    if (trap.Caught()) {
+        const Text& product =
+            MainVersions == nullptr ? ProductProfileMain::RegistryPath : ProductProfileReporting::RegistryPath;
+        FailureShow(u"Kann Versions-Einstellungen nicht laden:", product, LastError().Description());
+    }
+    return !trap.Caught();
+}
+
+void frmVTV4V::Load() {
+    mainProfile_ = std::make_unique<ProductProfileMain>();
+    MainVersions = mainProfile_->Profile.Table;
+    reportingProfile_ = std::make_unique<ProductProfileReporting>();
+    ReportingVersions = reportingProfile_->Profile.Table;
+    ControlFilePath = ControlFilePathGet();
+    platform::ControlToolTip(window_, btnClear, ClearToolTip);
+    platform::ControlToolTip(window_, btnDemo, DemoToolTip);
+    platform::ControlToolTip(window_, btnExport, ExportToolTip);
+    platform::ControlToolTip(window_, btnImport, ImportToolTip);
+    platform::ControlToolTip(window_, btnEdit, EditToolTip);
+    platform::ControlToolTip(window_, btnQuit, QuitToolTip);
+}
+
+void frmVTV4V::Unload() {
+    ReportingVersions.reset();
+    reportingProfile_.reset();
+    MainVersions.reset();
+    mainProfile_.reset();
+}
+
+// Entering the task bar hides the window and shows it, which makes it active again.
+void frmVTV4V::Activated() {
+    if (enteringTaskBar_) {
+        return;
+    }
+    enteringTaskBar_ = true;
+    ShowInTaskBar(window_, true);
+    enteringTaskBar_ = false;
+}
+
+void frmVTV4V::Clicked(std::size_t button) {
+    switch (button) {
+        case btnExport:
+            ExportClicked();
+            break;
+        case btnImport:
+            Confirmed(ImportCaption, ImportToolTip, ImportVersions);
+            break;
+        case btnDemo:
+            ControlFileWritten(WriteDemoFile);
+            break;
+        case btnClear:
+            Confirmed(ClearCaption, ClearToolTip, ClearVersions);
+            break;
+        case btnEdit:
+            EditControlFile();
+            break;
+        case btnQuit:
+            platform::ShowWindow(window_, platform::ShowHide);
+            break;
+        default:
+            break;
+    }
+}
+
+void frmVTV4V::ExportClicked() {
+    if (ControlFileWritten(ExportVersions)) {
+        EditControlFile();
+    }
+}

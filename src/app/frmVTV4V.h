@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+
+#include "common/Text.h"
+#include "platform/Handle.h"
+#include "version/ProductProfileMain.h"
+#include "version/ProductProfileReporting.h"
+
+// The working window: six buttons, each of which runs one operation on the tables or the control file. While it is
+// loaded it owns the profiles of both products, and the globals of modVTV4Version refer to their tables.
+class frmVTV4V {
+public:
+    frmVTV4V();
+    ~frmVTV4V();
+    frmVTV4V(const frmVTV4V&) = delete;
+    frmVTV4V& operator=(const frmVTV4V&) = delete;
+
+    // Loads the window and shows it until "Fertig" hides it or its close box unloads it. When the load fails, the user
+    // is told why and the window is not shown.
+    void ShowModal();
+
+private:
+    bool Loaded();
+    void Load();
+    void Unload();
+    void Activated();
+    void Clicked(std::size_t button);
+    void ExportClicked();
+
+    platform::Handle window_;
+    std::unique_ptr<ProductProfileMain> mainProfile_;
+    std::unique_ptr<ProductProfileReporting> reportingProfile_;
+    bool enteringTaskBar_ = false;
+};

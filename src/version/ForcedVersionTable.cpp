@@ -1,0 +1,168 @@
+#include "version/ForcedVersionTable.h"
+
+#include <vector>
+
+#include "common/Conversion.h"
+#include "common/Environment.h"
+#include "common/Error.h"
+
+namespace {
+
+constexpr std::int32_t Full = 0;
+constexpr std::int32_t Demo = 1;
+constexpr std::int32_t Lawyer = 2;
+constexpr std::int32_t Classic = 4;
+constexpr std::int32_t Client = 5;
+constexpr std::int32_t NotInstalled = 99;
+
+// The section below a product's root that holds its table. The reporting module's root is the key "Reporting" below the
+// main product's: with any other section name no product's table can fall on the other's.
+const Text VersionSection = u"Version";
+const Text TableKey = u"ForcedVersion";
+const Text TableSection = VersionSection + u"\\" + TableKey;
+const Text UserNote = u"User";
+
+const Text DefaultItemName = u"(Standard)";
+
+Text ItemNameOf(const Text& valueName) {
+    return valueName.empty() ? DefaultItemName : valueName;
+}
+
+Text ValueNameOf(const Text& itemName) {
+    return itemName == DefaultItemName ? Text() : itemName;
+}
+
+void Open(Registry& registry, bool localMachine, const Text& path) {
+    if (localMachine) {
+        registry.KeyOpenLocalMachine(path);
+    } else {
+        registry.KeyOpenCurrentUser(path);
+    }
+}
+
+}  // namespace
+
+Text ForcedVersionTable::VersionSectionKey() const {
+    return progOption_->SectionRoot() + u"\\" + VersionSection;
+}
+
+std::int32_t ForcedVersionTable::ForcedVersion(bool localMachine, const Text& valueName) const {
+    const Variant stored = localMachine ? progOption_->LocalMachine(TableSection, valueName)
+                                        : progOption_->CurrentUser(TableSection, valueName);
+    if (std::holds_alternative<Empty>(stored) || !IsNumeric(stored)) {
+        return -1;
+    }
+    return LongFrom(stored);
+}
+
+void ForcedVersionTable::ForcedVersion(bool localMachine, const Text& valueName, std::int32_t version) {
+    if (version >= 0) {
+        if (localMachine) {
+            progOption_->LocalMachine(TableSection, valueName, NotGiven{}, version);
+        } else {
+            progOption_->CurrentUser(TableSection, valueName, NotGiven{}, version);
+        }
+    } else if (localMachine) {
+        progOption_->LocalMachineDelete(TableSection, valueName);
+    } else {
+        progOption_->CurrentUserDelete(TableSection, valueName);
+    }
+}
+
+void ForcedVersionTable::ForcedVersionClear(bool localMachine) {
+    Registry registry;
+    ResumeTrap trap;
+    trap([&] { Open(registry, localMachine, VersionSectionKey()); });
+    trap([&] { registry.SubKeyDelete(TableKey); });
+    trap([&] { registry.KeyClose(); });
+}
+
+Text ForcedVersionTable::ForcedVersionAll(bool localMachine) const {
+    Text items;
+    Registry registry;
+    const KeyCloser closer(registry);
+    const JumpTrap trap([&] {
+        Open(registry, localMachine, VersionSectionKey() + u"\\" + TableKey);
+        registry.ValueNameFirst();
+        while (!registry.EOF_ValueName()) {
+            const Text name = registry.ValueName();
+            items += ItemNameOf(name) + u"=" + TextFrom(registry.Value(name)) + u";";
+            registry.ValueNameNext();
+        }
+    });
+    return items;
+}
+
+void ForcedVersionTable::ForcedVersionAll(bool localMachine, const Text& items) {
+    ForcedVersionClear(localMachine);
+    for (const Text& item : Split(items, u';')) {
+        const std::vector<Text> parts = Split(item, u'=');
+        if (parts.size() != 2 || !IsNumeric(parts[1])) {
+            continue;
+        }
+        if (const std::int32_t version = LongFrom(parts[1]); version >= 0) {
+            ForcedVersion(localMachine, ValueNameOf(parts[0]), version);
+        }
+    }
+}
+
+Text ForcedVersionTable::Versions() {
+    return u"Full=0;Demo=1;Lawyer=2;Browser=3;Classic=4;Client=5;NotInstalled=99;";
+}
+
+std::int32_t ForcedVersionTable::VersionInForce(std::int16_t level) const {
+    switch (level) {
+        case 1:
+            return machineVersion_;
+        case 2:
+            return machineDefaultVersion_;
+        case 3:
+            return startVersion_;
+        default:
+            return versionInForce_;
+    }
+}
+
+void ForcedVersionTable::Init() {
+    versionInForce_ = Full;
+    ResolveVersion();
+}
+
+// From the most general entry to the most particular; each one that applies replaces the result of those before. The
+// current user's store comes last, and only its default entry counts.
+void ForcedVersionTable::ResolveVersion() {
+    const Text user = EnvironmentVariable(u"USERNAME");
+    const Text domainUser = EnvironmentVariable(u"USERDOMAIN") + u"." + user;
+    startVersion_ = versionInForce_;
+    ForcedCheckOne(true, {});
+    machineDefaultVersion_ = versionInForce_;
+    ForcedCheckOne(true, user);
+    ForcedCheckOne(true, EnvironmentVariable(u"USERDNSDOMAIN") + u"." + user);
+    ForcedCheckOne(true, domainUser);
+    machineVersion_ = versionInForce_;
+    ForcedCheckOne(false, {});
+    progOption_->CurrentUser(VersionSection, UserNote, NotGiven{}, domainUser);
+}
+
+void ForcedVersionTable::ForcedCheckOne(bool localMachine, const Text& valueName) {
+    const std::int32_t forced = ForcedVersion(localMachine, valueName);
+    if (forced >= 0 && Applies(localMachine, forced)) {
+        versionInForce_ = forced;
+    }
+}
+
+// The rules look at the starting version alone, so that an entry can undo what an earlier one set.
+bool ForcedVersionTable::Applies(bool localMachine, std::int32_t forced) const {
+    switch (startVersion_) {
+        case Lawyer:
+        case Classic:
+        case Client:
+        case NotInstalled:
+            return false;
+        case Full:
+            // Only the administrator, who alone can write the local machine's store, sets Full.
+            return forced != Full || localMachine;
+        default:
+            return forced == Demo;
+    }
+}

@@ -1,0 +1,120 @@
+#include "version/modVTV4Version.h"
+
+#include "common/Environment.h"
+#include "common/Error.h"
+#include "common/TextFile.h"
+#include "common/modStringLibrary.h"
+#include "platform/Process.h"
+#include "platform/Regional.h"
+#include "platform/WindowSystem.h"
+#include "products/modShellExec.h"
+
+Text ControlFilePath;
+std::shared_ptr<ForcedVersionTable> MainVersions;
+std::shared_ptr<ForcedVersionTable> ReportingVersions;
+
+namespace {
+
+const Text MainSection = u"Tallora";
+const Text ReportingSection = u"Reporting";
+
+Text SectionHead(const Text& section) {
+    return u"[" + section + u"]";
+}
+
+// A line for each piece. The empty piece behind an item string's last ";" is the empty line behind each list.
+void WritePieces(TextFileWriter& file, const Text& items) {
+    for (const Text& piece : Split(items, u';')) {
+        file.WriteLine(piece);
+    }
+}
+
+struct ControlFileItems {
+    Text main;
+    Text reporting;
+};
+
+ControlFileItems ReadControlFile() {
+    ControlFileItems items;
+    Text section;
+    TextFileReader file(ControlFilePath);
+    while (!file.AtEnd()) {
+        const Text line = Trim(file.ReadLine());
+        if (line.empty()) {
+            continue;
+        }
+        if (MidFixed(line, 1, 1) == u"[") {
+            section = MidFixed(line, 2, static_cast<std::int16_t>(static_cast<int>(line.size()) - 2));
+        } else if (section == MainSection) {
+            items.main += line + u";";
+        } else if (section == ReportingSection) {
+            items.reporting += line + u";";
+        }
+    }
+    return items;
+}
+
+void TableReplace(ForcedVersionTable& table, const Text& items) {
+    table.ForcedVersionClear(true);
+    table.ForcedVersionAll(true, items);
+}
+
+}  // namespace
+
+Text ControlFilePathGet() {
+    return Trim(EnvironmentVariable(u"HOMEDRIVE") + EnvironmentVariable(u"HOMEPATH") + u"\\Eigene Dateien") +
+           u"\\vtv4v.txt";
+}
+
+void WriteControlFile(const Text& mainItems, const Text& reportingItems) {
+    TextFileWriter file(ControlFilePath);
+    file.WriteLine(u"[Info]");
+    file.WriteLine(u"File=" + ControlFilePath);
+    file.WriteLine(u"User=" + EnvironmentVariable(u"USERNAME"));
+    file.WriteLine(u"TimeStamp=" + platform::VarBstrFromDate(platform::Now()));
+    file.WriteLine({});
+    file.WriteLine(u"[Versions]");
+    WritePieces(file, ForcedVersionTable::Versions());
+    file.WriteLine(SectionHead(MainSection));
+    WritePieces(file, mainItems);
+    file.WriteLine(SectionHead(ReportingSection));
+    WritePieces(file, reportingItems);
+    file.WriteLine({});
+    file.WriteLine(u"[End]");
+    file.Commit();
+}
+
+void WriteDemoFile() {
+    WriteControlFile(u"(Standard)=3;hugo=0;ruedi=1;", u"(Standard)=3;hugo=1;ruedi=99;");
+}
+
+void ExportVersions() {
+    const Text mainItems = MainVersions->ForcedVersionAll(true);
+    const Text reportingItems = ReportingVersions->ForcedVersionAll(true);
+    WriteControlFile(mainItems, reportingItems);
+}
+
+void ImportVersions() {
+    const ControlFileItems items = ReadControlFile();
+    TableReplace(*MainVersions, items.main);
+    TableReplace(*ReportingVersions, items.reporting);
+}
+
+void ClearVersions() {
+    MainVersions->ForcedVersionClear(true);
+    ReportingVersions->ForcedVersionClear(true);
+}
+
+void EditControlFile() {
+    LastError().Clear();
+    const JumpTrap trap([] { ShellOpen(ControlFilePath); });
+    if (trap.Caught()) {
+        FailureShow(u"Kann Version File nicht öffnen:", ControlFilePath, LastError().Description());
+    }
+}
+
+void FailureShow(const Text& failure, const Text& path, const Text& description) {
+    platform::MessageBoxW(failure + u"\r\n" + path + u"\r\n" + description,
+                          platform::ProgramVersionGet().fileDescription,
+                          platform::ButtonsOk + platform::IconExclamation);
+}
