@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+// Text outside the program is UTF-8, text inside it UTF-16. What is no text in the one form becomes U+FFFD in the
+// other, so that no conversion fails.
+namespace platform::host {
+
+std::u16string FromUtf8(std::string_view bytes);
+std::string ToUtf8(std::u16string_view text);
+
+// The same by whole characters, for those who count or draw them.
+std::u32string CodePoints(std::u16string_view text);
+void AppendUtf8(std::string& bytes, char32_t codePoint);
+
+}  // namespace platform::host
