@@ -1,0 +1,32 @@
+#!/usr/bin/env bash
+# Checks that no file includes from a floor above its own, and that the systems stay below the seam.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+floors=(platform common settings products installcheck version app)
+failed=0
+
+# refuse WHAT PATTERN PATH...
+refuse() {
+    local what=$1 pattern=$2
+    shift 2
+    if grep -rnE --include='*.h' --include='*.cpp' "$pattern" "$@"; then
+        echo "$what" >&2
+        failed=1
+    fi
+}
+
+for ((own = 0; own < ${#floors[@]}; ++own)); do
+    for ((above = own + 1; above < ${#floors[@]}; ++above)); do
+        refuse "${floors[own]}/ includes from ${floors[above]}/, which stands above it" \
+            "#include \"${floors[above]}/" "src/${floors[own]}"
+    done
+    ((own == 0)) || refuse "${floors[own]}/ goes past the seam" \
+        '#include "platform/(host|windows)/|#include <(windows|unistd|sys/.*|fcntl)\.h>|#\s*if.*_WIN32' "src/${floors[own]}"
+done
+refuse "The host's side of the seam knows Windows" '#include <windows\.h>|"platform/windows/' src/platform/host
+refuse "Windows' side of the seam knows the host" '"platform/host/' src/platform/windows
+for header in src/platform/*.h; do
+    refuse "A header of the seam is not portable" '#include <(windows|unistd|sys/.*|fcntl)\.h>|#\s*if' "$header"
+done
+exit $failed
