@@ -10,8 +10,6 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/host/Descriptor.h"
-
 namespace platform::host {
 
 namespace {
@@ -141,8 +139,8 @@ public:
         }
     }
 
-    // Puts the file in the place of `target`; `placed` is what it then is.
-    Status Place(const std::filesystem::path& target, struct stat& placed) {
+    // Puts the file in the place of `target`; `placed` is what it then is, and `open` has it.
+    Status Place(const std::filesystem::path& target, struct stat& placed, Descriptor& open) {
         Flush();
         if (status_ != StatusSuccess) {
             return status_;
@@ -152,6 +150,7 @@ public:
             return StatusOf(errno);
         }
         placed_ = true;
+        open = std::move(file_);
         return StatusSuccess;
     }
 
@@ -178,7 +177,7 @@ RegistryJournal::RegistryJournal(std::filesystem::path file, std::vector<RegFile
       lasting_(std::move(lasting)),
       reader_(root_, roots_),
       compareAt_(LeastRewritten) {
-    MakeLasting();
+    KeyMade(root_, lasting_);
 }
 
 Status RegistryJournal::CatchUp() {
@@ -194,12 +193,16 @@ Status RegistryJournal::CatchUp() {
     if (exists_ && SameFile(now, known_) && SameContent(now, known_) && now.st_mode == known_.st_mode) {
         return StatusSuccess;
     }
-    const Descriptor file(open(file_.c_str(), O_RDONLY | O_CLOEXEC));
+    Descriptor file(open(file_.c_str(), O_RDONLY | O_CLOEXEC));
     if (!file.IsOpen()) {
         return StatusOf(errno);
     }
-    const Status status = Lock(file, LOCK_SH);
-    return status == StatusSuccess ? ReadNew(file) : status;
+    Status status = Lock(file, LOCK_SH);
+    if (status == StatusSuccess) {
+        status = ReadNew(file);
+        Hold(std::move(file));
+    }
+    return status;
 }
 
 bool RegistryJournal::IsLasting(const RegistryKey& key) const {
@@ -222,8 +225,14 @@ Status RegistryJournal::Append(const Change& change) {
     Descriptor file;
     Status status = Writable() ? OpenLocked(file) : StatusAccessDenied;
     if (status == StatusSuccess) {
-        status = ReadNew(file);
+        status = AppendLocked(file, change);
+        Hold(std::move(file));
     }
+    return status;
+}
+
+Status RegistryJournal::AppendLocked(const Descriptor& file, const Change& change) {
+    Status status = ReadNew(file);
     if (status == StatusSuccess && !writable_) {
         status = StatusAccessDenied;
     }
@@ -255,6 +264,14 @@ std::string RegistryJournal::MadeKey(std::u16string_view path) const {
 
 std::string RegistryJournal::DeletedKey(const RegistryKey& key) const {
     return RegFileDeletedHead(roots_.front().name, key.Path());
+}
+
+// Keeps the file that was read open, unlocked, until another one is read: as long as it is open its number is not given
+// to another file, and so tells whether the path still leads to it.
+void RegistryJournal::Hold(Descriptor&& file) {
+    if (!held_.IsOpen() && Lock(file, LOCK_UN) == StatusSuccess) {
+        held_ = std::move(file);
+    }
 }
 
 // A rewriting gives the path another file: the lock counts on the one that the path leads to once it is held.
@@ -307,7 +324,7 @@ Status RegistryJournal::ReadNew(const Descriptor& file) {
         return ReadAll(file, now);
     }
     TakeIn(std::string_view(bytes).substr(lastConsumed_.size()));
-    MakeLasting();
+    KeyMade(root_, lasting_);
     Know(now);
     return StatusSuccess;
 }
@@ -324,9 +341,10 @@ Status RegistryJournal::ReadAll(const Descriptor& file, const struct stat& now) 
     consumed_ = 0;
     lastConsumed_.clear();
     TakeIn(text ? *text : bytes);
+    KeyMade(next, lasting_);
     root_->Become(*next);
     reader_.MoveTo(root_);
-    MakeLasting();
+    held_ = Descriptor();
     isUtf16_ = text.has_value();
     compareAt_ = LeastRewritten;
     Know(now);
@@ -355,17 +373,14 @@ void RegistryJournal::BecomeEmpty() {
     }
     exists_ = false;
     isUtf16_ = false;
-    RegistryKey nothing;
-    root_->Become(nothing);
+    const auto nothing = std::make_shared<RegistryKey>();
+    KeyMade(nothing, lasting_);
+    root_->Become(*nothing);
     reader_ = RegFileReader(root_, roots_);
     consumed_ = 0;
     lastConsumed_.clear();
     unfinished_.clear();
-    MakeLasting();
-}
-
-void RegistryJournal::MakeLasting() {
-    KeyMade(root_, lasting_);
+    compareAt_ = LeastRewritten;
 }
 
 Status RegistryJournal::Write(const Descriptor& file, const std::string& fragment) {
@@ -395,7 +410,6 @@ Status RegistryJournal::Write(const Descriptor& file, const std::string& fragmen
         return status;
     }
     TakeIn(kept + piece);
-    MakeLasting();
     known_ = now;
     return StatusSuccess;
 }
@@ -425,19 +439,25 @@ Status RegistryJournal::Rewrite() {
     }
     std::size_t size = 0;
     std::string last;
+    std::string lastHead;
     WriteRegFile(*root_, roots_.front().name, [&](std::string_view piece) {
         next.Write(piece);
+        if (piece.starts_with("\r\n[")) {
+            lastHead = piece;
+        }
         size += piece.size();
         last = piece.substr(piece.size() - std::min(piece.size(), RememberedBytes));
     });
     struct stat placed = {};
-    status = next.Place(file_, placed);
+    status = next.Place(file_, placed, held_);
     if (status != StatusSuccess) {
         return status;
     }
     known_ = placed;
     isUtf16_ = false;
+    // What others append to this file may go to its last key without another head.
     reader_ = RegFileReader(root_, roots_);
+    reader_.Read(lastHead, true);
     consumed_ = size;
     lastConsumed_ = last;
     unfinished_.clear();

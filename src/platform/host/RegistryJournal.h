@@ -10,12 +10,11 @@
 #include <vector>
 
 #include "platform/Handle.h"
+#include "platform/host/Descriptor.h"
 #include "platform/host/RegFile.h"
 #include "platform/host/RegistryKey.h"
 
 namespace platform::host {
-
-class Descriptor;
 
 // One .reg file of the machine and what it says, in memory. A change is appended to the file, in one write under the
 // file's lock, and reaches memory by being read like what other processes append. A file that has grown to several
@@ -64,8 +63,9 @@ private:
     void TakeIn(std::string_view text);
     void Know(const struct stat& now);
     void BecomeEmpty();
-    void MakeLasting();
+    void Hold(Descriptor&& file);
 
+    Status AppendLocked(const Descriptor& file, const Change& change);
     Status Write(const Descriptor& file, const std::string& fragment);
     void RewriteIfGrown();
     Status Rewrite();
@@ -83,6 +83,7 @@ private:
     bool writable_ = false;
     bool isUtf16_ = false;
     struct stat known_ = {};
+    Descriptor held_;
     // How far it is read, the last bytes before that place, and what follows it: an unfinished entry.
     std::size_t consumed_ = 0;
     std::string lastConsumed_;

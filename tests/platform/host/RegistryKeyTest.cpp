@@ -1,0 +1,83 @@
+#include <doctest/doctest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "platform/host/RegistryKey.h"
+
+using namespace platform::host;
+
+TEST_CASE("Names are compared by their capital letters") {
+    const std::u16string_view same[][2] = {{u"hugo", u"HUGO"},
+                                           {u"\u00E4\u00F6\u00FC\u00FF", u"\u00C4\u00D6\u00DC\u0178"},
+                                           {u"\u0161\u017E\u0153\u0142", u"\u0160\u017D\u0152\u0141"},
+                                           {u"\u03B1\u03C9\u03CC", u"\u0391\u03A9\u038C"},
+                                           {u"\u0436\u0451", u"\u0416\u0401"}};
+    for (const auto& pair : same) {
+        CHECK(NameEqual()(pair[0], pair[1]));
+        CHECK(NameHash()(pair[0]) == NameHash()(pair[1]));
+        CHECK_FALSE(NameLess()(pair[0], pair[1]));
+        CHECK_FALSE(NameLess()(pair[1], pair[0]));
+    }
+    CHECK_FALSE(NameEqual()(u"\u00F7", u"\u00D7"));  // the signs that stand in the letters' places
+    CHECK_FALSE(NameEqual()(u"\u00DF", u"ss"));
+    CHECK(NameLess()(u"a", u"_"));
+}
+
+// Against lists that are searched from end to end, with the numbers asked for as a caller's loop would.
+TEST_CASE("Subkeys and values by number stay right through any row of changes") {
+    std::mt19937 random(3);
+    RegistryKey key;
+    std::vector<std::u16string> names;   // of the subkeys, in order
+    std::vector<std::u16string> values;  // in order of first writing
+    for (int step = 0; step < 6000; ++step) {
+        const unsigned growing = step / 1000 % 2 == 0 ? 3 : 1;
+        const std::u16string name = {static_cast<char16_t>(u'A' + random() % 26),
+                                     static_cast<char16_t>(u'A' + random() % 8)};
+        const auto value = std::find(values.begin(), values.end(), name);
+        const auto place = std::lower_bound(names.begin(), names.end(), name);
+        const bool there = place != names.end() && *place == name;
+        if (random() % 4 < growing) {
+            key.Value(name, {4, {}});
+            key.SubKeyMade(name);
+            if (value == values.end()) {
+                values.push_back(name);
+            }
+            if (!there) {
+                names.insert(place, name);
+            }
+        } else {
+            CHECK(key.DeleteValue(name) == (value != values.end()));
+            CHECK(key.DeleteSubKey(name) == there);
+            if (value != values.end()) {
+                values.erase(value);
+            }
+            if (there) {
+                names.erase(place);
+            }
+        }
+        const std::size_t index = random() % 3 == 0 ? random() % (values.size() + 1) : step % (values.size() + 1);
+        const RegistryKey::NamedValue* const found = key.ValueAt(index);
+        const RegistryKey::Pointer subKey = key.SubKeyAt(index);
+        REQUIRE((found == nullptr) == (index >= values.size()));
+        REQUIRE((found == nullptr || found->first == values[index]));
+        REQUIRE((subKey == nullptr) == (index >= names.size()));
+        REQUIRE((subKey == nullptr || subKey->Name() == names[index]));
+    }
+}
+
+TEST_CASE("A key that becomes another keeps the subkeys that both have") {
+    const auto ours = std::make_shared<RegistryKey>();
+    const auto theirs = std::make_shared<RegistryKey>();
+    const std::weak_ptr<RegistryKey> kept = KeyMade(ours, u"a\\b");
+    const std::weak_ptr<RegistryKey> gone = KeyMade(ours, u"a\\c");
+    KeyMade(theirs, u"A\\B\\d")->Value(u"n", {4, "1234"});
+    ours->Become(*theirs);
+    REQUIRE_FALSE(kept.expired());
+    CHECK(gone.expired());
+    CHECK(KeyAt(ours, u"a\\b") == kept.lock());
+    CHECK(KeyAt(kept.lock(), u"d")->Value(u"N")->data == "1234");
+    CHECK(KeyAt(kept.lock(), u"d")->Path() == u"a\\b\\d");
+}
