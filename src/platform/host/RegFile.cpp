@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "platform/RegistryCalls.h"
-#include "platform/host/Utf8.h"
+#include "platform/host/Unicode.h"
 
 namespace platform::host {
 
@@ -19,6 +19,15 @@ constexpr auto None = std::string_view::npos;
 std::string_view Trimmed(std::string_view text) {
     const std::size_t first = text.find_first_not_of(Blanks);
     return first == None ? std::string_view() : text.substr(first, text.find_last_not_of(Blanks) - first + 1);
+}
+
+// Nothing for what is no text.
+std::optional<std::u16string> TextFromUtf8(std::string_view bytes) {
+    std::u16string text = FromUtf8(bytes);
+    if (text.find(u'\xFFFD') != std::u16string::npos && ToUtf8(text) != bytes) {
+        return {};
+    }
+    return text;
 }
 
 // True for what may stand behind an entry in its line: nothing but blanks and a comment.
@@ -154,7 +163,7 @@ std::optional<std::u16string> Unquoted(std::string_view quoted) {
 
 void AppendQuoted(std::string& line, std::u16string_view text) {
     line += '"';
-    for (const char character : Utf8FromText(text)) {
+    for (const char character : ToUtf8(text)) {
         if (character == '\n' || character == '\r') {
             line += character == '\n' ? "\\n" : "\\r";
             continue;
@@ -274,7 +283,8 @@ std::optional<RegistryValue> ValueOf(std::string_view data) {
     return data.starts_with(hex) ? HexValue(data.substr(hex.size())) : std::nullopt;
 }
 
-// The text of a value that can stand between quotation marks: ended by its one terminator, without line ends.
+// The text of a value that can stand between quotation marks: ended by its one terminator, without line ends, and
+// sound.
 std::optional<std::u16string> QuotableText(const RegistryValue& value) {
     if (value.type != RegSz || value.data.size() < 2 || value.data.size() % 2 != 0) {
         return {};
@@ -289,7 +299,10 @@ std::optional<std::u16string> QuotableText(const RegistryValue& value) {
         return {};
     }
     text.pop_back();
-    return text;
+    const bool sound =
+        std::none_of(text.begin(), text.end(), [](char16_t unit) { return (unit & 0xF800) == 0xD800; }) ||
+        FromUtf8(ToUtf8(text)) == text;
+    return sound ? std::optional(std::move(text)) : std::nullopt;
 }
 
 void AppendHex(std::string& line, std::uint32_t number, int digits) {
@@ -332,9 +345,9 @@ void AppendName(std::string& line, std::u16string_view name) {
 }
 
 std::string Head(std::string_view opening, std::u16string_view rootName, std::u16string_view path) {
-    std::string head = std::string(LineEnd).append(opening) + Utf8FromText(rootName);
+    std::string head = std::string(LineEnd).append(opening) + ToUtf8(rootName);
     if (!path.empty()) {
-        head += '\\' + Utf8FromText(path);
+        head += '\\' + ToUtf8(path);
     }
     return head.append("]").append(LineEnd);
 }
@@ -471,7 +484,7 @@ std::optional<std::string> TextOfUtf16File(std::string_view bytes) {
         const auto second = static_cast<std::uint8_t>(bytes[at + 1]);
         text += static_cast<char16_t>(lowFirst ? first | second << 8 : first << 8 | second);
     }
-    return Utf8FromText(text);
+    return ToUtf8(text);
 }
 
 std::string RegFileFirstLines() {

@@ -10,6 +10,8 @@
 #include <system_error>
 #include <utility>
 
+#include "platform/host/HostStatus.h"
+
 namespace platform::host {
 
 namespace {
@@ -20,37 +22,8 @@ constexpr std::size_t RewrittenGrowth = 4;
 // So many bytes before the place read up to tell whether the file was changed by more than appending.
 constexpr std::size_t RememberedBytes = 64;
 
-Status StatusOf(int error) {
-    switch (error) {
-        case ENOENT:
-        case ENOTDIR:
-            return StatusFileNotFound;
-        case EACCES:
-        case EPERM:
-        case EROFS:
-        case EISDIR:
-            return StatusAccessDenied;
-        case ENOSPC:
-        case EDQUOT:
-        case EFBIG:
-            return StatusDiskFull;
-        default:
-            return StatusIoDevice;
-    }
-}
-
-// The call again for as long as a signal interrupts it.
-template <typename Call>
-auto Uninterrupted(Call&& call) {
-    auto result = call();
-    while (result < 0 && errno == EINTR) {
-        result = call();
-    }
-    return result;
-}
-
-Status Lock(const Descriptor& file, int kind) {
-    return Uninterrupted([&] { return flock(file.Number(), kind); }) == 0 ? StatusSuccess : StatusOf(errno);
+Status Lock(const FileDescriptor& file, int kind) {
+    return Uninterrupted([&] { return flock(file.Get(), kind); }) == 0 ? StatusSuccess : StatusFromErrno(errno);
 }
 
 std::size_t SizeOf(const struct stat& file) {
@@ -71,15 +44,15 @@ bool OwnerMayWrite(const struct stat& file, const std::filesystem::path& path) {
 }
 
 // The bytes of the file from `start` to `end`, fewer when the file is shorter.
-Status ReadRange(const Descriptor& file, std::size_t start, std::size_t end, std::string& bytes) {
+Status ReadRange(const FileDescriptor& file, std::size_t start, std::size_t end, std::string& bytes) {
     bytes.resize(end - start);
     std::size_t read = 0;
     while (read < bytes.size()) {
         const ssize_t count = Uninterrupted([&] {
-            return pread(file.Number(), bytes.data() + read, bytes.size() - read, static_cast<off_t>(start + read));
+            return pread(file.Get(), bytes.data() + read, bytes.size() - read, static_cast<off_t>(start + read));
         });
         if (count < 0) {
-            return StatusOf(errno);
+            return StatusFromErrno(errno);
         }
         if (count == 0) {
             break;
@@ -90,11 +63,11 @@ Status ReadRange(const Descriptor& file, std::size_t start, std::size_t end, std
     return StatusSuccess;
 }
 
-Status WriteAll(const Descriptor& file, std::string_view bytes) {
+Status WriteAll(const FileDescriptor& file, std::string_view bytes) {
     while (!bytes.empty()) {
-        const ssize_t count = Uninterrupted([&] { return write(file.Number(), bytes.data(), bytes.size()); });
+        const ssize_t count = Uninterrupted([&] { return write(file.Get(), bytes.data(), bytes.size()); });
         if (count < 0) {
-            return StatusOf(errno);
+            return StatusFromErrno(errno);
         }
         bytes.remove_prefix(static_cast<std::size_t>(count));
     }
@@ -120,13 +93,13 @@ public:
 
     // With the owner and the rights of `earlier`.
     Status Open(const struct stat& earlier) {
-        file_ = Descriptor(open(path_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
-        if (!file_.IsOpen()) {
-            return StatusOf(errno);
+        file_ = FileDescriptor(open(path_.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
+        if (!file_) {
+            return StatusFromErrno(errno);
         }
-        if ((geteuid() == 0 && fchown(file_.Number(), earlier.st_uid, earlier.st_gid) != 0) ||
-            fchmod(file_.Number(), earlier.st_mode & 07777) != 0) {
-            return StatusOf(errno);
+        if ((geteuid() == 0 && fchown(file_.Get(), earlier.st_uid, earlier.st_gid) != 0) ||
+            fchmod(file_.Get(), earlier.st_mode & 07777) != 0) {
+            return StatusFromErrno(errno);
         }
         return StatusSuccess;
     }
@@ -140,14 +113,13 @@ public:
     }
 
     // Puts the file in the place of `target`; `placed` is what it then is, and `open` has it.
-    Status Place(const std::filesystem::path& target, struct stat& placed, Descriptor& open) {
+    Status Place(const std::filesystem::path& target, struct stat& placed, FileDescriptor& open) {
         Flush();
         if (status_ != StatusSuccess) {
             return status_;
         }
-        if (fsync(file_.Number()) != 0 || fstat(file_.Number(), &placed) != 0 ||
-            rename(path_.c_str(), target.c_str()) != 0) {
-            return StatusOf(errno);
+        if (fsync(file_.Get()) != 0 || fstat(file_.Get(), &placed) != 0 || rename(path_.c_str(), target.c_str()) != 0) {
+            return StatusFromErrno(errno);
         }
         placed_ = true;
         open = std::move(file_);
@@ -163,7 +135,7 @@ private:
     }
 
     std::filesystem::path path_;
-    Descriptor file_;
+    FileDescriptor file_;
     std::string buffer_;
     Status status_ = StatusSuccess;
     bool placed_ = false;
@@ -183,9 +155,8 @@ RegistryJournal::RegistryJournal(std::filesystem::path file, std::vector<RegFile
 Status RegistryJournal::CatchUp() {
     struct stat now = {};
     if (stat(file_.c_str(), &now) != 0) {
-        const Status status = StatusOf(errno);
-        if (status != StatusFileNotFound) {
-            return status;
+        if (errno != ENOENT) {
+            return StatusFromErrno(errno);
         }
         BecomeEmpty();
         return StatusSuccess;
@@ -193,9 +164,9 @@ Status RegistryJournal::CatchUp() {
     if (exists_ && SameFile(now, known_) && SameContent(now, known_) && now.st_mode == known_.st_mode) {
         return StatusSuccess;
     }
-    Descriptor file(open(file_.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!file.IsOpen()) {
-        return StatusOf(errno);
+    FileDescriptor file(open(file_.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file) {
+        return StatusFromErrno(errno);
     }
     Status status = Lock(file, LOCK_SH);
     if (status == StatusSuccess) {
@@ -222,7 +193,7 @@ bool RegistryJournal::Writable() const {
 }
 
 Status RegistryJournal::Append(const Change& change) {
-    Descriptor file;
+    FileDescriptor file;
     Status status = Writable() ? OpenLocked(file) : StatusAccessDenied;
     if (status == StatusSuccess) {
         status = AppendLocked(file, change);
@@ -231,7 +202,7 @@ Status RegistryJournal::Append(const Change& change) {
     return status;
 }
 
-Status RegistryJournal::AppendLocked(const Descriptor& file, const Change& change) {
+Status RegistryJournal::AppendLocked(const FileDescriptor& file, const Change& change) {
     Status status = ReadNew(file);
     if (status == StatusSuccess && !writable_) {
         status = StatusAccessDenied;
@@ -268,34 +239,34 @@ std::string RegistryJournal::DeletedKey(const RegistryKey& key) const {
 
 // Keeps the file that was read open, unlocked, until another one is read: as long as it is open its number is not given
 // to another file, and so tells whether the path still leads to it.
-void RegistryJournal::Hold(Descriptor&& file) {
-    if (!held_.IsOpen() && Lock(file, LOCK_UN) == StatusSuccess) {
+void RegistryJournal::Hold(FileDescriptor&& file) {
+    if (!held_ && Lock(file, LOCK_UN) == StatusSuccess) {
         held_ = std::move(file);
     }
 }
 
 // A rewriting gives the path another file: the lock counts on the one that the path leads to once it is held.
-Status RegistryJournal::OpenLocked(Descriptor& file) const {
+Status RegistryJournal::OpenLocked(FileDescriptor& file) const {
     const auto opened = [this] {
-        return Descriptor(open(file_.c_str(), O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC, 0666));
+        return FileDescriptor(open(file_.c_str(), O_RDWR | O_APPEND | O_CREAT | O_CLOEXEC, 0666));
     };
     for (;;) {
         file = opened();
-        if (!file.IsOpen() && errno == ENOENT) {
+        if (!file && errno == ENOENT) {
             std::error_code error;
             std::filesystem::create_directories(file_.parent_path(), error);
             file = opened();
         }
-        if (!file.IsOpen()) {
-            return errno == ENOENT ? StatusAccessDenied : StatusOf(errno);
+        if (!file) {
+            return errno == ENOENT ? StatusAccessDenied : StatusFromErrno(errno);
         }
         if (const Status status = Lock(file, LOCK_EX); status != StatusSuccess) {
             return status;
         }
         struct stat held = {};
         struct stat placed = {};
-        if (fstat(file.Number(), &held) != 0) {
-            return StatusOf(errno);
+        if (fstat(file.Get(), &held) != 0) {
+            return StatusFromErrno(errno);
         }
         if (stat(file_.c_str(), &placed) == 0 && SameFile(held, placed)) {
             return StatusSuccess;
@@ -303,10 +274,10 @@ Status RegistryJournal::OpenLocked(Descriptor& file) const {
     }
 }
 
-Status RegistryJournal::ReadNew(const Descriptor& file) {
+Status RegistryJournal::ReadNew(const FileDescriptor& file) {
     struct stat now = {};
-    if (fstat(file.Number(), &now) != 0) {
-        return StatusOf(errno);
+    if (fstat(file.Get(), &now) != 0) {
+        return StatusFromErrno(errno);
     }
     if (!exists_ || isUtf16_ || !SameFile(now, known_) || SizeOf(now) < consumed_) {
         return ReadAll(file, now);
@@ -329,7 +300,7 @@ Status RegistryJournal::ReadNew(const Descriptor& file) {
     return StatusSuccess;
 }
 
-Status RegistryJournal::ReadAll(const Descriptor& file, const struct stat& now) {
+Status RegistryJournal::ReadAll(const FileDescriptor& file, const struct stat& now) {
     std::string bytes;
     const Status status = ReadRange(file, 0, SizeOf(now), bytes);
     if (status != StatusSuccess) {
@@ -344,7 +315,7 @@ Status RegistryJournal::ReadAll(const Descriptor& file, const struct stat& now) 
     KeyMade(next, lasting_);
     root_->Become(*next);
     reader_.MoveTo(root_);
-    held_ = Descriptor();
+    held_ = FileDescriptor();
     isUtf16_ = text.has_value();
     compareAt_ = LeastRewritten;
     Know(now);
@@ -383,11 +354,11 @@ void RegistryJournal::BecomeEmpty() {
     compareAt_ = LeastRewritten;
 }
 
-Status RegistryJournal::Write(const Descriptor& file, const std::string& fragment) {
+Status RegistryJournal::Write(const FileDescriptor& file, const std::string& fragment) {
     // What stands before the fragment must not run into it.
     const bool torn = !unfinished_.empty() && LooksTorn(unfinished_);
-    if (torn && ftruncate(file.Number(), static_cast<off_t>(consumed_)) != 0) {
-        return StatusOf(errno);
+    if (torn && ftruncate(file.Get(), static_cast<off_t>(consumed_)) != 0) {
+        return StatusFromErrno(errno);
     }
     const std::string kept = torn ? std::string() : unfinished_;
     const std::size_t size = consumed_ + kept.size();
@@ -401,12 +372,12 @@ Status RegistryJournal::Write(const Descriptor& file, const std::string& fragmen
 
     struct stat now = {};
     Status status = WriteAll(file, piece);
-    if (status == StatusSuccess && fstat(file.Number(), &now) != 0) {
-        status = StatusOf(errno);
+    if (status == StatusSuccess && fstat(file.Get(), &now) != 0) {
+        status = StatusFromErrno(errno);
     }
     if (status != StatusSuccess) {
         // Should even this fail, the fragment's part is a torn one that the next change takes off.
-        static_cast<void>(ftruncate(file.Number(), static_cast<off_t>(size)) == 0);
+        static_cast<void>(ftruncate(file.Get(), static_cast<off_t>(size)) == 0);
         return status;
     }
     TakeIn(kept + piece);
@@ -474,7 +445,7 @@ Status RegistryJournal::KeepDamaged() const {
             return StatusSuccess;
         }
         if (errno != EEXIST) {
-            return StatusOf(errno);
+            return StatusFromErrno(errno);
         }
     }
 }

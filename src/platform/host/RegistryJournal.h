@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "platform/Handle.h"
-#include "platform/host/Descriptor.h"
+#include "platform/host/FileDescriptor.h"
 #include "platform/host/RegFile.h"
 #include "platform/host/RegistryKey.h"
 
@@ -57,16 +57,16 @@ public:
     [[nodiscard]] std::string DeletedKey(const RegistryKey& key) const;
 
 private:
-    Status OpenLocked(Descriptor& file) const;
-    Status ReadNew(const Descriptor& file);
-    Status ReadAll(const Descriptor& file, const struct stat& now);
+    Status OpenLocked(FileDescriptor& file) const;
+    Status ReadNew(const FileDescriptor& file);
+    Status ReadAll(const FileDescriptor& file, const struct stat& now);
     void TakeIn(std::string_view text);
     void Know(const struct stat& now);
     void BecomeEmpty();
-    void Hold(Descriptor&& file);
+    void Hold(FileDescriptor&& file);
 
-    Status AppendLocked(const Descriptor& file, const Change& change);
-    Status Write(const Descriptor& file, const std::string& fragment);
+    Status AppendLocked(const FileDescriptor& file, const Change& change);
+    Status Write(const FileDescriptor& file, const std::string& fragment);
     void RewriteIfGrown();
     Status Rewrite();
     Status KeepDamaged() const;
@@ -83,7 +83,7 @@ private:
     bool writable_ = false;
     bool isUtf16_ = false;
     struct stat known_ = {};
-    Descriptor held_;
+    FileDescriptor held_;
     // How far it is read, the last bytes before that place, and what follows it: an unfinished entry.
     std::size_t consumed_ = 0;
     std::string lastConsumed_;

@@ -1,0 +1,51 @@
+#include "platform/host/HostStatus.h"
+
+#include <cerrno>
+
+namespace platform::host {
+
+namespace {
+
+constexpr Status NotEnoughMemory = 8;        // ERROR_NOT_ENOUGH_MEMORY
+constexpr Status BadExecutableFormat = 193;  // ERROR_BAD_EXE_FORMAT
+
+}  // namespace
+
+Status StatusFromErrno(int number) {
+    switch (number) {
+        case 0:
+            return StatusSuccess;
+        case ENOENT:
+            return StatusFileNotFound;
+        case ENOTDIR:
+        case ELOOP:
+            return StatusPathNotFound;
+        case EACCES:
+        case EPERM:
+        case EROFS:
+        case EISDIR:
+        case EBADF:  // a file that was not opened for what is asked of it
+            return StatusAccessDenied;
+        case ETXTBSY:
+            return StatusSharingViolation;
+        case EEXIST:
+            return StatusFileExists;
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG:
+            return StatusDiskFull;
+        case ENAMETOOLONG:
+        case EILSEQ:
+            return StatusInvalidName;
+        case EAGAIN:
+        case ENOMEM:
+        case E2BIG:
+            return NotEnoughMemory;
+        case ENOEXEC:
+            return BadExecutableFormat;
+        default:
+            return StatusIoDevice;
+    }
+}
+
+}  // namespace platform::host
