@@ -1,6 +1,7 @@
 #include "platform/host/RegFile.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdint>
 
@@ -317,9 +318,9 @@ void AppendBytes(std::string& line, const RegistryValue& value) {
     std::size_t start = 0;
     line += "hex";
     if (value.type != RegBinary) {
-        char type[8];
+        std::array<char, 8> type{};
         line += '(';
-        line.append(type, std::to_chars(type, type + sizeof type, value.type, 16).ptr);
+        line.append(type.data(), std::to_chars(type.data(), type.data() + type.size(), value.type, 16).ptr);
         line += ')';
     }
     line += ':';
@@ -506,8 +507,8 @@ std::string RegFileValue(std::u16string_view name, const RegistryValue& value) {
         AppendQuoted(line, *text);
     } else if (value.type == RegDword && value.data.size() == 4) {
         line += "dword:";
-        for (auto byte = value.data.rbegin(); byte != value.data.rend(); ++byte) {
-            AppendHex(line, static_cast<std::uint8_t>(*byte), 2);
+        for (std::size_t byte = value.data.size(); byte > 0; --byte) {
+            AppendHex(line, static_cast<std::uint8_t>(value.data[byte - 1]), 2);
         }
     } else {
         AppendBytes(line, value);

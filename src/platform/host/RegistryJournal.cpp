@@ -17,7 +17,7 @@ namespace platform::host {
 namespace {
 
 // A file below the first size is never rewritten; above it, one of so many times its live content is.
-constexpr std::size_t LeastRewritten = 64 * 1024;
+constexpr std::size_t LeastRewritten = 65536;
 constexpr std::size_t RewrittenGrowth = 4;
 // So many bytes before the place read up to tell whether the file was changed by more than appending.
 constexpr std::size_t RememberedBytes = 64;
@@ -105,7 +105,7 @@ public:
     }
 
     void Write(std::string_view bytes) {
-        constexpr std::size_t piece = 64 * 1024;
+        constexpr std::size_t piece = 65536;
         buffer_ += bytes;
         if (buffer_.size() >= piece) {
             Flush();

@@ -6,7 +6,6 @@
 
 #include "platform/host/RegFile.h"
 #include "platform/host/RegistryFolder.h"
-#include "platform/host/Unicode.h"
 
 using namespace platform::host;
 
@@ -32,17 +31,6 @@ std::string Values(std::string_view lines) {
     const std::string text = Read(std::string(KeyHead).append(lines)).dump;
     const std::size_t start = RegFirstLine.size() + 2 + KeyHead.size();
     return text.substr(std::min(start, text.size()));
-}
-
-std::string Utf16(std::string_view text, bool lowFirst) {
-    std::string bytes = lowFirst ? "\xFF\xFE" : "\xFE\xFF";
-    const std::u16string characters = FromUtf8(text);
-    for (const char16_t character : characters) {
-        const char low = static_cast<char>(character & 0xFF);
-        const char high = static_cast<char>(character >> 8);
-        bytes.append({lowFirst ? low : high, lowFirst ? high : low});
-    }
-    return bytes;
 }
 
 }  // namespace
@@ -108,7 +96,8 @@ TEST_CASE("Lines that cannot be read are passed over, and told; sound ones aroun
         CHECK(reading.dump.ends_with("\\a]\r\n" + sound));
         CHECK(reading.passedOver);
     }
-    CHECK_FALSE(Read("Windows Registry Editor Version 5.00\n\n; remark\n[HKEY_LOCAL_MACHINE\\a] ; b\n").passedOver);
+    CHECK_FALSE(
+        Read("\xEF\xBB\xBFWindows Registry Editor Version 5.00\n\n; remark\n[HKEY_LOCAL_MACHINE\\a] ; b\n").passedOver);
 }
 
 TEST_CASE("Heads name keys of the file's roots alone") {
@@ -141,16 +130,6 @@ TEST_CASE("Heads name keys of the file's roots alone") {
         CHECK(reading.dump.ends_with("\\a]\r\n\"s\"=dword:00000001\r\n"));
         CHECK(reading.passedOver);
     }
-}
-
-TEST_CASE("UTF-16 in either byte order says the same as UTF-8") {
-    const std::string text = std::string(RegFirstLine) + "\r\n[HKEY_LOCAL_MACHINE\\\xE2\x82\xAC]\r\n@=\"\xC3\xBC\"\r\n";
-    for (const bool lowFirst : {true, false}) {
-        CHECK(TextOfUtf16File(Utf16(text, lowFirst)) == text);
-    }
-    CHECK_FALSE(TextOfUtf16File(text).has_value());
-    CHECK(Read("\xEF\xBB\xBF" + text).dump == Read(text).dump);
-    CHECK_FALSE(Read("\xEF\xBB\xBF" + text).passedOver);
 }
 
 TEST_CASE("What is written reads back the same, whatever it is") {

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "RawRegistry.h"
 #include "platform/RegistryCalls.h"
 #include "platform/host/RegistryFolder.h"
 
@@ -135,12 +136,8 @@ TEST_CASE("Names without regard to case, subkeys by name, values by first writin
     for (const char* const name : {"zeta", "", "Hugo", "ZETA"}) {
         REQUIRE(RegSetValueExA(key, name, RegDword, One) == StatusSuccess);
     }
+    CHECK(RawValueNames(KeyLocalMachine, "k") == std::vector<std::string>{"zeta", "", "Hugo"});
     std::string name;
-    const std::array<std::string, 3> order = {"zeta", "", "Hugo"};
-    for (std::int32_t index = 0; index < 3; ++index) {
-        CHECK(EnumValue(key, index, name) == StatusSuccess);
-        CHECK(name == order[static_cast<std::size_t>(index)]);
-    }
     CHECK(EnumValue(key, 3, name) == StatusNoMoreItems);
     CHECK(EnumValue(key, -1, name) == StatusNoMoreItems);
     CHECK(RegDeleteValueA(key, "hugo") == StatusSuccess);
@@ -165,18 +162,16 @@ TEST_CASE("Sizes: a text counts its terminator, and too small a buffer gives 234
     std::string name;
     CHECK(EnumValue(key, 0, name) == StatusMoreData);
 
-    struct Case {
-        std::uint32_t type;
-        std::string_view set;
-        std::string_view stored;
-    };
-    for (const Case& one : {Case{RegSz, "", ""}, Case{RegSz, {"a\0", 2}, {"a\0", 2}},
-                            Case{RegExpandSz, "%A%", {"%A%\0", 4}}, Case{RegSz, "\x80\xFC\x81", {"\x80\xFC\x81\0", 4}},
-                            Case{RegSz, {"a\0b", 3}, {"a\0b\0", 4}}, Case{RegMultiSz, {"a\0", 2}, {"a\0", 2}},
-                            Case{RegBinary, {"\0\xFF", 2}, {"\0\xFF", 2}}, Case{77, "\r\n", "\r\n"}}) {
-        REQUIRE(RegSetValueExA(key, "n", one.type, one.set) == StatusSuccess);
-        CHECK(Query(key, "n", data) == StatusSuccess);
-        CHECK(data == one.stored);
+    const RawData cases[][2] = {{{RegSz, ""}, {RegSz, ""}},
+                                {{RegSz, {"a\0", 2}}, RawText("a")},
+                                {{RegSz, {"a\0b", 3}}, {RegSz, {"a\0b\0", 4}}},
+                                {{RegSz, "\x80\xFC\x81"}, RawText("\x80\xFC\x81")},
+                                {{RegExpandSz, "%A%"}, {RegExpandSz, {"%A%\0", 4}}},
+                                {{RegMultiSz, {"a\0", 2}}, {RegMultiSz, {"a\0", 2}}},
+                                {{77, "\r\n"}, {77, "\r\n"}}};
+    for (const auto& [set, stored] : cases) {
+        RawValueSet(KeyLocalMachine, "k", "n", set);
+        CHECK(RawValue(KeyLocalMachine, "k", "n") == stored);
     }
     CHECK(Query(key, "missing", data) == StatusFileNotFound);
     CHECK(RegSetValueExA(key, std::string(16384, 'n'), RegDword, One) == StatusInvalidParameter);

@@ -161,22 +161,26 @@ TEST_CASE("What could not be read stays: in the file, and beside it when it is r
     CHECK(folder.MachineText().starts_with(damaged));
 }
 
-TEST_CASE("A UTF-16 export is read as it is and becomes UTF-8 with the first change") {
-    const RegistryFolder folder;
-    std::string bytes = "\xFF\xFE";
-    for (const char character : std::string(RegFirstLine) + "[HKEY_LOCAL_MACHINE\\A]\r\n\"n\"=dword:1\r\n") {
-        bytes.append({character, '\0'});
+TEST_CASE("A UTF-16 export is read in either byte order and becomes UTF-8 with the first change") {
+    const std::u16string text =
+        u"Windows Registry Editor Version 5.00\r\n[HKEY_LOCAL_MACHINE\\\u20AC]\r\n\"n\"=dword:1\r\n";
+    for (const bool lowFirst : {true, false}) {
+        const RegistryFolder folder;
+        std::string bytes;
+        for (const char16_t character : u'\xFEFF' + text) {
+            const char low = static_cast<char>(character & 0xFF);
+            const char high = static_cast<char>(character >> 8);
+            bytes.append({lowFirst ? low : high, lowFirst ? high : low});
+        }
+        folder.MachineText(bytes);
+        RegistryJournal journal = JournalOf(folder.MachineFile());
+        REQUIRE(journal.CatchUp() == StatusSuccess);
+        const std::weak_ptr<RegistryKey> open = KeyAt(journal.Root(), u"\u20AC");
+        REQUIRE(Set(journal, u"\u20AC", u"m", Number(2)) == StatusSuccess);
+        CHECK(open.lock() == KeyAt(journal.Root(), u"\u20AC"));
+        const std::string head = "\r\n[HKEY_LOCAL_MACHINE\\\xE2\x82\xAC]\r\n";
+        CHECK(folder.MachineText() == RegFirstLine.data() + head + "\"n\"=dword:00000001\r\n\"m\"=dword:00000002\r\n");
     }
-    folder.MachineText(bytes);
-    RegistryJournal journal = JournalOf(folder.MachineFile());
-    REQUIRE(journal.CatchUp() == StatusSuccess);
-    const std::weak_ptr<RegistryKey> open = KeyAt(journal.Root(), u"a");
-    REQUIRE_FALSE(open.expired());
-    REQUIRE(Set(journal, u"a", u"m", Number(2)) == StatusSuccess);
-    CHECK(open.lock() == KeyAt(journal.Root(), u"a"));
-    CHECK(DumpOf(folder.MachineFile()) == std::string(RegFirstLine) + "\r\n[HKEY_LOCAL_MACHINE\\A]\r\n" +
-                                              "\"n\"=dword:00000001\r\n\"m\"=dword:00000002\r\n");
-    CHECK(folder.MachineText().starts_with(RegFirstLine));
 }
 
 TEST_CASE("A change that the disk has no room for is refused and leaves no trace") {

@@ -67,17 +67,3 @@ TEST_CASE("Subkeys and values by number stay right through any row of changes") 
         REQUIRE((subKey == nullptr || subKey->Name() == names[index]));
     }
 }
-
-TEST_CASE("A key that becomes another keeps the subkeys that both have") {
-    const auto ours = std::make_shared<RegistryKey>();
-    const auto theirs = std::make_shared<RegistryKey>();
-    const std::weak_ptr<RegistryKey> kept = KeyMade(ours, u"a\\b");
-    const std::weak_ptr<RegistryKey> gone = KeyMade(ours, u"a\\c");
-    KeyMade(theirs, u"A\\B\\d")->Value(u"n", {4, "1234"});
-    ours->Become(*theirs);
-    REQUIRE_FALSE(kept.expired());
-    CHECK(gone.expired());
-    CHECK(KeyAt(ours, u"a\\b") == kept.lock());
-    CHECK(KeyAt(kept.lock(), u"d")->Value(u"N")->data == "1234");
-    CHECK(KeyAt(kept.lock(), u"d")->Path() == u"a\\b\\d");
-}
