@@ -3,6 +3,7 @@
 #include <memory>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "platform/host/RegFile.h"
 #include "platform/host/RegistryFolder.h"
@@ -40,7 +41,7 @@ TEST_CASE("A value's line is read, and written back in one form") {
         std::string_view line;
         std::string_view read;
     };
-    const Case cases[] = {
+    const std::vector<Case> cases = {
         {"\"n\"=dword:0000001f\n", "\"n\"=dword:0000001f\r\n"},
         {"  @ = dword:1F ; remark\n", "@=dword:0000001f\r\n"},
         {"\"\\\"q\\\\\"=\"a \\\"b\\\" C:\\\\x\"\r\n", "\"\\\"q\\\\\"=\"a \\\"b\\\" C:\\\\x\"\r\n"},
@@ -72,7 +73,7 @@ TEST_CASE("A value's line is read, and written back in one form") {
 }
 
 TEST_CASE("Lines that cannot be read are passed over, and told; sound ones around them count") {
-    const std::string_view cases[] = {
+    const std::vector<std::string_view> cases = {
         "garbage\n",
         "\"n\n",
         "\"n\"\n",
@@ -116,14 +117,14 @@ TEST_CASE("Heads name keys of the file's roots alone") {
     for (std::size_t level = 0; level <= DeepestKey; ++level) {
         deep += "\\d";
     }
-    const std::string refused[] = {"[HKEY_CURRENT_USER\\a]",
-                                   "[HKLM\\a]",
-                                   "[-HKEY_LOCAL_MACHINE]",
-                                   "[]",
-                                   "[-]",
-                                   "[",
-                                   "[HKEY_LOCAL_MACHINE\\" + std::string(LongestKeyName + 1, 'k') + "]",
-                                   deep + "]"};
+    const std::vector<std::string> refused = {"[HKEY_CURRENT_USER\\a]",
+                                              "[HKLM\\a]",
+                                              "[-HKEY_LOCAL_MACHINE]",
+                                              "[]",
+                                              "[-]",
+                                              "[",
+                                              "[HKEY_LOCAL_MACHINE\\" + std::string(LongestKeyName + 1, 'k') + "]",
+                                              deep + "]"};
     for (const std::string& head : refused) {
         CAPTURE(head);
         const Reading reading = Read(std::string(KeyHead) + "\"s\"=dword:1\n" + head + "\n\"lost\"=dword:1\n");
@@ -154,14 +155,14 @@ TEST_CASE("What is written reads back the same, whatever it is") {
 }
 
 TEST_CASE("Random bytes are read to an end, and what was read of them reads back") {
-    constexpr std::string_view pieces[] = {
+    const std::vector<std::string_view> pieces = {
         "[HKEY_LOCAL_MACHINE\\", "]", "\"", "=", "dword:", "hex(", "):", ",", "\\", "\r\n", "\n", "-", "@", ";", "0a"};
     std::mt19937 random(2);
     for (int count = 0; count < 3000; ++count) {
         std::string text;
         for (auto length = random() % 40; length > 0; --length) {
             text += random() % 4 == 0 ? std::string(1, static_cast<char>(random()))
-                                      : std::string(pieces[random() % std::size(pieces)]);
+                                      : std::string(pieces[random() % pieces.size()]);
         }
         CAPTURE(text);
         const Reading reading = Read(text);

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "RawRegistry.h"
@@ -162,13 +163,13 @@ TEST_CASE("Sizes: a text counts its terminator, and too small a buffer gives 234
     std::string name;
     CHECK(EnumValue(key, 0, name) == StatusMoreData);
 
-    const RawData cases[][2] = {{{RegSz, ""}, {RegSz, ""}},
-                                {{RegSz, {"a\0", 2}}, RawText("a")},
-                                {{RegSz, {"a\0b", 3}}, {RegSz, {"a\0b\0", 4}}},
-                                {{RegSz, "\x80\xFC\x81"}, RawText("\x80\xFC\x81")},
-                                {{RegExpandSz, "%A%"}, {RegExpandSz, {"%A%\0", 4}}},
-                                {{RegMultiSz, {"a\0", 2}}, {RegMultiSz, {"a\0", 2}}},
-                                {{77, "\r\n"}, {77, "\r\n"}}};
+    const std::vector<std::pair<RawData, RawData>> cases = {{{RegSz, ""}, {RegSz, ""}},
+                                                            {{RegSz, {"a\0", 2}}, RawText("a")},
+                                                            {{RegSz, {"a\0b", 3}}, {RegSz, {"a\0b\0", 4}}},
+                                                            {{RegSz, "\x80\xFC\x81"}, RawText("\x80\xFC\x81")},
+                                                            {{RegExpandSz, "%A%"}, {RegExpandSz, {"%A%\0", 4}}},
+                                                            {{RegMultiSz, {"a\0", 2}}, {RegMultiSz, {"a\0", 2}}},
+                                                            {{77, "\r\n"}, {77, "\r\n"}}};
     for (const auto& [set, stored] : cases) {
         RawValueSet(KeyLocalMachine, "k", "n", set);
         CHECK(RawValue(KeyLocalMachine, "k", "n") == stored);

@@ -216,7 +216,7 @@ TEST_CASE("Two processes that change one machine at once lose nothing of each ot
             RegSetValueExA(before, "shared", RegSz, mine + std::string(200 + static_cast<std::size_t>(count), 'x'));
         }
     };
-    const pid_t processes[] = {Started([&] { writing("a"); }), Started([&] { writing("b"); })};
+    const std::vector<pid_t> processes = {Started([&] { writing("a"); }), Started([&] { writing("b"); })};
     for (const pid_t process : processes) {
         int end = 0;
         REQUIRE(waitpid(process, &end, 0) == process);

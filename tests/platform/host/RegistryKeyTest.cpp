@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/host/RegistryKey.h"
@@ -10,16 +11,17 @@
 using namespace platform::host;
 
 TEST_CASE("Names are compared by their capital letters") {
-    const std::u16string_view same[][2] = {{u"hugo", u"HUGO"},
-                                           {u"\u00E4\u00F6\u00FC\u00FF", u"\u00C4\u00D6\u00DC\u0178"},
-                                           {u"\u0161\u017E\u0153\u0142", u"\u0160\u017D\u0152\u0141"},
-                                           {u"\u03B1\u03C9\u03CC", u"\u0391\u03A9\u038C"},
-                                           {u"\u0436\u0451", u"\u0416\u0401"}};
-    for (const auto& pair : same) {
-        CHECK(NameEqual()(pair[0], pair[1]));
-        CHECK(NameHash()(pair[0]) == NameHash()(pair[1]));
-        CHECK_FALSE(NameLess()(pair[0], pair[1]));
-        CHECK_FALSE(NameLess()(pair[1], pair[0]));
+    const std::vector<std::pair<std::u16string_view, std::u16string_view>> same = {
+        {u"hugo", u"HUGO"},
+        {u"\u00E4\u00F6\u00FC\u00FF", u"\u00C4\u00D6\u00DC\u0178"},
+        {u"\u0161\u017E\u0153\u0142", u"\u0160\u017D\u0152\u0141"},
+        {u"\u03B1\u03C9\u03CC", u"\u0391\u03A9\u038C"},
+        {u"\u0436\u0451", u"\u0416\u0401"}};
+    for (const auto& [one, other] : same) {
+        CHECK(NameEqual()(one, other));
+        CHECK(NameHash()(one) == NameHash()(other));
+        CHECK_FALSE(NameLess()(one, other));
+        CHECK_FALSE(NameLess()(other, one));
     }
     CHECK_FALSE(NameEqual()(u"\u00F7", u"\u00D7"));  // the signs that stand in the letters' places
     CHECK_FALSE(NameEqual()(u"\u00DF", u"ss"));
@@ -32,8 +34,8 @@ TEST_CASE("Subkeys and values by number stay right through any row of changes") 
     RegistryKey key;
     std::vector<std::u16string> names;   // of the subkeys, in order
     std::vector<std::u16string> values;  // in order of first writing
-    for (int step = 0; step < 6000; ++step) {
-        const unsigned growing = step / 1000 % 2 == 0 ? 3 : 1;
+    for (std::size_t step = 0; step < 6000; ++step) {
+        const std::size_t growing = step / 1000 % 2 == 0 ? 3 : 1;
         const std::u16string name = {static_cast<char16_t>(u'A' + random() % 26),
                                      static_cast<char16_t>(u'A' + random() % 8)};
         const auto value = std::find(values.begin(), values.end(), name);
