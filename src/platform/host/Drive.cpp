@@ -1,0 +1,164 @@
+#include "platform/host/Drive.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <system_error>
+#include <vector>
+
+#include "platform/Regional.h"
+#include "platform/host/HostStatus.h"
+#include "platform/host/Machine.h"
+#include "platform/host/NameOrder.h"
+#include "platform/host/Unicode.h"
+
+namespace platform::host {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+bool IsSeparator(char16_t character) {
+    return character == u'\\' || character == u'/';
+}
+
+bool IsForbidden(char16_t character) {
+    return character < u' ' || std::u16string_view(u"<>\"|?*:").find(character) != std::u16string_view::npos;
+}
+
+// A path "C:\...", taken apart.
+struct DrivePath {
+    char16_t drive;  // the small letter
+    std::vector<std::u16string> names;
+    bool namesFolder;  // it ends in a separator
+};
+
+// Windows takes no notice of points and blanks at a name's end.
+void NameAppend(DrivePath& path, std::u16string_view name) {
+    if (name == u"..") {
+        if (!path.names.empty()) {
+            path.names.pop_back();
+        }
+        return;
+    }
+    name = name.substr(0, name.find_last_not_of(u". ") + 1);
+    if (!name.empty()) {
+        path.names.emplace_back(name);
+    }
+}
+
+// Nothing when the path has no drive.
+std::optional<DrivePath> Parsed(std::u16string_view path) {
+    const char16_t letter = path.empty() ? u' ' : static_cast<char16_t>(path[0] | 0x20);
+    if (path.size() < 3 || letter < u'a' || letter > u'z' || path[1] != u':' || !IsSeparator(path[2])) {
+        return {};
+    }
+    DrivePath parsed{letter, {}, IsSeparator(path.back())};
+    path.remove_prefix(3);
+    while (!path.empty()) {
+        const std::u16string_view name = path.substr(
+            0, static_cast<std::size_t>(std::find_if(path.begin(), path.end(), IsSeparator) - path.begin()));
+        NameAppend(parsed, name);
+        path.remove_prefix(std::min(name.size() + 1, path.size()));
+    }
+    return parsed;
+}
+
+DrivePlace PlaceOnDisk(fs::path path) {
+    struct stat found {};
+    if (stat(path.c_str(), &found) != 0) {
+        return {StatusFromErrno(errno), std::move(path)};
+    }
+    return {StatusSuccess, std::move(path), found.st_mode};
+}
+
+// The place of a name in a folder.
+DrivePlace FindName(const fs::path& folder, std::u16string_view name) {
+    DrivePlace exact = PlaceOnDisk(folder / ToUtf8(name));
+    if (exact.status != StatusFileNotFound) {
+        return exact;
+    }
+    // Of several spellings the same one is found each time.
+    std::optional<fs::path> spelling;
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
+        if (NameEqual()(FromUtf8(entry->path().filename().native()), name) &&
+            (!spelling || entry->path() < *spelling)) {
+            spelling = entry->path();
+        }
+    }
+    if (error) {
+        return {StatusFromErrno(error.value()), {}};
+    }
+    return spelling ? PlaceOnDisk(std::move(*spelling)) : exact;
+}
+
+// The place of the folder that a drive's names lead to, but for the last `without` ones.
+DrivePlace FindFolder(const DrivePath& path, std::size_t without) {
+    DrivePlace place = FindName(MachineFolder() / "drives", std::u16string(1, path.drive));
+    for (std::size_t number = 0; place.IsFolder() && number + without < path.names.size(); ++number) {
+        place = FindName(place.path, path.names[number]);
+    }
+    if (place.status == StatusFileNotFound || (place.status == StatusSuccess && !place.IsFolder())) {
+        return {StatusPathNotFound, {}};
+    }
+    return place;
+}
+
+bool IsName(std::u16string_view name) {
+    return std::none_of(name.begin(), name.end(), IsForbidden);
+}
+
+}  // namespace
+
+DrivePlace FindPlace(std::string_view path) {
+    const std::u16string text = TextFromAnsi(std::string(path));
+    const std::optional<DrivePath> parsed = Parsed(text);
+    if (!parsed) {
+        const bool bareName = !text.empty() && IsName(text) && std::none_of(text.begin(), text.end(), IsSeparator);
+        return {bareName ? StatusFileNotFound : StatusPathNotFound, {}};
+    }
+    if (!std::all_of(parsed->names.begin(), parsed->names.end(), IsName)) {
+        return {StatusInvalidName, {}};
+    }
+    DrivePlace folder = FindFolder(*parsed, 1);
+    if (folder.status != StatusSuccess || parsed->names.empty()) {
+        return folder;
+    }
+    DrivePlace place = FindName(folder.path, parsed->names.back());
+    if (parsed->namesFolder && !place.IsFolder()) {
+        return {StatusInvalidName, {}};
+    }
+    return place;
+}
+
+std::optional<FilePattern> FindPattern(std::string_view path) {
+    std::optional<DrivePath> parsed = Parsed(TextFromAnsi(std::string(path)));
+    if (!parsed || parsed->namesFolder || parsed->names.empty()) {
+        return {};
+    }
+    DrivePlace folder = FindFolder(*parsed, 1);
+    if (folder.status != StatusSuccess) {
+        return {};
+    }
+    return FilePattern{std::move(folder.path), std::move(parsed->names.back())};
+}
+
+std::optional<std::u16string> DrivePathOf(const fs::path& hostPath) {
+    std::error_code error;
+    const fs::path drives = fs::canonical(MachineFolder() / "drives", error);
+    if (error) {
+        return {};
+    }
+    const fs::path inDrives = hostPath.lexically_relative(drives);
+    const std::u16string drive = inDrives.empty() ? std::u16string() : FromUtf8(inDrives.begin()->native());
+    if (drive.size() != 1 || drive == u".") {
+        return {};
+    }
+    std::u16string path = {Capital(drive.front()), u':'};
+    for (auto name = std::next(inDrives.begin()); name != inDrives.end(); ++name) {
+        path += u'\\' + FromUtf8(name->native());
+    }
+    return path.size() == 2 ? path + u'\\' : path;
+}
+
+}  // namespace platform::host

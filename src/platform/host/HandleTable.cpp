@@ -1,0 +1,44 @@
+#include "platform/host/HandleTable.h"
+
+#include <map>
+#include <utility>
+
+namespace platform::host {
+
+namespace {
+
+constexpr Handle HandleStep = 4;  // as the numbers of Windows' own handles
+
+struct HandleTable {
+    std::map<Handle, HandleObject> objects;
+    Handle last = 0;
+};
+
+HandleTable& Table() {
+    static HandleTable table;
+    return table;
+}
+
+}  // namespace
+
+Handle HandleAdd(HandleObject object) {
+    HandleTable& table = Table();
+    table.last += HandleStep;
+    table.objects.emplace(table.last, std::move(object));
+    return table.last;
+}
+
+HandleObject* HandleFind(Handle handle) {
+    const auto place = Table().objects.find(handle);
+    return place == Table().objects.end() ? nullptr : &place->second;
+}
+
+}  // namespace platform::host
+
+namespace platform {
+
+Status CloseHandle(Handle handle) {
+    return host::Table().objects.erase(handle) == 0 ? StatusInvalidHandle : StatusSuccess;
+}
+
+}  // namespace platform

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <memory>
+#include <variant>
+
+#include "platform/Handle.h"
+#include "platform/host/FileDescriptor.h"
+#include "platform/host/StartedProcess.h"
+
+// What the handles of files and processes stand for. Both are closed by one call, so they share their numbers; a number
+// is not given out again, so that a stale handle is told from a live one.
+namespace platform::host {
+
+struct ProcessReference {
+    std::shared_ptr<StartedProcess> process;
+    bool waitable;  // opened with the right to wait
+};
+
+using HandleObject = std::variant<FileDescriptor, ProcessReference>;
+
+Handle HandleAdd(HandleObject object);
+
+// Null when there is no such handle.
+HandleObject* HandleFind(Handle handle);
+
+// The object when the handle stands for one of this type, null otherwise.
+template <typename Object>
+Object* HandleFindAs(Handle handle) {
+    return std::get_if<Object>(HandleFind(handle));
+}
+
+}  // namespace platform::host

@@ -1,0 +1,200 @@
+#include "platform/host/StartedProcess.h"
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <map>
+#include <string_view>
+#include <thread>
+
+#include "platform/host/FileDescriptor.h"
+#include "platform/host/Machine.h"
+#include "platform/host/Terminal.h"
+
+extern char** environ;
+
+namespace platform::host {
+
+namespace {
+
+using Children = std::map<pid_t, std::shared_ptr<StartedProcess>>;
+
+Children& StartedChildren() {
+    static Children children;
+    return children;
+}
+
+void LetEndedGo() {
+    std::erase_if(StartedChildren(), [](const Children::value_type& child) { return child.second->Ended(); });
+}
+
+// What the new process needs, made before the fork: behind it nothing may take memory.
+struct StartPlan {
+    explicit StartPlan(const StartOrder& order) : directory(order.directory), program(order.program) {
+        machine += std::filesystem::absolute(MachineFolder()).native();
+        for (const std::string& argument : order.arguments) {
+            arguments.push_back(const_cast<char*>(argument.c_str()));
+        }
+        arguments.push_back(nullptr);
+        const std::string_view machineName = std::string_view(machine).substr(0, machine.find('=') + 1);
+        for (char** variable = environ; variable != nullptr && *variable != nullptr; ++variable) {
+            if (!std::string_view(*variable).starts_with(machineName)) {
+                variables.push_back(*variable);
+            }
+        }
+        variables.push_back(machine.data());
+        variables.push_back(nullptr);
+    }
+    StartPlan(const StartPlan&) = delete;
+    StartPlan& operator=(const StartPlan&) = delete;
+
+    std::string machine = "VTV4V_MACHINE=";
+    std::filesystem::path directory;
+    std::filesystem::path program;
+    std::vector<char*> arguments;
+    std::vector<char*> variables;
+    bool getsTerminal = TerminalHeld();
+    pid_t ourGroup = getpgrp();
+};
+
+// From the background only a process that pays no heed to SIGTTOU can hand the terminal on.
+void TerminalHandOver(pid_t group) {
+    std::signal(SIGTTOU, SIG_IGN);
+    tcsetpgrp(STDIN_FILENO, group);
+    std::signal(SIGTTOU, SIG_DFL);
+}
+
+void SignalsReset() {
+    for (const int number : {SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGPIPE, SIGTSTP, SIGTTIN, SIGTTOU, SIGCHLD, SIGXFSZ}) {
+        std::signal(number, SIG_DFL);
+    }
+    sigset_t none;
+    sigemptyset(&none);
+    sigprocmask(SIG_SETMASK, &none, nullptr);
+}
+
+void InputEmpty() {
+    const int null = open("/dev/null", O_RDONLY);
+    if (null > STDIN_FILENO) {
+        dup2(null, STDIN_FILENO);
+        close(null);
+    }
+}
+
+// In the new process. The terminal is taken before the program runs, so that it never reads from behind; a program that
+// cannot run gives it back.
+[[noreturn]] void Become(const StartPlan& plan, int failureReport) {
+    SignalsReset();
+    setpgid(0, 0);
+    if (plan.getsTerminal) {
+        TerminalHandOver(getpid());
+    } else {
+        InputEmpty();
+    }
+    // A folder that cannot be entered is no reason not to start.
+    if (!plan.directory.empty() && chdir(plan.directory.c_str()) != 0) {
+        errno = 0;
+    }
+    execve(plan.program.c_str(), plan.arguments.data(), plan.variables.data());
+    const int failure = errno;
+    if (plan.getsTerminal) {
+        TerminalHandOver(plan.ourGroup);
+    }
+    while (write(failureReport, &failure, sizeof failure) < 0 && errno == EINTR) {
+    }
+    _exit(127);
+}
+
+// The two ends of a pipe that no started program inherits.
+bool PrivatePipe(FileDescriptor& readEnd, FileDescriptor& writeEnd) {
+    std::array<int, 2> ends{};
+    if (pipe(ends.data()) != 0) {
+        return false;
+    }
+    readEnd = FileDescriptor(ends[0]);
+    writeEnd = FileDescriptor(ends[1]);
+    return fcntl(ends[0], F_SETFD, FD_CLOEXEC) == 0 && fcntl(ends[1], F_SETFD, FD_CLOEXEC) == 0;
+}
+
+// The errno that the new process reports; 0 when its program runs, which closed the pipe.
+int StartFailure(const FileDescriptor& report) {
+    int failure = 0;
+    const ssize_t got = Uninterrupted([&] { return read(report.Get(), &failure, sizeof failure); });
+    return got == static_cast<ssize_t>(sizeof failure) ? failure : 0;
+}
+
+}  // namespace
+
+bool StartedProcess::Ended() {
+    if (!ended_) {
+        if (isChild_) {
+            const pid_t result = Uninterrupted([&] { return waitpid(number_, nullptr, WNOHANG); });
+            ended_ = result == number_ || (result < 0 && errno == ECHILD);
+        } else {
+            ended_ = kill(number_, 0) != 0 && errno == ESRCH;
+        }
+    }
+    return ended_;
+}
+
+bool StartedProcess::EndAwaited(std::optional<std::chrono::milliseconds> limit) {
+    using Clock = std::chrono::steady_clock;
+    constexpr std::chrono::milliseconds LongestPause(10);
+    const Clock::time_point start = Clock::now();
+    std::chrono::milliseconds pause(1);
+    while (!Ended()) {
+        if (limit) {
+            const auto left = std::chrono::ceil<std::chrono::milliseconds>(start + *limit - Clock::now());
+            if (left.count() <= 0) {
+                return false;
+            }
+            pause = std::min(pause, left);
+        }
+        std::this_thread::sleep_for(pause);
+        pause = std::min(pause * 2, LongestPause);
+    }
+    return true;
+}
+
+int StartProgram(const StartOrder& order, pid_t& process) {
+    LetEndedGo();
+    const StartPlan plan(order);
+    FileDescriptor reportRead;
+    FileDescriptor reportWrite;
+    if (!PrivatePipe(reportRead, reportWrite)) {
+        return errno;
+    }
+    const pid_t child = fork();
+    if (child < 0) {
+        return errno;
+    }
+    if (child == 0) {
+        Become(plan, reportWrite.Get());
+    }
+    reportWrite.Close();
+    if (const int failure = StartFailure(reportRead); failure != 0) {
+        Uninterrupted([&] { return waitpid(child, nullptr, 0); });
+        return failure;
+    }
+    if (plan.getsTerminal) {
+        TerminalLend(child);
+    }
+    process = child;
+    StartedChildren()[child] = std::make_shared<StartedProcess>(child, true);
+    return 0;
+}
+
+std::shared_ptr<StartedProcess> FindProcess(pid_t number) {
+    if (const auto child = StartedChildren().find(number); child != StartedChildren().end()) {
+        return child->second;
+    }
+    auto other = std::make_shared<StartedProcess>(number, false);
+    return number > 0 && !other->Ended() ? other : nullptr;
+}
+
+}  // namespace platform::host
