@@ -59,15 +59,7 @@ struct StartPlan {
     std::vector<char*> arguments;
     std::vector<char*> variables;
     bool getsTerminal = TerminalHeld();
-    pid_t ourGroup = getpgrp();
 };
-
-// From the background only a process that pays no heed to SIGTTOU can hand the terminal on.
-void TerminalHandOver(pid_t group) {
-    std::signal(SIGTTOU, SIG_IGN);
-    tcsetpgrp(STDIN_FILENO, group);
-    std::signal(SIGTTOU, SIG_DFL);
-}
 
 void SignalsReset() {
     for (const int number : {SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGPIPE, SIGTSTP, SIGTTIN, SIGTTOU, SIGCHLD, SIGXFSZ}) {
@@ -86,14 +78,51 @@ void InputEmpty() {
     }
 }
 
-// In the new process. The terminal is taken before the program runs, so that it never reads from behind; a program that
-// cannot run gives it back.
-[[noreturn]] void Become(const StartPlan& plan, int failureReport) {
-    SignalsReset();
+// A pipe whose ends no started program inherits.
+class PrivatePipe {
+public:
+    bool Open() {
+        std::array<int, 2> ends{};
+        if (pipe(ends.data()) != 0) {
+            return false;
+        }
+        readEnd_ = FileDescriptor(ends[0]);
+        writeEnd_ = FileDescriptor(ends[1]);
+        return fcntl(ends[0], F_SETFD, FD_CLOEXEC) == 0 && fcntl(ends[1], F_SETFD, FD_CLOEXEC) == 0;
+    }
+    void WriteEndClose() { writeEnd_.Close(); }
+
+    void Write(int number) const {
+        Uninterrupted([&] { return write(writeEnd_.Get(), &number, sizeof number); });
+    }
+    // Waits for a number; 0 when the other end is closed without one.
+    [[nodiscard]] int Read() const {
+        int number = 0;
+        const ssize_t got = Uninterrupted([&] { return read(readEnd_.Get(), &number, sizeof number); });
+        return got == static_cast<ssize_t>(sizeof number) ? number : 0;
+    }
+
+private:
+    FileDescriptor readEnd_;
+    FileDescriptor writeEnd_;
+};
+
+// `gate` lets the new process go on once the terminal is its own, so that it never reads from the background and the
+// terminal's modes are still ours when it is lent. `failure` tells why the program could not run.
+struct StartPipes {
+    PrivatePipe gate;
+    PrivatePipe failure;
+};
+
+// In the new process.
+[[noreturn]] void Become(const StartPlan& plan, StartPipes& pipes) {
     setpgid(0, 0);
-    if (plan.getsTerminal) {
-        TerminalHandOver(getpid());
-    } else {
+    pipes.gate.WriteEndClose();
+    if (pipes.gate.Read() == 0) {
+        _exit(127);
+    }
+    SignalsReset();
+    if (!plan.getsTerminal) {
         InputEmpty();
     }
     // A folder that cannot be entered is no reason not to start.
@@ -101,31 +130,8 @@ void InputEmpty() {
         errno = 0;
     }
     execve(plan.program.c_str(), plan.arguments.data(), plan.variables.data());
-    const int failure = errno;
-    if (plan.getsTerminal) {
-        TerminalHandOver(plan.ourGroup);
-    }
-    while (write(failureReport, &failure, sizeof failure) < 0 && errno == EINTR) {
-    }
+    pipes.failure.Write(errno);
     _exit(127);
-}
-
-// The two ends of a pipe that no started program inherits.
-bool PrivatePipe(FileDescriptor& readEnd, FileDescriptor& writeEnd) {
-    std::array<int, 2> ends{};
-    if (pipe(ends.data()) != 0) {
-        return false;
-    }
-    readEnd = FileDescriptor(ends[0]);
-    writeEnd = FileDescriptor(ends[1]);
-    return fcntl(ends[0], F_SETFD, FD_CLOEXEC) == 0 && fcntl(ends[1], F_SETFD, FD_CLOEXEC) == 0;
-}
-
-// The errno that the new process reports; 0 when its program runs, which closed the pipe.
-int StartFailure(const FileDescriptor& report) {
-    int failure = 0;
-    const ssize_t got = Uninterrupted([&] { return read(report.Get(), &failure, sizeof failure); });
-    return got == static_cast<ssize_t>(sizeof failure) ? failure : 0;
 }
 
 }  // namespace
@@ -164,9 +170,8 @@ bool StartedProcess::EndAwaited(std::optional<std::chrono::milliseconds> limit) 
 int StartProgram(const StartOrder& order, pid_t& process) {
     LetEndedGo();
     const StartPlan plan(order);
-    FileDescriptor reportRead;
-    FileDescriptor reportWrite;
-    if (!PrivatePipe(reportRead, reportWrite)) {
+    StartPipes pipes;
+    if (!pipes.gate.Open() || !pipes.failure.Open()) {
         return errno;
     }
     const pid_t child = fork();
@@ -174,15 +179,18 @@ int StartProgram(const StartOrder& order, pid_t& process) {
         return errno;
     }
     if (child == 0) {
-        Become(plan, reportWrite.Get());
+        Become(plan, pipes);
     }
-    reportWrite.Close();
-    if (const int failure = StartFailure(reportRead); failure != 0) {
-        Uninterrupted([&] { return waitpid(child, nullptr, 0); });
-        return failure;
-    }
+    // Both sides make the group: whoever comes first, it is there for both.
+    setpgid(child, child);
     if (plan.getsTerminal) {
         TerminalLend(child);
+    }
+    pipes.gate.Write(1);
+    pipes.failure.WriteEndClose();
+    if (const int failure = pipes.failure.Read(); failure != 0) {
+        Uninterrupted([&] { return waitpid(child, nullptr, 0); });
+        return failure;
     }
     process = child;
     StartedChildren()[child] = std::make_shared<StartedProcess>(child, true);

@@ -1,0 +1,138 @@
+// Makes a machine folder in which the program runs through: environment, folders, and an editor for text files.
+// What is there already stays as it is, so that a machine in use can be completed.
+
+#include <cstdlib>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include "SampleParts.h"
+#include "platform/RegistryCalls.h"
+#include "platform/host/MachineEnvironment.h"
+#include "platform/host/Unicode.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view Folders[] = {"drives/c/Users/hugo/Eigene Dateien", "drives/c/Windows/System32",
+                                        "drives/c/Program Files/Common Files"};
+
+// The unnamed values below HKEY_CLASSES_ROOT by which a text file finds its editor.
+struct ClassValue {
+    const char* key;
+    const char* text;
+};
+constexpr ClassValue ClassValues[] = {
+    {".txt", "txtfile"},
+    {"txtfile", "Textdokument"},
+    {"txtfile\\shell\\open\\command", "\"C:\\Windows\\notepad\" \"%1\""},
+};
+
+void Tell(std::string_view what, std::string_view name) {
+    std::cout << what << "  " << name << '\n';
+}
+
+void FolderMade(const fs::path& machine, std::string_view name) {
+    Tell(fs::create_directories(machine / name) ? "made   " : "kept   ", name);
+}
+
+void Append(const fs::path& path, std::string_view text) {
+    std::ofstream file(path, std::ios::binary | std::ios::app);
+    file << text << std::flush;
+    if (!file) {
+        throw std::runtime_error("cannot write " + path.native());
+    }
+}
+
+bool EndsInLine(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary | std::ios::ate);
+    return !file || file.tellg() <= 0 || (file.seekg(-1, std::ios::end), file.get() == '\n');
+}
+
+void EnvironmentMade(const fs::path& machine) {
+    const fs::path path = machine / "environment";
+    const auto present = platform::host::MachineEnvironment();
+    std::istringstream lines{EnvironmentText};
+    for (std::string line; std::getline(lines, line);) {
+        const std::string name = line.substr(0, line.find('='));
+        if (present.contains(platform::host::FromUtf8(name))) {
+            Tell("kept   ", "environment: " + name);
+        } else {
+            Append(path, (EndsInLine(path) ? "" : "\n") + line + "\n");
+            Tell("made   ", "environment: " + line);
+        }
+    }
+}
+
+void ProgramMade(const fs::path& machine, std::string_view name, std::string_view text) {
+    const fs::path path = machine / name;
+    if (fs::exists(path)) {
+        Tell("kept   ", name);
+        return;
+    }
+    // The program gets its name when it is whole.
+    const fs::path beside = path.native() + ".new";
+    fs::remove(beside);
+    Append(beside, text);
+    fs::permissions(beside, fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec,
+                    fs::perm_options::add);
+    fs::rename(beside, path);
+    Tell("made   ", name);
+}
+
+bool IsUnset(platform::Handle key) {
+    std::uint32_t type = platform::RegNone;
+    std::uint32_t size = 0;
+    return platform::RegQueryValueExA(key, "", type, {}, size) == platform::StatusFileNotFound;
+}
+
+void ClassValueMade(const ClassValue& value) {
+    platform::Handle key = 0;
+    std::uint32_t disposition = 0;
+    platform::Status status = platform::RegCreateKeyExA(
+        platform::KeyClassesRoot, value.key, "", 0, platform::KeyQueryValue + platform::KeySetValue, key, disposition);
+    const bool unset = status == platform::StatusSuccess && IsUnset(key);
+    if (unset) {
+        status = platform::RegSetValueExA(key, "", platform::RegSz, value.text);
+    }
+    platform::RegCloseKey(key);
+    if (status != platform::StatusSuccess) {
+        throw std::runtime_error("the registry refuses " + std::string(value.key) + ": " + std::to_string(status));
+    }
+    Tell(unset ? "made   " : "kept   ", "HKEY_CLASSES_ROOT\\" + std::string(value.key));
+}
+
+void MachineMade(const fs::path& machine) {
+    fs::create_directories(machine);
+    setenv("VTV4V_MACHINE", fs::absolute(machine).c_str(), 1);
+    for (const std::string_view folder : Folders) {
+        FolderMade(machine, folder);
+    }
+    EnvironmentMade(machine);
+    ProgramMade(machine, "drives/c/Windows/notepad", NotepadText);
+    for (const ClassValue& value : ClassValues) {
+        ClassValueMade(value);
+    }
+}
+
+}  // namespace
+
+int main(int argumentCount, char* arguments[]) {
+    if (argumentCount != 2 || arguments[1][0] == '\0' || arguments[1][0] == '-') {
+        std::cerr << "usage: sample-machine DIR\n";
+        return 2;
+    }
+    try {
+        MachineMade(arguments[1]);
+    } catch (const std::exception& error) {
+        std::cerr << "sample-machine: " << error.what() << '\n';
+        return 1;
+    }
+    return 0;
+}
