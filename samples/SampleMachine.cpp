@@ -12,7 +12,10 @@
 #include <string_view>
 
 #include "SampleParts.h"
+#include "platform/Process.h"
+#include "platform/Regional.h"
 #include "platform/RegistryCalls.h"
+#include "platform/host/Drive.h"
 #include "platform/host/MachineEnvironment.h"
 #include "platform/host/Unicode.h"
 
@@ -20,8 +23,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::string_view Folders[] = {"drives/c/Users/hugo/Eigene Dateien", "drives/c/Windows/System32",
-                                        "drives/c/Program Files/Common Files"};
+constexpr const char* Folders[] = {"C:\\Windows\\System32", "C:\\Program Files\\Common Files"};
+constexpr const char* NotepadPath = "C:\\Windows\\notepad";
 
 // The unnamed values below HKEY_CLASSES_ROOT by which a text file finds its editor.
 struct ClassValue {
@@ -35,11 +38,21 @@ constexpr ClassValue ClassValues[] = {
 };
 
 void Tell(std::string_view what, std::string_view name) {
-    std::cout << what << "  " << name << '\n';
+    std::cout << what << name << '\n';
 }
 
-void FolderMade(const fs::path& machine, std::string_view name) {
-    Tell(fs::create_directories(machine / name) ? "made   " : "kept   ", name);
+// Goes down level by level, because one that is there may be spelled in other letter case.
+void FolderMade(const fs::path& machine, const std::string& path) {
+    bool made = fs::create_directories(platform::host::FindPlace("C:\\").IsFolder() ? machine : machine / "drives/c");
+    for (std::size_t end = path.find('\\'); end != std::string::npos;) {
+        end = path.find('\\', end + 1);
+        const platform::host::DrivePlace place = platform::host::FindPlace(path.substr(0, end));
+        made = place.status == platform::StatusFileNotFound && fs::create_directory(place.path);
+    }
+    if (!platform::host::FindPlace(path).IsFolder()) {
+        throw std::runtime_error("cannot make the folder " + platform::host::ToUtf8(platform::TextFromAnsi(path)));
+    }
+    Tell(made ? "made  " : "kept  ", platform::host::ToUtf8(platform::TextFromAnsi(path)));
 }
 
 void Append(const fs::path& path, std::string_view text) {
@@ -62,28 +75,28 @@ void EnvironmentMade(const fs::path& machine) {
     for (std::string line; std::getline(lines, line);) {
         const std::string name = line.substr(0, line.find('='));
         if (present.contains(platform::host::FromUtf8(name))) {
-            Tell("kept   ", "environment: " + name);
+            Tell("kept  ", "environment: " + name);
         } else {
             Append(path, (EndsInLine(path) ? "" : "\n") + line + "\n");
-            Tell("made   ", "environment: " + line);
+            Tell("made  ", "environment: " + line);
         }
     }
 }
 
-void ProgramMade(const fs::path& machine, std::string_view name, std::string_view text) {
-    const fs::path path = machine / name;
-    if (fs::exists(path)) {
-        Tell("kept   ", name);
+void ProgramMade(const std::string& path, std::string_view text) {
+    const platform::host::DrivePlace place = platform::host::FindPlace(path);
+    if (place.status == platform::StatusSuccess) {
+        Tell("kept  ", path);
         return;
     }
     // The program gets its name when it is whole.
-    const fs::path beside = path.native() + ".new";
+    const fs::path beside = place.path.native() + ".new";
     fs::remove(beside);
     Append(beside, text);
     fs::permissions(beside, fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec,
                     fs::perm_options::add);
-    fs::rename(beside, path);
-    Tell("made   ", name);
+    fs::rename(beside, place.path);
+    Tell("made  ", path);
 }
 
 bool IsUnset(platform::Handle key) {
@@ -105,17 +118,19 @@ void ClassValueMade(const ClassValue& value) {
     if (status != platform::StatusSuccess) {
         throw std::runtime_error("the registry refuses " + std::string(value.key) + ": " + std::to_string(status));
     }
-    Tell(unset ? "made   " : "kept   ", "HKEY_CLASSES_ROOT\\" + std::string(value.key));
+    Tell(unset ? "made  " : "kept  ", "HKEY_CLASSES_ROOT\\" + std::string(value.key));
 }
 
 void MachineMade(const fs::path& machine) {
     fs::create_directories(machine);
     setenv("VTV4V_MACHINE", fs::absolute(machine).c_str(), 1);
-    for (const std::string_view folder : Folders) {
+    EnvironmentMade(machine);
+    FolderMade(machine, platform::GetEnvironmentVariableA("HOMEDRIVE") + platform::GetEnvironmentVariableA("HOMEPATH") +
+                            "\\Eigene Dateien");
+    for (const char* const folder : Folders) {
         FolderMade(machine, folder);
     }
-    EnvironmentMade(machine);
-    ProgramMade(machine, "drives/c/Windows/notepad", NotepadText);
+    ProgramMade(NotepadPath, NotepadText);
     for (const ClassValue& value : ClassValues) {
         ClassValueMade(value);
     }

@@ -145,20 +145,23 @@ std::optional<FilePattern> FindPattern(std::string_view path) {
 
 std::optional<std::u16string> DrivePathOf(const fs::path& hostPath) {
     std::error_code error;
-    const fs::path drives = fs::canonical(MachineFolder() / "drives", error);
-    if (error) {
-        return {};
+    for (fs::directory_iterator drive(MachineFolder() / "drives", error), end; !error && drive != end;
+         drive.increment(error)) {
+        std::error_code broken;
+        const fs::path inDrive = hostPath.lexically_relative(fs::canonical(drive->path(), broken));
+        const std::u16string letter = FromUtf8(drive->path().filename().native());
+        if (broken || inDrive.empty() || *inDrive.begin() == ".." || letter.size() != 1) {
+            continue;
+        }
+        std::u16string path = {Capital(letter.front()), u':', u'\\'};
+        for (const fs::path& name : inDrive) {
+            if (name != ".") {
+                path += (path.size() > 3 ? u"\\" : u"") + FromUtf8(name.native());
+            }
+        }
+        return path;
     }
-    const fs::path inDrives = hostPath.lexically_relative(drives);
-    const std::u16string drive = inDrives.empty() ? std::u16string() : FromUtf8(inDrives.begin()->native());
-    if (drive.size() != 1 || drive == u".") {
-        return {};
-    }
-    std::u16string path = {Capital(drive.front()), u':'};
-    for (auto name = std::next(inDrives.begin()); name != inDrives.end(); ++name) {
-        path += u'\\' + FromUtf8(name->native());
-    }
-    return path.size() == 2 ? path + u'\\' : path;
+    return {};
 }
 
 }  // namespace platform::host

@@ -1,0 +1,204 @@
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cmath>
+#include <ctime>
+#include <filesystem>
+#include <vector>
+
+#include "Check.h"
+#include "TestMachine.h"
+#include "platform/FileCalls.h"
+#include "platform/Process.h"
+#include "platform/host/Machine.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using platform::CreateAlways;
+using platform::CreateNew;
+using platform::GenericRead;
+using platform::GenericWrite;
+using platform::OpenExisting;
+
+fs::path Disk(const std::string& name) {
+    return platform::host::MachineFolder() / "drives/c" / name;
+}
+
+platform::Status Opened(const std::string& path, std::uint32_t access, std::uint32_t disposition) {
+    platform::Handle file = -1;
+    const platform::Status status = platform::CreateFileA(path, access, disposition, file);
+    CHECK((file != 0) == (status == platform::StatusSuccess));
+    platform::CloseHandle(file);
+    return status;
+}
+
+// The exit code of a process that runs `steps`, for limits that end with it.
+template <typename Steps>
+int ExitCodeOf(Steps&& steps) {
+    const pid_t child = fork();
+    if (child == 0) {
+        _exit(steps());
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+}  // namespace
+
+TEST_CASE("A file of the drive is written, read and found in any letter case") {
+    const TestMachine machine;
+    platform::Handle file = 0;
+    REQUIRE(platform::CreateFileA("C:\\users\\HUGO\\\xC4rger.txt", GenericWrite, CreateNew, file) == 0);
+    CHECK(platform::WriteFile(file, "erst") == 0);
+    CHECK(platform::FlushFileBuffers(file) == 0);
+    std::uint32_t read = 7;
+    std::string buffer(9, ' ');
+    CHECK(platform::ReadFile(file, buffer, read) == platform::StatusAccessDenied);
+    CHECK(platform::CloseHandle(file) == 0);
+    CHECK(platform::CloseHandle(file) == platform::StatusInvalidHandle);
+    CHECK(platform::WriteFile(file, "x") == platform::StatusInvalidHandle);
+    CHECK(fs::exists(Disk("Users/hugo/\u00C4rger.txt")));
+
+    REQUIRE(platform::CreateFileA("c:/USERS/hugo/\xE4RGER.TXT", GenericRead, OpenExisting, file) == 0);
+    CHECK(platform::ReadFile(file, buffer, read) == 0);
+    CHECK(buffer.substr(0, read) == "erst");
+    CHECK(platform::ReadFile(file, buffer, read) == 0);
+    CHECK(read == 0);
+    CHECK(platform::CloseHandle(file) == 0);
+
+    FileContent("C:\\Users\\hugo\\a", "small");
+    FileContent("C:\\Users\\hugo\\A", "capital");
+    CHECK(platform::MoveFileExA("C:\\Users\\hugo\\A", "C:\\Users\\hugo\\b") == 0);
+    CHECK(FileContent("C:\\Users\\hugo\\b") == "capital");
+    CHECK(FileContent("C:\\Users\\hugo\\a") == "small");
+}
+
+TEST_CASE("Each way of not being able to open a file has its status") {
+    const TestMachine machine;
+    FileContent("C:\\Users\\file", "");
+    FileContent("C:\\Users\\readonly", "");
+    FileContent("C:\\Users\\secret", "");
+    chmod(Disk("Users/readonly").c_str(), 0444);
+    chmod(Disk("Users/secret").c_str(), 0244);
+    fs::create_directory(Disk("locked"));
+    chmod(Disk("locked").c_str(), 0555);
+    struct Case {
+        std::string path;
+        platform::Status reading;
+        platform::Status creating;
+    };
+    const std::vector<Case> cases = {
+        {"C:\\Users\\missing", 2, 0},
+        {"C:\\none\\file", 3, 3},
+        {"C:\\Users\\file\\below", 3, 3},
+        {"D:\\file", 3, 3},
+        {"\\Users\\file", 3, 3},
+        {"\\\\server\\share\\file", 3, 3},
+        {"", 3, 3},
+        {"C:\\", 5, 5},
+        {"C:\\Users", 5, 5},
+        {"C:\\Users\\", 5, 5},
+        {"C:\\Users\\readonly", 0, 5},
+        {"C:\\Users\\secret", 5, 0},
+        {"C:\\locked\\new", 2, 5},
+        {"C:\\Users\\a*b", 123, 123},
+        {"C:\\Users\\a\tb", 123, 123},
+        {"C:\\Users\\file:stream", 123, 123},
+        {"C:\\Users\\file\\", 123, 123},
+        {"C:\\Users\\" + std::string(300, 'x'), 123, 123},
+        {"C:\\Users\\..\\..\\..\\Users\\.\\file", 0, 0},
+        {"C:\\Users\\file. .", 0, 0},
+    };
+    for (const Case& each : cases) {
+        CAPTURE(each.path);
+        CHECK(Opened(each.path, GenericRead, OpenExisting) == each.reading);
+        CHECK(Opened(each.path, GenericWrite, CreateAlways) == each.creating);
+    }
+    CHECK(Opened("C:\\Users\\file", GenericWrite, CreateNew) == platform::StatusFileExists);
+}
+
+TEST_CASE("Moving and deleting spare folders and read-only files") {
+    const TestMachine machine;
+    FileContent("C:\\Users\\new", "new");
+    FileContent("C:\\Users\\old", "old");
+    chmod(Disk("Users/old").c_str(), 0444);
+    CHECK(platform::MoveFileExA("C:\\Users\\new", "C:\\Users\\old") == 5);
+    CHECK(platform::DeleteFileA("C:\\Users\\old") == 5);
+    CHECK(platform::MoveFileExA("C:\\Users\\new", "C:\\Users\\hugo") == 5);
+    CHECK(platform::DeleteFileA("C:\\Users\\hugo") == 5);
+    CHECK(platform::MoveFileExA("C:\\Users\\none", "C:\\Users\\old") == 2);
+    CHECK(platform::MoveFileExA("C:\\Users\\new", "C:\\none\\new") == 3);
+    CHECK(FileContent("C:\\Users\\old") == "old");
+
+    chmod(Disk("Users/old").c_str(), 0644);
+    CHECK(platform::MoveFileExA("C:\\Users\\new", "C:\\Users\\OLD") == 0);
+    CHECK(FileContent("C:\\Users\\old") == "new");
+    CHECK(platform::DeleteFileA("C:\\Users\\old") == 0);
+    CHECK(platform::DeleteFileA("C:\\Users\\old") == 2);
+}
+
+TEST_CASE("A disk that takes no more fails the write and not the program") {
+    const TestMachine machine;
+    const int status = ExitCodeOf([] {
+        char name[] = "program";
+        char* arguments[] = {name};
+        platform::ProcessStart(1, arguments);
+        const rlimit limit{1000, 1000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        platform::Handle file = 0;
+        platform::CreateFileA("C:\\Users\\big", GenericWrite, CreateAlways, file);
+        return platform::WriteFile(file, std::string(2000, 'x'));
+    });
+    CHECK(status == platform::StatusDiskFull);
+    CHECK(FileContent("C:\\Users\\big") == std::string(1000, 'x'));
+}
+
+TEST_CASE("A search finds plain files alone") {
+    const TestMachine machine;
+    for (const char* const name : {"Beta.txt", "alpha.TXT", "gamma", ".hidden.txt"}) {
+        FileContent(std::string("C:\\Users\\hugo\\") + name, "");
+    }
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {"C:\\Users\\hugo\\beta.TXT", "Beta.txt"},
+        {"C:\\Users\\hugo\\*.txt", "alpha.TXT"},
+        {"C:\\Users\\hugo\\B*t", "Beta.txt"},
+        {"C:\\Users\\hugo\\*b*a*x*", "Beta.txt"},
+        {"C:\\Users\\hugo\\?????", "gamma"},
+        {"C:\\Users\\hugo\\??", ""},
+        {"C:\\Users\\hugo\\*.*", "alpha.TXT"},
+        {"C:\\Users\\hugo\\.hidden.txt", ""},
+        {"C:\\Users\\hugo\\.h*", ""},
+        {"C:\\Users\\h*", ""},
+        {"C:\\none\\*", ""},
+        {"C:\\Users\\hugo\\", ""},
+        {"", ""},
+    };
+    for (const auto& [path, name] : cases) {
+        CAPTURE(path);
+        CHECK(platform::FindNormalFile(path) == name);
+    }
+    CHECK(platform::FileExists("C:\\Users\\hugo\\.hidden.txt"));
+    CHECK_FALSE(platform::FileExists("C:\\Users\\hugo"));
+}
+
+TEST_CASE("The last change of a file is told in local time") {
+    {
+        TestMachine machine;
+        machine.Environment("TZ", "UTC-2");  // two hours east of Greenwich
+        tzset();
+        FileContent("C:\\Users\\file", "");
+        const timespec times[] = {{1513419400, 0}, {1513419400, 0}};  // 16 December 2017, 10:16:40 in Greenwich
+        utimensat(AT_FDCWD, Disk("Users/file").c_str(), times, 0);
+        double date = 0;
+        CHECK(platform::DateLastModified("C:\\Users\\file", date) == 0);
+        CHECK(std::fabs(date - (43085 + 44200 / 86400.0)) < 1e-9);
+        CHECK(platform::DateLastModified("C:\\Users\\hugo", date) == 2);
+        CHECK(platform::DateLastModified("C:\\none\\file", date) == 3);
+    }
+    tzset();
+}
