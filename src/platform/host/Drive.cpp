@@ -17,6 +17,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// Told from the host's root, so that a path stays good in a process with another working directory.
+fs::path DrivesFolder() {
+    std::error_code error;
+    fs::path folder = fs::absolute(MachineFolder() / "drives", error);
+    return error ? MachineFolder() / "drives" : folder;
+}
+
 bool IsSeparator(char16_t character) {
     return character == u'\\' || character == u'/';
 }
@@ -94,7 +101,7 @@ DrivePlace FindName(const fs::path& folder, std::u16string_view name) {
 
 // The place of the folder that a drive's names lead to, but for the last `without` ones.
 DrivePlace FindFolder(const DrivePath& path, std::size_t without) {
-    DrivePlace place = FindName(MachineFolder() / "drives", std::u16string(1, path.drive));
+    DrivePlace place = FindName(DrivesFolder(), std::u16string(1, path.drive));
     for (std::size_t number = 0; place.IsFolder() && number + without < path.names.size(); ++number) {
         place = FindName(place.path, path.names[number]);
     }
@@ -145,8 +152,7 @@ std::optional<FilePattern> FindPattern(std::string_view path) {
 
 std::optional<std::u16string> DrivePathOf(const fs::path& hostPath) {
     std::error_code error;
-    for (fs::directory_iterator drive(MachineFolder() / "drives", error), end; !error && drive != end;
-         drive.increment(error)) {
+    for (fs::directory_iterator drive(DrivesFolder(), error), end; !error && drive != end; drive.increment(error)) {
         std::error_code broken;
         const fs::path inDrive = hostPath.lexically_relative(fs::canonical(drive->path(), broken));
         const std::u16string letter = FromUtf8(drive->path().filename().native());

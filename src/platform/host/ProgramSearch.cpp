@@ -57,7 +57,7 @@ public:
 
     bool TriedInDrive(const std::string& path) {
         for (const std::string& name : DriveNames(path)) {
-            if (const DrivePlace place = FindPlace(name); place.IsFile() && Tried(fs::absolute(place.path))) {
+            if (const DrivePlace place = FindPlace(name); place.IsFile() && Tried(place.path)) {
                 return true;
             }
         }

@@ -10,6 +10,7 @@
 #include <csignal>
 #include <map>
 #include <string_view>
+#include <system_error>
 #include <thread>
 
 #include "platform/host/FileDescriptor.h"
@@ -36,7 +37,8 @@ void LetEndedGo() {
 // What the new process needs, made before the fork: behind it nothing may take memory.
 struct StartPlan {
     explicit StartPlan(const StartOrder& order) : directory(order.directory), program(order.program) {
-        machine += std::filesystem::absolute(MachineFolder()).native();
+        std::error_code error;
+        machine += std::filesystem::absolute(MachineFolder(), error).native();
         for (const std::string& argument : order.arguments) {
             arguments.push_back(const_cast<char*>(argument.c_str()));
         }
@@ -61,8 +63,9 @@ struct StartPlan {
     bool getsTerminal = TerminalHeld();
 };
 
+// Signals that a program may set aside for itself, and expects to find as the system has them.
 void SignalsReset() {
-    for (const int number : {SIGINT, SIGQUIT, SIGTERM, SIGHUP, SIGPIPE, SIGTSTP, SIGTTIN, SIGTTOU, SIGCHLD, SIGXFSZ}) {
+    for (const int number : {SIGINT, SIGQUIT, SIGPIPE, SIGTSTP, SIGTTIN, SIGTTOU, SIGCHLD, SIGXFSZ}) {
         std::signal(number, SIG_DFL);
     }
     sigset_t none;
