@@ -99,10 +99,10 @@ DrivePlace FindName(const fs::path& folder, std::u16string_view name) {
     return spelling ? PlaceOnDisk(std::move(*spelling)) : exact;
 }
 
-// The place of the folder that a drive's names lead to, but for the last `without` ones.
-DrivePlace FindFolder(const DrivePath& path, std::size_t without) {
+// The place of the folder that a drive's names lead to, but for the last one.
+DrivePlace FindFolder(const DrivePath& path) {
     DrivePlace place = FindName(DrivesFolder(), std::u16string(1, path.drive));
-    for (std::size_t number = 0; place.IsFolder() && number + without < path.names.size(); ++number) {
+    for (std::size_t number = 0; place.IsFolder() && number + 1 < path.names.size(); ++number) {
         place = FindName(place.path, path.names[number]);
     }
     if (place.status == StatusFileNotFound || (place.status == StatusSuccess && !place.IsFolder())) {
@@ -127,7 +127,7 @@ DrivePlace FindPlace(std::string_view path) {
     if (!std::all_of(parsed->names.begin(), parsed->names.end(), IsName)) {
         return {StatusInvalidName, {}};
     }
-    DrivePlace folder = FindFolder(*parsed, 1);
+    DrivePlace folder = FindFolder(*parsed);
     if (folder.status != StatusSuccess || parsed->names.empty()) {
         return folder;
     }
@@ -143,7 +143,7 @@ std::optional<FilePattern> FindPattern(std::string_view path) {
     if (!parsed || parsed->namesFolder || parsed->names.empty()) {
         return {};
     }
-    DrivePlace folder = FindFolder(*parsed, 1);
+    DrivePlace folder = FindFolder(*parsed);
     if (folder.status != StatusSuccess) {
         return {};
     }
