@@ -178,9 +178,9 @@ TEST_CASE("A search finds plain files alone") {
         {"C:\\Users\\hugo\\", ""},
         {"", ""},
     };
-    for (const auto& [path, name] : cases) {
-        CAPTURE(path);
-        CHECK(platform::FindNormalFile(path) == name);
+    for (const auto& each : cases) {
+        CAPTURE(each.first);
+        CHECK(platform::FindNormalFile(each.first) == each.second);
     }
     CHECK(platform::FileExists("C:\\Users\\hugo\\.hidden.txt"));
     CHECK_FALSE(platform::FileExists("C:\\Users\\hugo"));

@@ -104,9 +104,9 @@ TEST_CASE("Each way of not being able to open a document has its code") {
         {"C:\\Users\\file.half", 27},  {"C:\\Users\\file.word", 27}, {"C:\\Users\\file.lost", 2},
         {"C:\\Users\\file.deaf", 5},   {"C:\\Users\\file.junk", 11},
     };
-    for (const auto& [file, code] : cases) {
-        CAPTURE(file);
-        CHECK(Shell("\"" + file + "\"") == code);
+    for (const auto& each : cases) {
+        CAPTURE(each.first);
+        CHECK(Shell("\"" + each.first + "\"") == each.second);
     }
 }
 
@@ -161,8 +161,8 @@ TEST_CASE("A command line falls into arguments as on Windows") {
         {R"(a "b ""c"" d" "" "open)", {"a", R"(b "c" d)", "", "open"}},
         {R"(a $x;y|z 'q r')", {"a", "$x;y|z", "'q", "r'"}},
     };
-    for (const auto& [line, arguments] : cases) {
-        CAPTURE(line);
-        CHECK(platform::host::CommandLineArguments(line) == arguments);
+    for (const auto& each : cases) {
+        CAPTURE(each.first);
+        CHECK(platform::host::CommandLineArguments(each.first) == each.second);
     }
 }
