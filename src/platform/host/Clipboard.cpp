@@ -52,7 +52,7 @@ bool ClipboardClear() {
 
 // A text on the clipboard ends at its first zero.
 bool ClipboardSet(const std::string& text, std::uint32_t format) {
-    return format == ClipboardText && ClipboardWrite(host::ToUtf8(TextFromAnsi(text.c_str())));
+    return format == ClipboardText && ClipboardWrite(host::ToUtf8(TextFromAnsi(text.substr(0, text.find('\0')))));
 }
 
 }  // namespace platform

@@ -17,7 +17,6 @@ namespace platform {
 namespace {
 
 using host::Canvas;
-using host::CellArea;
 using host::TextScreen;
 
 struct Button {
@@ -37,6 +36,7 @@ std::vector<Button> ButtonsOfType(std::uint32_t type) {
 
 std::vector<std::optional<std::u16string>> Captions(const std::vector<Button>& buttons) {
     std::vector<std::optional<std::u16string>> captions;
+    captions.reserve(buttons.size());
     for (const Button& button : buttons) {
         captions.emplace_back(button.caption);
     }

@@ -43,8 +43,9 @@ Canvas ConsoleCanvas() {
 void PaintFrame(TextScreen& screen, std::u16string_view caption) {
     const int last = screen.Columns() - 1;
     const int bottom = screen.Rows() - 1;
-    const std::u32string title = U" " + Shortened(Printable(caption), last - 8) + U" ";
-    screen.Write(0, 0, U"┌─" + title + Repeated(last - 5 - DisplayWidth(title), U'─') + U"[x]┐", CaptionStyle);
+    const std::u32string title = Shortened(Printable(caption), last - 8);
+    screen.Write(0, 0, U"┌" + Repeated(last - 4, U'─') + U"[x]┐", CaptionStyle);
+    screen.Write(2, 0, U" " + title + U" ", CaptionStyle);
     for (int row = 1; row < bottom; ++row) {
         screen.Write(0, row, U"│", FrameStyle);
         screen.Write(last, row, U"│", FrameStyle);

@@ -1,11 +1,11 @@
 #include "platform/host/Terminal.h"
 
-#include <signal.h>
 #include <sys/wait.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <optional>
 
 namespace platform::host {

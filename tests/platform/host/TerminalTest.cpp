@@ -1,0 +1,143 @@
+#include <doctest/doctest.h>
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/ioctl.h>
+#include <sys/wait.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <string>
+
+#include "platform/WindowSystem.h"
+#include "platform/host/Terminal.h"
+
+using namespace platform;
+
+namespace {
+
+// Starts a shell script in a process group of its own and lends it the terminal, as a document's program is started.
+pid_t StartProgram(const char* script) {
+    const pid_t program = fork();
+    if (program == 0) {
+        setpgid(0, 0);
+        execl("/bin/sh", "sh", "-c", script, nullptr);
+        _exit(127);
+    }
+    setpgid(program, program);
+    host::TerminalLend(program);
+    return program;
+}
+
+void FrontEnd() {
+    const Handle window =
+        WindowCreate({u"W",
+                      {3000, 1000},
+                      false,
+                      1,
+                      {{ControlKind::Button, u"Starten", {0, 0, 1335, 375}},
+                       {ControlKind::Button, u"Warten", {1500, 0, 1335, 375}}}},
+                     {{},
+                      [](std::size_t control) {
+                          if (control == 0) {
+                              StartProgram("stty -icanon -echo; echo ready; read line; echo got $line; kill -9 $$");
+                          } else {
+                              waitpid(StartProgram("exit 0"), nullptr, 0);
+                          }
+                      },
+                      {}});
+    WindowShowModal(window);
+}
+
+// A person's terminal, with the front end running in it as the only process of its session.
+class Terminal {
+public:
+    Terminal() : master_(posix_openpt(O_RDWR | O_NOCTTY)) {
+        grantpt(master_);
+        unlockpt(master_);
+        const std::string name = ptsname(master_);
+        process_ = fork();
+        if (process_ == 0) {
+            setsid();
+            const int slave = open(name.c_str(), O_RDWR);
+            ioctl(slave, TIOCSCTTY, 0);
+            dup2(slave, STDIN_FILENO);
+            dup2(slave, STDOUT_FILENO);
+            setenv("TERM", "xterm", 1);
+            FrontEnd();
+            _exit(42);
+        }
+    }
+    ~Terminal() {
+        if (process_ > 0) {
+            kill(process_, SIGKILL);
+            waitpid(process_, nullptr, 0);
+        }
+        close(master_);
+    }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    void Type(const std::string& text) const {
+        CHECK(write(master_, text.data(), text.size()) == static_cast<ssize_t>(text.size()));
+    }
+
+    // What comes on the terminal up to the end of `text`; fails when it does not come in time.
+    std::string Await(const std::string& text) {
+        pollfd output{master_, POLLIN, 0};
+        while (seen_.find(text) == std::string::npos) {
+            std::array<char, 1024> bytes{};
+            REQUIRE_MESSAGE(poll(&output, 1, 20000) == 1, text << " not in: " << seen_);
+            const ssize_t count = read(master_, bytes.data(), bytes.size());
+            REQUIRE_MESSAGE(count > 0, text << " not in: " << seen_);
+            seen_.append(bytes.data(), static_cast<std::size_t>(count));
+        }
+        const std::size_t end = seen_.find(text) + text.size();
+        const std::string part = seen_.substr(0, end);
+        seen_.erase(0, end);
+        return part;
+    }
+
+    [[nodiscard]] tcflag_t Modes() const {
+        termios modes{};
+        tcgetattr(master_, &modes);
+        return modes.c_lflag & (ICANON | ECHO);
+    }
+
+    int ExitCode() {
+        int status = 0;
+        waitpid(process_, &status, 0);
+        process_ = 0;
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+private:
+    int master_;
+    pid_t process_ = 0;
+    std::string seen_;
+};
+
+const std::string Erased = "\x1B[J";
+
+}  // namespace
+
+TEST_CASE("A started program works in the terminal until it ends; then the window is back and reads on") {
+    Terminal terminal;
+    terminal.Await("> ");
+    terminal.Type("quatsch\n");
+    CHECK(terminal.Await("> ").find(Erased) != std::string::npos);  // drawn over its earlier self
+    terminal.Type("1\n");
+    terminal.Await("ready");
+    CHECK(terminal.Modes() == 0);
+    terminal.Type("\x1A");  // Ctrl-Z, where no shell could continue the program
+    terminal.Type("hello\n");
+    terminal.Await("got hello");
+    CHECK(terminal.Await("> ").find(Erased) == std::string::npos);  // what the program wrote stays
+    CHECK(terminal.Modes() == (ICANON | ECHO));
+    terminal.Type("2\n");
+    terminal.Await("> ");
+    terminal.Type("x\n");
+    CHECK(terminal.ExitCode() == 42);
+}
