@@ -123,7 +123,7 @@ const std::string Erased = "\x1B[J";
 
 }  // namespace
 
-TEST_CASE("A started program works in the terminal until it ends; then the window is back and reads on") {
+TEST_CASE("A started program works in the terminal until it ends, and then the window is back and reads on") {
     Terminal terminal;
     terminal.Await("> ");
     terminal.Type("quatsch\n");

@@ -94,7 +94,7 @@ TEST_CASE("A line of input clicks the button that it names or numbers, and nothi
     }
 }
 
-TEST_CASE("Hidden buttons keep their number and cannot be clicked; a caption in two spellings must be exact") {
+TEST_CASE("Hidden buttons keep their number and cannot be clicked, and a caption in two spellings must be exact") {
     const FrontEndRun run("Eins\n1\nZWEI\nzwei\n2\nZwei\n4\n");
     Watched watched({u"W",
                      {5000, 2000},
