@@ -1,0 +1,135 @@
+#include "samples/SampleImage.h"
+
+namespace {
+
+constexpr std::size_t FileAlignment = 0x200;
+constexpr std::uint32_t SectionAlignment = 0x1000;
+constexpr std::uint32_t DirectoryBit = 0x80000000U;
+
+// Bytes in the order in which they stand in the file, numbers little-endian.
+class Bytes {
+public:
+    void Word(std::uint32_t number) { Number(number, 2); }
+    void DoubleWord(std::uint32_t number) { Number(number, 4); }
+    // A number as wide as an address of the image.
+    void Address(std::uint32_t number, bool wide) {
+        DoubleWord(number);
+        Zeros(wide ? 4 : 0);
+    }
+    void Zeros(std::size_t count) { bytes_.append(count, '\0'); }
+    void FillTo(std::size_t size) { bytes_.resize(size, '\0'); }
+    void Append(const std::string& text) { bytes_ += text; }
+    [[nodiscard]] const std::string& Content() const { return bytes_; }
+
+private:
+    void Number(std::uint32_t number, std::size_t width) {
+        for (std::size_t index = 0; index < width; ++index) {
+            bytes_ += static_cast<char>(number >> 8 * index & 0xFFU);
+        }
+    }
+
+    std::string bytes_;
+};
+
+void FileHeader(Bytes& image, bool wide) {
+    image.Append("MZ");
+    image.FillTo(0x3C);
+    image.DoubleWord(0x40);
+    image.DoubleWord(0x4550);            // "PE"
+    image.Word(wide ? 0x8664 : 0x14C);   // x86-64, i386
+    image.Word(1);                       // sections
+    image.Zeros(12);                     // time, symbols
+    image.Word(wide ? 240 : 224);        // size of the optional header
+    image.Word(wide ? 0x2022 : 0x2102);  // executable, library; large addresses or 32-bit machine
+}
+
+void OptionalHeader(Bytes& image, bool wide) {
+    image.Word(wide ? 0x20B : 0x10B);
+    image.Zeros(2 + 4);
+    image.DoubleWord(FileAlignment);     // size of initialised data
+    image.Zeros(4 + 4);                  // uninitialised data, entry point
+    image.DoubleWord(SectionAlignment);  // base of code
+    image.Zeros(wide ? 0 : 4);           // base of data
+    image.Address(0x10000000, wide);     // image base
+    image.DoubleWord(SectionAlignment);
+    image.DoubleWord(FileAlignment);
+    image.Word(4);  // operating system 4.0
+    image.Zeros(2 + 4);
+    image.Word(4);  // subsystem 4.0
+    image.Zeros(2 + 4);
+    image.DoubleWord(2 * SectionAlignment);  // size of the image
+    image.DoubleWord(FileAlignment);         // size of the headers
+    image.Zeros(4);
+    image.Word(2);  // graphical subsystem
+    image.Zeros(2);
+    for (const std::uint32_t size : {0x100000U, 0x1000U, 0x100000U, 0x1000U}) {
+        image.Address(size, wide);  // stack and heap
+    }
+    image.Zeros(4);
+    image.DoubleWord(16);  // data directories; the third is that of the resources
+    image.Zeros(16);
+    image.DoubleWord(SectionAlignment);
+    image.DoubleWord(static_cast<std::uint32_t>(SampleImageBlock + SampleImageBlockSize - SampleImageTree));
+    image.Zeros(13 * std::size_t{8});
+}
+
+void SectionHeader(Bytes& image) {
+    image.Append(std::string(".rsrc\0\0\0", 8));
+    image.DoubleWord(FileAlignment);
+    image.DoubleWord(SectionAlignment);
+    image.DoubleWord(FileAlignment);
+    image.DoubleWord(static_cast<std::uint32_t>(SampleImageTree));
+    image.Zeros(12);
+    image.DoubleWord(0x40000040);  // initialised data, readable
+}
+
+void ResourceTree(Bytes& image) {
+    constexpr std::uint32_t directorySize = SampleImageDirectorySize;
+    constexpr std::array<std::uint32_t, 3> ids = {16, 1, 0x407};  // RT_VERSION, VS_VERSION_INFO, German
+    for (std::uint32_t level = 0; level < ids.size(); ++level) {
+        image.Zeros(12);
+        image.Word(0);  // entries with a name, and with a number
+        image.Word(1);
+        image.DoubleWord(ids[level]);
+        image.DoubleWord((level + 1) * directorySize | (level < 2 ? DirectoryBit : 0));
+    }
+    image.DoubleWord(SectionAlignment + static_cast<std::uint32_t>(SampleImageBlock - SampleImageTree));
+    image.DoubleWord(SampleImageBlockSize);
+    image.Zeros(8);
+}
+
+void VersionBlock(Bytes& image, const SampleImageFacts& facts) {
+    image.Word(SampleImageBlockSize);
+    image.Word(52);  // size of VS_FIXEDFILEINFO
+    image.Word(0);   // binary
+    for (const char character : std::string("VS_VERSION_INFO")) {
+        image.Word(static_cast<unsigned char>(character));
+    }
+    image.Zeros(4);  // the key's terminator, and up to a multiple of four
+    image.DoubleWord(0xFEEF04BD);
+    image.DoubleWord(0x10000);
+    for (int times = 0; times < 2; ++times) {  // version of the file, and of the product
+        for (const std::size_t index : {1U, 0U, 3U, 2U}) {
+            image.Word(facts.version[index]);
+        }
+    }
+    image.DoubleWord(0x3F);  // the flags that have a meaning
+    image.DoubleWord(0);
+    image.DoubleWord(4);  // 32-bit Windows
+    image.DoubleWord(facts.fileType);
+    image.Zeros(12);
+}
+
+}  // namespace
+
+std::string SampleImage(const SampleImageFacts& facts) {
+    Bytes image;
+    FileHeader(image, facts.wide);
+    OptionalHeader(image, facts.wide);
+    SectionHeader(image);
+    image.FillTo(SampleImageTree);
+    ResourceTree(image);
+    VersionBlock(image, facts);
+    image.FillTo(SampleImageTree + FileAlignment);
+    return image.Content();
+}
