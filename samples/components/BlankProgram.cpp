@@ -1,0 +1,6 @@
+#include <windows.h>
+
+// A program that ends at once.
+int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
+    return 0;
+}
