@@ -10,21 +10,29 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "platform/ComponentCalls.h"
+#include "platform/Process.h"
 #include "platform/RegistryCalls.h"
+#include "platform/host/Drive.h"
 #include "platform/host/Machine.h"
 #include "samples/SampleImage.h"
 
 namespace {
 
-// Folders on drive C.
-constexpr std::string_view System = "WINDOWS\\System32\\";
-constexpr std::string_view Common = "Program Files\\Common Files\\";
-constexpr std::string_view Core = "Program Files\\Vandrel\\Core\\V1\\";
+// An environment variable that names a folder, and what it is on a machine that does not say.
+struct Folder {
+    const char* variable;
+    const char* usual;
+    const char* below;  // where the suite's files lie in it
+};
+constexpr Folder System = {"SystemRoot", "C:\\Windows", "\\System32\\"};
+constexpr Folder Common = {"CommonProgramFiles", "C:\\Program Files\\Common Files", "\\"};
+constexpr Folder Core = {"ProgramFiles", "C:\\Program Files", "\\Vandrel\\Core\\V1\\"};
 
 constexpr const char* CorePackageCode = "{6B1F0C52-8E1D-4C0B-9A53-2D7F40E1C9A1}";
 
 struct Component {
-    std::string_view folder;
+    const Folder& folder;
     std::string_view file;  // below the folder
 };
 
@@ -60,12 +68,12 @@ constexpr std::array<Component, 26> Components = {{
 struct Registration {
     const char* programmaticIdentifier;
     const char* classIdentifier;
-    std::string_view file;
-    std::string_view folder;
+    const Folder& folder;
+    const char* file;
 };
 
-constexpr Registration PopUp = {"sevPopUp2.PopUp", "{3C0E5F0A-52B4-4E0E-8D5E-9C1B6A7F2101}", "sevPopUp2.dll", System};
-constexpr Registration DebugLog = {"VCUTIL1.DebugLog", "{3C0E5F0A-52B4-4E0E-8D5E-9C1B6A7F2102}", "vcutil1.dll", Core};
+constexpr Registration PopUp = {"sevPopUp2.PopUp", "{3C0E5F0A-52B4-4E0E-8D5E-9C1B6A7F2101}", System, "sevPopUp2.dll"};
+constexpr Registration DebugLog = {"VCUTIL1.DebugLog", "{3C0E5F0A-52B4-4E0E-8D5E-9C1B6A7F2102}", Core, "vcutil1.dll"};
 
 std::string Lower(std::string_view text) {
     std::string lower(text);
@@ -101,18 +109,46 @@ std::filesystem::file_time_type ReleaseTime() {
     return std::chrono::file_clock::from_sys(std::chrono::system_clock::from_time_t(std::mktime(&local)));
 }
 
-void AddFile(const Component& component) {
-    std::string path = std::string(component.folder) + std::string(component.file);
-    std::replace(path.begin(), path.end(), '\\', '/');
-    const std::filesystem::path file = platform::host::MachineFolder() / "drives" / "c" / path;
-    std::filesystem::create_directories(file.parent_path());
-    const bool program = path.ends_with(".exe");
-    std::ofstream(file, std::ios::binary) << SampleImage({.version = {1, 2, 3, 4}, .fileType = program ? 1U : 2U});
-    std::filesystem::last_write_time(file, ReleaseTime());
+std::string FolderPath(const Folder& folder) {
+    const std::string set = platform::GetEnvironmentVariableA(folder.variable);
+    return (set.empty() ? folder.usual : set) + folder.below;
 }
 
-void AddText(const char* fileName, const std::string& text) {
-    std::ofstream(platform::host::MachineFolder() / fileName, std::ios::app) << text;
+// Where the file is or would be on the host's disk. Its folders are made level by level, because one that is there may
+// be spelled in other letter case.
+platform::host::DrivePlace PlaceMade(const std::string& path) {
+    if (!platform::host::FindPlace("C:\\").IsFolder()) {
+        std::filesystem::create_directories(platform::host::MachineFolder() / "drives" / "c");
+    }
+    const std::size_t first = path.find('\\') + 1;
+    for (std::size_t end = path.find('\\', first); end != std::string::npos; end = path.find('\\', end + 1)) {
+        const platform::host::DrivePlace level = platform::host::FindPlace(path.substr(0, end));
+        if (level.status == platform::StatusFileNotFound) {
+            std::filesystem::create_directory(level.path);
+        }
+    }
+    return platform::host::FindPlace(path);
+}
+
+void AddFile(const Component& component) {
+    const std::string path = FolderPath(component.folder) + std::string(component.file);
+    const platform::host::DrivePlace place = PlaceMade(path);
+    if (place.status == platform::StatusSuccess) {
+        return;
+    }
+    const std::uint32_t fileType = path.ends_with(".exe") ? 1 : 2;
+    std::ofstream file(place.path, std::ios::binary);
+    file << SampleImage({.version = {1, 2, 3, 4}, .fileType = fileType}) << std::flush;
+    if (!file) {
+        throw std::runtime_error("cannot write " + place.path.native());
+    }
+    std::filesystem::last_write_time(place.path, ReleaseTime());
+}
+
+// Adds a line to one of the machine's own files.
+void AddLine(const char* fileName, const std::string& line) {
+    std::filesystem::create_directories(platform::host::MachineFolder());
+    std::ofstream(platform::host::MachineFolder() / fileName, std::ios::app) << line << '\n';
 }
 
 // A value of the key `path` below `root`, the key created where it is missing.
@@ -133,7 +169,7 @@ void AddValue(platform::Handle root, const std::string& path, const std::string&
 void AddRegistration(const Registration& registration) {
     const std::string identifier = registration.programmaticIdentifier;
     const std::string classKey = std::string("CLSID\\") + registration.classIdentifier;
-    const std::string server = "C:\\" + std::string(registration.folder) + std::string(registration.file);
+    const std::string server = FolderPath(registration.folder) + registration.file;
     AddValue(platform::KeyClassesRoot, identifier, "", platform::RegSz, identifier);
     AddValue(platform::KeyClassesRoot, identifier + "\\CLSID", "", platform::RegSz, registration.classIdentifier);
     AddValue(platform::KeyClassesRoot, classKey, "", platform::RegSz, identifier);
@@ -149,13 +185,18 @@ void AddCorePackage() {
     };
     text("DisplayName", "Vandrel Core V1");
     text("UninstallString", std::string("MsiExec.exe /X") + CorePackageCode);
-    text("InstallLocation", "C:\\" + std::string(Core));
+    text("InstallLocation", FolderPath(Core));
     AddValue(platform::KeyLocalMachine, key, "Version", platform::RegDword, {"\x03\x00\x02\x01", 4});  // 1.2.3
 }
 
 }  // namespace
 
 void InstalledSuiteAdd(const std::set<std::string>& without) {
+    for (const Folder& folder : {System, Common, Core}) {
+        if (platform::GetEnvironmentVariableA(folder.variable).empty()) {
+            AddLine("environment", std::string(folder.variable) + "=" + folder.usual);
+        }
+    }
     for (const Component& component : Components) {
         if (!ComponentLeftOut(without, FileName(component.file))) {
             AddFile(component);
@@ -167,11 +208,11 @@ void InstalledSuiteAdd(const std::set<std::string>& without) {
         }
     }
     AddCorePackage();
-    AddText("environment",
-            "SystemRoot=C:\\WINDOWS\n"
-            "ProgramFiles=C:\\Program Files\n"
-            "CommonProgramFiles=C:\\Program Files\\Common Files\n");
-    AddText("components", "sevDTA30.dll!sevDTA_Init=0\n");
+    std::int32_t result = 0;
+    const std::string library = FolderPath(System) + "sevDTA30.dll";
+    if (platform::CallTextFunction(library, "sevDTA_Init", "", result) != platform::StatusSuccess) {
+        AddLine("components", "sevDTA30.dll!sevDTA_Init=0");
+    }
 }
 
 bool InstalledSuiteKnows(const std::string& name) {

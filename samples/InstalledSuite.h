@@ -5,12 +5,12 @@
 
 // The suite's run-time components on this process's machine (platform::host::MachineFolder), so that the check of the
 // installation passes there: 26 files of version 1.2.3.4 changed on 16.12.2017 10:16:40, the core package's uninstall
-// entry, the registrations of two components, the environment's folders, and what the called function returns.
+// entry, the registrations of two components, the environment's folders where they are unset, and what the called
+// function returns. Files, variables and function results that are there stay as they are.
 //
 // `without` names what is left out, in any case: a component by the row it has in the check's report or by its file's
-// name, or "VCUTIL1.DebugLog" for the registration of that object alone. The machine's registry is written with the
-// registry's own calls; the files below drives/c are replaced. Throws a std::exception when the machine cannot be
-// written.
+// name, or "VCUTIL1.DebugLog" for the registration of that object alone. Throws a std::exception when the machine
+// cannot be written.
 void InstalledSuiteAdd(const std::set<std::string>& without);
 
 // True for a name that InstalledSuiteAdd can leave out.

@@ -216,11 +216,7 @@ std::u16string StatusText(Status status) {
     if (const char16_t* const text = KnownDescription(wrapped ? static_cast<Status>(number & 0xFFFFU) : status)) {
         return text;
     }
-    std::u16string text = u"Unbekannter Fehler 0x";
-    for (int shift = 28; shift >= 0; shift -= 4) {
-        text += u"0123456789ABCDEF"[number >> static_cast<unsigned>(shift) & 0xFU];
-    }
-    return text;
+    return {};
 }
 
 }  // namespace platform
