@@ -1,0 +1,59 @@
+#include <cstdint>
+#include <cstdlib>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/host/RegFile.h"
+
+// Any bytes as a .reg file: what is read does not depend on the pieces it came in, and written and read again it is the
+// same. The first byte chooses the size of the pieces.
+
+namespace {
+
+using platform::host::RegFileReader;
+using platform::host::RegistryKey;
+
+RegFileReader ReaderOf(const RegistryKey::Pointer& root) {
+    return {root, {{u"HKEY_LOCAL_MACHINE", {}}, {u"HKEY_CLASSES_ROOT", u"Software\\Classes"}}};
+}
+
+std::string Written(const RegistryKey& root) {
+    std::string text;
+    platform::host::WriteRegFile(root, u"HKEY_LOCAL_MACHINE", [&](std::string_view piece) { text += piece; });
+    return text;
+}
+
+std::string ReadWhole(std::string_view text) {
+    const auto root = std::make_shared<RegistryKey>();
+    ReaderOf(root).Read(text, true);
+    return Written(*root);
+}
+
+std::string ReadInPieces(std::string_view text, std::size_t pieceSize) {
+    const auto root = std::make_shared<RegistryKey>();
+    RegFileReader reader = ReaderOf(root);
+    std::string unfinished;
+    for (std::size_t position = 0; position < text.size(); position += pieceSize) {
+        unfinished += text.substr(position, pieceSize);
+        unfinished.erase(0, reader.Read(unfinished, false));
+    }
+    reader.Read(unfinished, true);
+    return Written(*root);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0) {
+        return 0;
+    }
+    const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
+    const std::optional<std::string> decoded = platform::host::TextOfUtf16File(bytes);
+    const std::string_view text = decoded ? std::string_view(*decoded) : bytes;
+    const std::string whole = ReadWhole(text);
+    if (ReadInPieces(text, std::size_t{data[0]} + 1) != whole || ReadWhole(whole) != whole) {
+        std::abort();
+    }
+    return 0;
+}
