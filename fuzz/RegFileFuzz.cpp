@@ -6,8 +6,8 @@
 
 #include "platform/host/RegFile.h"
 
-// Any bytes as a .reg file: what is read does not depend on the pieces it came in, and written and read again it is the
-// same. The first byte chooses the size of the pieces.
+// Any bytes as a .reg file: what was read of them is the same when it is written and read again, in whatever pieces, as
+// a journal is read while others append to it. The first byte chooses the size of the pieces.
 
 namespace {
 
@@ -36,9 +36,8 @@ std::string ReadInPieces(std::string_view text, std::size_t pieceSize) {
     std::string unfinished;
     for (std::size_t position = 0; position < text.size(); position += pieceSize) {
         unfinished += text.substr(position, pieceSize);
-        unfinished.erase(0, reader.Read(unfinished, false));
+        unfinished.erase(0, reader.Read(unfinished, true));
     }
-    reader.Read(unfinished, true);
     return Written(*root);
 }
 
@@ -51,8 +50,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
     const std::optional<std::string> decoded = platform::host::TextOfUtf16File(bytes);
     const std::string_view text = decoded ? std::string_view(*decoded) : bytes;
-    const std::string whole = ReadWhole(text);
-    if (ReadInPieces(text, std::size_t{data[0]} + 1) != whole || ReadWhole(whole) != whole) {
+    const std::string written = ReadWhole(text);
+    if (ReadWhole(written) != written || ReadInPieces(written, std::size_t{data[0]} + 1) != written) {
         std::abort();
     }
     return 0;
