@@ -117,7 +117,7 @@ TEST_CASE("the installed suite leaves out what it is asked to, and nothing else"
     CHECK_FALSE(platform::FileExists("C:\\Windows\\System32\\MSVBVM60.DLL"));
     CHECK(platform::FileExists("C:\\Program Files\\Vandrel\\Core\\V1\\vcutil1.dll"));
     CHECK(platform::GetFileVersionInfoSizeA("C:\\Program Files\\Common Files\\Designer\\MSADDNDR.DLL") > 0);
-    CHECK(FileContent("C:\\Windows\\System32\\VB6DE.DLL") == "another file");
+    CHECK(FileContent("C:\\windows\\system32\\vb6de.dll") == "another file");
     CHECK(Created(u"sevPopUp2.PopUp") == platform::StatusSuccess);
     CHECK(static_cast<std::uint32_t>(Created(u"VCUTIL1.DebugLog")) == 0x800401F3);
     std::int32_t result = 5;
