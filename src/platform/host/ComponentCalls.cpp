@@ -9,19 +9,18 @@
 
 #include "platform/ComponentCalls.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <fstream>
 #include <optional>
-#include <span>
 #include <string_view>
 
 #include "platform/FileCalls.h"
-#include "platform/Process.h"
 #include "platform/Regional.h"
-#include "platform/RegistryCalls.h"
+#include "platform/host/ClassText.h"
 #include "platform/host/Machine.h"
+#include "platform/host/NameOrder.h"
+#include "platform/host/Unicode.h"
 
 namespace platform {
 
@@ -70,51 +69,6 @@ constexpr std::array<StatusDescription, 23> Descriptions = {{
     {InvalidClassString, u"Ungültige Klassenzeichenfolge"},
 }};
 
-// An expandable text of the registry with its %variables% replaced; a variable that is not set stays as it is written.
-std::string Expanded(const std::string& text) {
-    std::string expanded;
-    std::size_t position = 0;
-    for (;;) {
-        const std::size_t open = text.find('%', position);
-        const std::size_t close = open == std::string::npos ? open : text.find('%', open + 1);
-        if (close == std::string::npos) {
-            return expanded + text.substr(position);
-        }
-        const std::string value = GetEnvironmentVariableA(text.substr(open + 1, close - open - 1));
-        expanded += text.substr(position, open - position);
-        if (value.empty()) {
-            expanded += text.substr(open, close - open);
-            position = close;
-        } else {
-            expanded += value;
-            position = close + 1;
-        }
-    }
-}
-
-// The unnamed value of the key `path` below the registered classes; nothing when there is no such key, or no text.
-std::optional<std::string> ClassesText(const std::string& path) {
-    Handle key = 0;
-    if (RegOpenKeyExA(KeyClassesRoot, path, 0, KeyQueryValue, key) != StatusSuccess) {
-        return {};
-    }
-    std::string data(1024, '\0');
-    std::uint32_t type = 0;
-    std::uint32_t size = static_cast<std::uint32_t>(data.size());
-    Status status = RegQueryValueExA(key, "", type, data, size);
-    if (status == StatusMoreData) {
-        data.resize(size);
-        status = RegQueryValueExA(key, "", type, data, size);
-    }
-    RegCloseKey(key);
-    if (status != StatusSuccess || (type != RegSz && type != RegExpandSz)) {
-        return {};
-    }
-    data.resize(size);
-    data.resize(std::min(data.find('\0'), data.size()));
-    return type == RegExpandSz ? Expanded(data) : data;
-}
-
 // The written form of a class identifier: "{8-4-4-4-12}" hexadecimal digits.
 bool IsClassIdentifier(std::string_view text) {
     constexpr std::string_view form = "{xxxxxxxx-xxxx-xxxx-xxxx-xxxxxxxxxxxx}";
@@ -132,22 +86,15 @@ bool IsClassIdentifier(std::string_view text) {
     return true;
 }
 
-bool EqualWithoutCase(std::string_view left, std::string_view right) {
-    const auto lower = [](char character) {
-        return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-    };
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [&](char one, char other) { return lower(one) == lower(other); });
-}
-
 // The result that a line of the machine's list of functions gives for `function` of the file `library`.
-std::optional<std::int32_t> ListedResult(std::string_view line, std::string_view library, std::string_view function) {
+std::optional<std::int32_t> ListedResult(std::string_view line, std::u16string_view library,
+                                         std::string_view function) {
     if (line.ends_with('\r')) {
         line.remove_suffix(1);
     }
     const std::size_t mark = line.find('!');
     const std::size_t equals = mark == std::string_view::npos ? mark : line.find('=', mark);
-    if (equals == std::string_view::npos || !EqualWithoutCase(line.substr(0, mark), library) ||
+    if (equals == std::string_view::npos || !host::NameEqual()(host::FromUtf8(line.substr(0, mark)), library) ||
         line.substr(mark + 1, equals - mark - 1) != function) {
         return {};
     }
@@ -155,15 +102,6 @@ std::optional<std::int32_t> ListedResult(std::string_view line, std::string_view
     const char* const end = line.data() + line.size();
     const auto [stop, error] = std::from_chars(line.data() + equals + 1, end, result);
     return error == std::errc() && stop == end ? std::optional(result) : std::nullopt;
-}
-
-const char16_t* KnownDescription(Status status) {
-    for (const StatusDescription& description : Descriptions) {
-        if (description.status == status) {
-            return description.text;
-        }
-    }
-    return nullptr;
 }
 
 }  // namespace
@@ -174,15 +112,15 @@ Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReferenc
     if (identifier.empty() || identifier.find('\\') != std::string::npos) {
         return InvalidClassString;
     }
-    const std::optional<std::string> classIdentifier = ClassesText(identifier + "\\CLSID");
-    if (!classIdentifier || !IsClassIdentifier(*classIdentifier)) {
+    const host::ClassText classIdentifier(identifier + "\\CLSID");
+    if (classIdentifier.Result() != StatusSuccess || !IsClassIdentifier(classIdentifier.Text())) {
         return InvalidClassString;
     }
-    const std::optional<std::string> server = ClassesText("CLSID\\" + *classIdentifier + "\\InprocServer32");
-    if (!server || server->empty()) {
+    const host::ClassText server("CLSID\\" + classIdentifier.Text() + "\\InprocServer32");
+    if (server.Result() != StatusSuccess || server.Text().empty()) {
         return ClassNotRegistered;
     }
-    if (!FileExists(*server)) {
+    if (!FileExists(server.Text())) {
         return ServerNotFound;
     }
     static ObjectReference lastObject = 0;
@@ -190,8 +128,8 @@ Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReferenc
     return StatusSuccess;
 }
 
-// Nothing stands behind an object's number.
 void ReleaseObject(ObjectReference) {
+    // Nothing stands behind an object's number.
 }
 
 Status CallTextFunction(const std::string& libraryPath, const std::string& function, const std::string&,
@@ -199,7 +137,7 @@ Status CallTextFunction(const std::string& libraryPath, const std::string& funct
     if (!FileExists(libraryPath)) {
         return StatusModuleNotFound;
     }
-    const std::string library = libraryPath.substr(libraryPath.rfind('\\') + 1);
+    const std::u16string library = TextFromAnsi(libraryPath.substr(libraryPath.rfind('\\') + 1));
     std::ifstream list(host::MachineFolder() / "components");
     for (std::string line; std::getline(list, line);) {
         if (const std::optional<std::int32_t> listed = ListedResult(line, library, function)) {
@@ -213,8 +151,11 @@ Status CallTextFunction(const std::string& libraryPath, const std::string& funct
 std::u16string StatusText(Status status) {
     const std::uint32_t number = static_cast<std::uint32_t>(status);
     const bool wrapped = (number & 0xFFFF0000U) == SystemFacility;
-    if (const char16_t* const text = KnownDescription(wrapped ? static_cast<Status>(number & 0xFFFFU) : status)) {
-        return text;
+    const Status told = wrapped ? static_cast<Status>(number & 0xFFFFU) : status;
+    for (const StatusDescription& description : Descriptions) {
+        if (description.status == told) {
+            return description.text;
+        }
     }
     return {};
 }
