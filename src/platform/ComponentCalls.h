@@ -24,8 +24,7 @@ void ReleaseObject(ObjectReference object);
 Status CallTextFunction(const std::string& libraryPath, const std::string& function, const std::string& text,
                         std::int32_t& result);
 
-// The system's description of a status, in the user's language, without a line end; empty for one it does not
-// know.
+// The system's description of a status, in the user's language, without a line end; empty for an unknown one.
 std::u16string StatusText(Status status);
 
 }  // namespace platform

@@ -3,9 +3,8 @@
 #include <algorithm>
 #include <optional>
 
-#include "platform/Process.h"
 #include "platform/Regional.h"
-#include "platform/RegistryCalls.h"
+#include "platform/host/ClassText.h"
 #include "platform/host/CommandLine.h"
 #include "platform/host/Drive.h"
 #include "platform/host/HandleTable.h"
@@ -26,76 +25,19 @@ constexpr std::int32_t ShellBadFormat = 11;              // ERROR_BAD_FORMAT
 constexpr std::int32_t ShellIncompleteAssociation = 27;  // SE_ERR_ASSOCINCOMPLETE
 constexpr std::int32_t ShellNoAssociation = 31;          // SE_ERR_NOASSOC
 
-// The unnamed text value of a key below HKEY_CLASSES_ROOT, variables expanded where its type says so. StatusSuccess
-// with the empty text for a key without that value; 2 for a missing key.
-class ClassText {
-public:
-    explicit ClassText(const std::string& key) {
-        Handle opened = 0;
-        status_ = RegOpenKeyExA(KeyClassesRoot, key, 0, KeyQueryValue, opened);
-        if (status_ == StatusSuccess) {
-            status_ = Read(opened);
-            RegCloseKey(opened);
-        }
-    }
-
-    [[nodiscard]] Status Result() const { return status_; }
-    [[nodiscard]] const std::string& Text() const { return text_; }
-
-private:
-    Status Read(Handle key) {
-        std::uint32_t type = RegNone;
-        std::uint32_t size = 0;
-        std::string data;
-        Status status = RegQueryValueExA(key, "", type, data, size);
-        while (status == StatusMoreData || (status == StatusSuccess && size > data.size())) {
-            data.resize(size);
-            status = RegQueryValueExA(key, "", type, data, size);
-        }
-        if (status == StatusFileNotFound) {
-            return StatusSuccess;
-        }
-        if (status == StatusSuccess && type != RegSz && type != RegExpandSz) {
-            return StatusInvalidParameter;
-        }
-        data.resize(std::min<std::size_t>(data.size(), size));
-        data.resize(std::min(data.find('\0'), data.size()));
-        text_ = type == RegExpandSz ? Expanded(data) : data;
-        return status;
-    }
-
-    // "%NAME%" gives way to the variable's value; a variable that is empty or unset stays as it is written.
-    static std::string Expanded(const std::string& text) {
-        std::string expanded;
-        std::size_t from = 0;
-        for (std::size_t open = 0; (open = text.find('%', from)) != std::string::npos;) {
-            const std::size_t close = text.find('%', open + 1);
-            const std::string value =
-                close == std::string::npos ? "" : GetEnvironmentVariableA(text.substr(open + 1, close - open - 1));
-            const std::size_t next = value.empty() ? open + 1 : close + 1;
-            expanded += text.substr(from, open - from) + (value.empty() ? "%" : value);
-            from = next;
-        }
-        return expanded + text.substr(from);
-    }
-
-    Status status_;
-    std::string text_;
-};
-
 // The command line with which documents of this type are opened. 0 or a result code.
 std::int32_t FindAssociation(const fs::path& document, const std::string& verb, std::string& command) {
     const std::string type = AnsiFromText(host::FromUtf8(document.extension().native()));
     if (type.empty()) {
         return ShellNoAssociation;
     }
-    const ClassText className(type);
+    const host::ClassText className(type);
     if (className.Result() != StatusSuccess) {
         return className.Result() == StatusFileNotFound ? ShellNoAssociation : ShellIncompleteAssociation;
     }
     // A type without a class may hold its command itself.
     const std::string owner = className.Text().empty() ? type : className.Text();
-    const ClassText found(owner + "\\shell\\" + (verb.empty() ? "open" : verb) + "\\command");
+    const host::ClassText found(owner + "\\shell\\" + (verb.empty() ? "open" : verb) + "\\command");
     if (found.Result() == StatusSuccess && !found.Text().empty()) {
         command = found.Text();
         return 0;
