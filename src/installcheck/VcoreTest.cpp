@@ -1,0 +1,213 @@
+#include "installcheck/VcoreTest.h"
+
+#include <cstdint>
+#include <string>
+
+#include "common/Conversion.h"
+#include "common/Environment.h"
+#include "common/Error.h"
+#include "common/modStringLibrary.h"
+#include "installcheck/frmVCoreTest.h"
+#include "installcheck/modFileData.h"
+#include "installcheck/modFileInfo.h"
+#include "installcheck/modPathGet.h"
+#include "installcheck/modRelease.h"
+#include "platform/ComponentCalls.h"
+#include "platform/Process.h"
+#include "platform/Regional.h"
+#include "platform/WindowSystem.h"
+
+namespace {
+
+const Text CoreProductName = u"Vandrel Core V1";
+
+const Text TestMark = u", Test=";
+const Text Passed = u"Ok";
+
+Text Failed(const Text& failure) {
+    return u"*** " + failure + u" ***";
+}
+
+// A row of a missing file ends in its failure; one of a file that was found ends in a bracket.
+bool FileFound(const Text& rowText) {
+    return !rowText.ends_with(u'*');
+}
+
+Text SystemPath(const Text& fileName) {
+    return PathCombine(EnvironmentVariable(u"SystemRoot"), u"\\System32\\" + fileName);
+}
+
+// An object of an outside component, released with its owner.
+class OwnedObject {
+public:
+    // Raises the system's error when it cannot be created.
+    explicit OwnedObject(const Text& programmaticIdentifier) {
+        const platform::Status status = platform::CreateObject(programmaticIdentifier, object_);
+        if (status != platform::StatusSuccess) {
+            Raise(status, platform::StatusText(status));
+        }
+    }
+    ~OwnedObject() { platform::ReleaseObject(object_); }
+    OwnedObject(const OwnedObject&) = delete;
+    OwnedObject& operator=(const OwnedObject&) = delete;
+
+private:
+    platform::ObjectReference object_ = 0;
+};
+
+// The program's name, as far as it is letters.
+std::string InitialisationText() {
+    std::string text;
+    for (const char character : platform::AnsiFromText(platform::ProgramVersionGet().fileDescription)) {
+        if ((character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z')) {
+            text += character;
+        }
+    }
+    return text;
+}
+
+// -1 for a failure. A library that cannot be called counts as one that made no complaint.
+std::int32_t sevDTA_Init(const Text& libraryPath) {
+    std::int32_t result = 0;
+    platform::CallTextFunction(platform::AnsiFromText(libraryPath), "sevDTA_Init", InitialisationText(), result);
+    return result;
+}
+
+}  // namespace
+
+VcoreTest::VcoreTest() {
+    coreProduct_.DisplayName(CoreProductName);
+    report_.FilePath(platform::TextFromAnsi(platform::ProgramFolder()));
+}
+
+bool VcoreTest::Ok(bool withErrMsg) {
+    TestAll();
+    const bool result = allOk_;
+    if (withErrMsg && !result) {
+        platform::MessageBeep();
+        frmVCoreTest window;
+        window.ShowModal();
+    }
+    return result;
+}
+
+void VcoreTest::TestAll() {
+    allOk_ = true;
+    const platform::ProgramVersion version = platform::ProgramVersionGet();
+    SectionSet(u"Generator");
+    ItemAdd(u"Application", version.fileDescription);
+    ItemAdd(u"Copyright", version.legalCopyright);
+    ItemAdd(u"Version",
+            DecimalText(version.major) + u"." + DecimalText(version.minor) + u"." + DecimalText(version.revision));
+    ItemAdd(u"Release", ReleaseDate() + u"-" + ReleaseTime());
+    TestMicrosoft();
+    TestSevTools();
+    TestOwnComponents();
+    if (allOk_) {
+        report_.Value(u"Status", u"OK", {});
+    } else {
+        report_.Value(u"Status", u"Error", Failed(u"Es fehlen Vandrel Core Elements!"));
+    }
+}
+
+void VcoreTest::TestMicrosoft() {
+    SectionSet(u"Microsoft Core");
+    for (const auto* const fileName : {u"MSVBVM60.DLL", u"OLEAUT32.DLL", u"OLEPRO32.DLL", u"ASYCFILT.DLL",
+                                       u"STDOLE2.TLB", u"COMCAT.DLL", u"VB6DE.DLL", u"MSSTDFMT.DLL", u"SCRRUN.DLL"}) {
+        FileTestSystem(fileName, false);
+    }
+    SectionSet(u"Microsoft Components");
+    for (const auto* const fileName : {u"COMDLG32.OCX", u"MSCOMCTL.OCX", u"MSCOMCT2.OCX", u"COMCT332.OCX"}) {
+        FileTestSystem(fileName, false);
+    }
+    SectionSet(u"Microsoft Shared");
+    for (const auto* const relativePath : {u"Microsoft Shared\\DAO\\DAO360.DLL", u"Designer\\MSADDNDR.DLL"}) {
+        FileTestCommon(relativePath, false);
+    }
+}
+
+void VcoreTest::TestSevTools() {
+    SectionSet(u"SevTools Components");
+    TestSevPopUp();
+    TestSevImLib();
+    for (const auto* const fileName :
+         {u"sevCmd4.ocx", u"sevEin20.ocx", u"sevClb30.ocx", u"sevMenuXP2.ocx", u"sevXPCtl.ocx", u"sevDataGrid3.ocx"}) {
+        FileTestSystem(fileName, false);
+    }
+    TestSevDta();
+}
+
+void VcoreTest::TestOwnComponents() {
+    SectionSet(u"Vandrel Components");
+    TestUtilComponent();
+    TestMazeWalker();
+}
+
+void VcoreTest::TestSevPopUp() {
+    const ::Text object = u"sevPopUp2.PopUp";
+    ObjectTest(object, FileTestSystem(u"sevPopUp2.dll", true), object);
+}
+
+void VcoreTest::TestSevImLib() {
+    FileTestSystem(u"sevImLib2.dll", false);
+}
+
+void VcoreTest::TestSevDta() {
+    const ::Text fileName = u"sevDTA30.dll";
+    ::Text text = FileTestSystem(fileName, false);
+    if (FileFound(text)) {
+        text += TestMark;
+        if (sevDTA_Init(SystemPath(fileName)) == -1) {
+            text += Failed(u"sevDTA30_Init failed");
+            allOk_ = false;
+        } else {
+            text += Passed;
+        }
+    }
+    ItemAdd(fileName, text);
+}
+
+void VcoreTest::TestUtilComponent() {
+    const ::Text fileName = u"vcutil1.dll";
+    ObjectTest(fileName, FileTest(PathCombine(CoreFolder(), fileName), true), u"VCUTIL1.DebugLog");
+}
+
+void VcoreTest::TestMazeWalker() {
+    FileTest(PathCombine(EnvironmentVariable(u"ProgramFiles"), u"\\Vandrel\\Core\\V1\\Extras\\MazeWalker.exe"), false);
+}
+
+::Text VcoreTest::FileTest(const ::Text& path, bool noAdd) {
+    ::Text text = u"Path(" + path + u"), ";
+    if (FileExists(path)) {
+        text += u"Version(" + FileInfoGet(path).Version + u"), ";
+        text += u"Release(" + TextFrom(FileDateGet(path)) + u")";
+    } else {
+        allOk_ = false;
+        text += Failed(u"File not Found");
+    }
+    if (!noAdd) {
+        ItemAdd(PathFileName(path), text);
+    }
+    return text;
+}
+
+::Text VcoreTest::FileTestSystem(const ::Text& fileName, bool noAdd) {
+    return FileTest(SystemPath(fileName), noAdd);
+}
+
+::Text VcoreTest::FileTestCommon(const ::Text& relativePath, bool noAdd) {
+    return FileTest(PathCombine(EnvironmentVariable(u"CommonProgramFiles"), u"\\" + relativePath), noAdd);
+}
+
+void VcoreTest::ObjectTest(const ::Text& rowName, const ::Text& fileText, const ::Text& programmaticIdentifier) {
+    ItemAdd(rowName, FileFound(fileText) ? fileText + TestMark + ObjectTestText(programmaticIdentifier) : fileText);
+}
+
+::Text VcoreTest::ObjectTestText(const ::Text& programmaticIdentifier) {
+    const JumpTrap trap([&] { const OwnedObject object(programmaticIdentifier); });
+    if (!trap.Caught()) {
+        return Passed;
+    }
+    allOk_ = false;
+    return Failed(LastError().Description());
+}

@@ -1,0 +1,78 @@
+#include "installcheck/modFileInfo.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "common/modStringLibrary.h"
+#include "platform/Regional.h"
+#include "platform/VersionCalls.h"
+
+namespace {
+
+// The structure VS_FIXEDFILEINFO as it is published: 13 numbers of 32 bits, the lowest byte first.
+constexpr std::size_t FixedInfoSize = 52;
+constexpr std::size_t FileVersionMS = 8;
+constexpr std::size_t FileVersionLS = 12;
+constexpr std::size_t FileType = 36;
+
+using FixedInfo = std::array<char, FixedInfoSize>;
+
+std::uint32_t NumberAt(const FixedInfo& info, std::size_t place) {
+    std::uint32_t number = 0;
+    for (std::size_t byte = 4; byte-- > 0;) {
+        number = number << 8 | static_cast<unsigned char>(info[place + byte]);
+    }
+    return number;
+}
+
+// All zeroes when there is no version information.
+FixedInfo FixedInfoGet(const std::string& path) {
+    FixedInfo info{};
+    const std::int32_t size = platform::GetFileVersionInfoSizeA(path);
+    if (size < 1) {
+        return info;
+    }
+    std::string block(static_cast<std::size_t>(size), '\0');
+    if (platform::GetFileVersionInfoA(path, 0, block)) {
+        const auto found = platform::VerQueryValueA(block, "\\");
+        std::copy_n(found.begin(), std::min(found.size(), info.size()), info.begin());
+    }
+    return info;
+}
+
+Text TypeTextOf(std::uint32_t type) {
+    switch (type) {
+        case 0:
+            return u"Unbekannt";
+        case 1:
+            return u"Anwendung";
+        case 2:
+            return u"Dynamic Link Library (DLL)";
+        case 3:
+            return u"Geräte Trieber";
+        case 4:
+            return u"Schriftart";
+        case 5:
+            return u"Virtueller Geräte Treiber";
+        case 7:
+            return u"Static Library";
+        default:
+            return {};
+    }
+}
+
+// The high and the low word, each read as a signed number.
+Text WordsText(std::uint32_t words) {
+    return DecimalText(static_cast<std::int16_t>(words >> 16)) + u"." + DecimalText(static_cast<std::int16_t>(words));
+}
+
+}  // namespace
+
+FileInfo FileInfoGet(const Text& path) {
+    const FixedInfo info = FixedInfoGet(platform::AnsiFromText(path));
+    return {PathFileName(path), TypeTextOf(NumberAt(info, FileType)),
+            WordsText(NumberAt(info, FileVersionMS)) + u"." + WordsText(NumberAt(info, FileVersionLS)), path};
+}

@@ -1,0 +1,171 @@
+#include "settings/IniFile4.h"
+
+#include <utility>
+
+#include "common/Error.h"
+#include "common/TextFile.h"
+#include "common/modStringLibrary.h"
+#include "platform/FileCalls.h"
+#include "platform/Regional.h"
+
+namespace {
+
+// The name under whose key a section's heading stands.
+const Text HeadingName = u"_";
+
+Text ItemKey(const Text& name) {
+    return u"KEY" + name;
+}
+
+// What follows `position`. The position behind the last of 32767 characters could not be told in 16 bits.
+Text Behind(const Text& line, std::int16_t position) {
+    return static_cast<std::size_t>(position) == line.size() ? Text()
+                                                             : MidFixed(line, static_cast<std::int16_t>(position + 1));
+}
+
+// A heading is shown from behind its first ";".
+Text HeadingText(const Text& line) {
+    const std::int16_t semicolon = FindAnyChar(line, u";");
+    return semicolon == 0 ? line : Behind(line, semicolon);
+}
+
+void StreamLine(Text& stream, const Text& line) {
+    if (!stream.empty()) {
+        stream += u"\r\n";
+    }
+    stream += line;
+}
+
+void StreamSection(Text& stream, const IniSection& section) {
+    StreamLine(stream, HeadingText(section.First()));
+    for (const auto& [place, line] : section) {
+        if (!line.starts_with(u'[')) {
+            StreamLine(stream, line);
+        }
+    }
+    StreamLine(stream, {});
+}
+
+}  // namespace
+
+void IniFile4::Sections(IniSections sections) {
+    sections_ = std::move(sections);
+}
+
+void IniFile4::FilePath(const Text& thisFilePath) {
+    filePath_ = thisFilePath;
+    ReadFile(thisFilePath);
+}
+
+void IniFile4::Clear() {
+    sections_ = {};
+}
+
+void IniFile4::ReadFile(const Text& thisFilePath) {
+    Clear();
+    if (!thisFilePath.empty()) {
+        filePath_ = thisFilePath;
+    }
+    if (filePath_.empty()) {
+        return;
+    }
+    const JumpTrap trap([this] {
+        TextFileReader file(filePath_);
+        while (!file.AtEnd()) {
+            ParseLine(file.ReadLine());
+        }
+    });
+}
+
+void IniFile4::ParseLine(const Text& fileLine) {
+    const Text line = Trim(fileLine);
+    if (line.starts_with(u'[')) {
+        if (const std::int16_t bracket = FindAnyChar(line, u"]"); bracket != 0) {
+            readSection_ = MidFixed(line, 2, static_cast<std::int16_t>(bracket - 2));
+            Section(readSection_);
+        }
+        return;
+    }
+    if (line.empty() || readSection_.empty()) {
+        return;
+    }
+    if (const std::int16_t equals = FindAnyChar(line, u"="); equals > 1) {
+        Value(readSection_, MidFixed(line, 1, static_cast<std::int16_t>(equals - 1)), Behind(line, equals));
+    }
+}
+
+void IniFile4::Section(const Text& thisName) {
+    ResumeTrap trap;
+    trap([&] {
+        if (sections_.Find(ItemKey(thisName)) == nullptr) {
+            IniSection section;
+            section.Add(ItemKey(HeadingName), u"[" + thisName + u"]");
+            sections_.Add(ItemKey(thisName), std::move(section));
+        }
+    });
+}
+
+void IniFile4::Value(const Text& thisSection, const Text& thisName, const Text& thisValue) {
+    const Text line = thisValue.empty() ? thisName : thisName + u"=" + thisValue;
+    Section(thisSection);
+    ResumeTrap trap;
+    trap([&] {
+        if (IniSection* const section = sections_.Find(ItemKey(thisSection))) {
+            section->Remove(ItemKey(thisName));
+            section->Add(ItemKey(thisName), line);
+        }
+    });
+}
+
+Text IniFile4::Value(const Text& thisSection, const Text& thisName) const {
+    const Text line = ValueFull(thisSection, thisName);
+    const std::int16_t equals = FindAnyChar(line, u"=");
+    return equals == 0 || static_cast<std::size_t>(equals) == line.size() ? line : Behind(line, equals);
+}
+
+Text IniFile4::ValueFull(const Text& thisSection, const Text& thisName) const {
+    const IniSection* const section = sections_.Find(ItemKey(thisSection));
+    const Text* const line = section == nullptr ? nullptr : section->Find(ItemKey(thisName));
+    return line == nullptr ? Text() : *line;
+}
+
+void IniFile4::WriteFile(const Text& thisFilePath, bool thisOverwite) {
+    if (!thisFilePath.empty()) {
+        filePath_ = thisFilePath;
+    }
+    if (filePath_.empty() || sections_.IsEmpty()) {
+        return;
+    }
+    if (!thisOverwite && Exists()) {
+        Raise(RuntimeError::FileExists);
+    }
+    TextFileWriter file(filePath_);
+    file.Write(Stream());
+    file.Commit();
+}
+
+Text IniFile4::Stream() const {
+    Text stream;
+    if (sections_.IsEmpty()) {
+        return stream;
+    }
+    const JumpTrap trap([&] {
+        for (const auto& [place, section] : sections_) {
+            StreamSection(stream, section);
+        }
+    });
+    if (trap.Caught()) {
+        StreamLine(stream, LastError().Description());
+    }
+    return stream;
+}
+
+void IniFile4::Delete() const {
+    if (!filePath_.empty()) {
+        platform::DeleteFileA(platform::AnsiFromText(filePath_));
+    }
+}
+
+bool IniFile4::Exists() const {
+    return !filePath_.empty() && platform::FileExists(platform::AnsiFromText(filePath_));
+}
