@@ -109,7 +109,8 @@ void Installer::ScanProducts(const Text& match, bool byGUI, bool userMode) {
     const JumpTrap trap([&] {
         products.KeyOpenLocalMachine(root);
         for (products.SubKeyFirst(); !products.EOF_SubKey(); products.SubKeyNext()) {
-            ReadRecord(root + u"\\" + products.SubKey() + below);
+            Text path = root;
+            ReadRecord(path.append(u"\\").append(products.SubKey()).append(below));
             if (EndsWalk(match, byGUI)) {
                 return;
             }
