@@ -35,7 +35,8 @@ struct ComponentMachine {
     [[nodiscard]] Text SystemRows(std::initializer_list<std::string> names) const {
         Text rows;
         for (const std::string& name : names) {
-            rows += Row(platform::TextFromAnsi(name), "Windows\\System32\\" + name) + Missing + u"\r\n";
+            rows += Row(platform::TextFromAnsi(name), "Windows\\System32\\" + name);
+            rows += Missing + u"\r\n";
         }
         return rows;
     }
