@@ -106,7 +106,9 @@ void TestMachine::Environment(const std::string& name, const std::optional<std::
 }
 
 void FileContent(const std::string& path, const std::string& bytes) {
-    std::ofstream file(FileOnDisk(path), std::ios::binary | std::ios::trunc);
+    const fs::path place = FileOnDisk(path);
+    fs::create_directories(place.parent_path());
+    std::ofstream file(place, std::ios::binary | std::ios::trunc);
     file << bytes << std::flush;
     if (!file) {
         throw std::runtime_error("cannot write " + path);
