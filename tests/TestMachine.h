@@ -27,7 +27,7 @@ private:
     State* state_;
 };
 
-// The whole content of a file by the program's path, written and read byte for byte without the code under test. Folders
-// that are missing on its way are made.
+// The whole content of a file by the program's path, written and read byte for byte without the code under test.
+// Folders that are missing on its way are made.
 void FileContent(const std::string& path, const std::string& bytes);
 std::optional<std::string> FileContent(const std::string& path);
