@@ -1,15 +1,18 @@
-// Makes a machine folder in which the program runs through: environment, folders, and an editor for text files.
-// What is there already stays as it is, so that a machine in use can be completed.
+// Makes a machine folder in which the program runs through: environment, folders, an editor for text files, and the
+// suite's components. What is there already stays as it is, so that a machine in use can be completed.
 
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <optional>
+#include <set>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "SampleParts.h"
 #include "platform/Process.h"
@@ -18,6 +21,7 @@
 #include "platform/host/Drive.h"
 #include "platform/host/MachineEnvironment.h"
 #include "platform/host/Unicode.h"
+#include "samples/InstalledSuite.h"
 
 namespace {
 
@@ -121,7 +125,7 @@ void ClassValueMade(const ClassValue& value) {
     Tell(unset ? "made  " : "kept  ", "HKEY_CLASSES_ROOT\\" + std::string(value.key));
 }
 
-void MachineMade(const fs::path& machine) {
+void MachineMade(const fs::path& machine, const std::set<std::string>& without) {
     fs::create_directories(machine);
     setenv("VTV4V_MACHINE", fs::absolute(machine).c_str(), 1);
     EnvironmentMade(machine);
@@ -134,17 +138,42 @@ void MachineMade(const fs::path& machine) {
     for (const ClassValue& value : ClassValues) {
         ClassValueMade(value);
     }
+    InstalledSuiteAdd(without);
+    Tell("made  ", "the suite's components");
+}
+
+struct Arguments {
+    std::string machine;
+    std::set<std::string> without;
+};
+
+// Nothing when the arguments cannot be understood.
+std::optional<Arguments> ArgumentsRead(const std::vector<std::string>& arguments) {
+    Arguments read;
+    for (std::size_t place = 0; place < arguments.size(); ++place) {
+        const std::string& argument = arguments[place];
+        if (argument == "--without" && place + 1 < arguments.size() && InstalledSuiteKnows(arguments[place + 1])) {
+            read.without.insert(arguments[++place]);
+        } else if (argument.empty() || argument.front() == '-' || !read.machine.empty()) {
+            return {};
+        } else {
+            read.machine = argument;
+        }
+    }
+    return read.machine.empty() ? std::nullopt : std::optional(read);
 }
 
 }  // namespace
 
 int main(int argumentCount, char* arguments[]) {
-    if (argumentCount != 2 || arguments[1][0] == '\0' || arguments[1][0] == '-') {
-        std::cerr << "usage: sample-machine DIR\n";
+    const std::optional<Arguments> read = ArgumentsRead({arguments + 1, arguments + argumentCount});
+    if (!read) {
+        std::cerr << "usage: sample-machine DIR [--without COMPONENT]...\n"
+                     "COMPONENT is a row of the check's report, such as sevCmd4.ocx, vcutil1.dll or MazeWalker.exe.\n";
         return 2;
     }
     try {
-        MachineMade(arguments[1]);
+        MachineMade(read->machine, read->without);
     } catch (const std::exception& error) {
         std::cerr << "sample-machine: " << error.what() << '\n';
         return 1;

@@ -3,6 +3,7 @@
 #include "app/frmVTV4V.h"
 #include "common/Error.h"
 #include "common/Text.h"
+#include "installcheck/VcoreTest.h"
 #include "platform/Process.h"
 #include "platform/Regional.h"
 #include "version/modVTV4Version.h"
@@ -12,8 +13,10 @@ void Main() {
         return;
     }
     const JumpTrap trap([] {
-        frmVTV4V window;
-        window.ShowModal();
+        if (VcoreTest().Ok(true)) {
+            frmVTV4V window;
+            window.ShowModal();
+        }
     });
     if (trap.Caught()) {
         FailureShow(u"Kann Programm nicht ausführen:", platform::TextFromAnsi(platform::ProgramFolder()),

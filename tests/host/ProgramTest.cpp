@@ -1,10 +1,12 @@
 #include <sys/stat.h>
 
+#include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <set>
 #include <string>
 
 #include "Check.h"
@@ -12,12 +14,19 @@
 #include "TestMachine.h"
 #include "host/ProgramRun.h"
 #include "platform/host/Machine.h"
+#include "samples/InstalledSuite.h"
 
 namespace {
 
 const platform::Handle Machine = platform::KeyLocalMachine;
 const std::string MainKey = "Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion";
 const std::string ReportingKey = "Software\\Vandrel\\Tallora\\V4\\Reporting\\Version\\ForcedVersion";
+
+// A machine on which the suite is installed, but for some of its components.
+class SuiteMachine : public TestMachine {
+public:
+    explicit SuiteMachine(const std::set<std::string>& without = {}) { InstalledSuiteAdd(without); }
+};
 
 std::string Typed(const std::string& input) {
     const ProgramEnd end = Run({.input = input});
@@ -44,7 +53,7 @@ void Writable(const char* file, bool writable) {
 }  // namespace
 
 TEST_CASE("Anything but the one option ends the program without a word") {
-    const TestMachine machine;
+    const SuiteMachine machine;
     const std::vector<std::vector<std::string>> others = {
         {}, {"-MASTER"}, {"-Master"}, {"-master", "x"}, {"\"-master\""}, {"-master\t"}};
     for (const auto& arguments : others) {
@@ -56,8 +65,20 @@ TEST_CASE("Anything but the one option ends the program without a word") {
     CHECK(Shows(Run({.arguments = {" -master "}, .input = ""}).output, "VTV4 Version Controller"));
 }
 
+TEST_CASE("A missing component is reported, on the clipboard too, and ends the program") {
+    const SuiteMachine machine({"sevCmd4.ocx"});
+    const std::string output = Typed("?\nx\nDemo\n");
+    CHECK(Shows(output, "Vandrel Core Elements V1"));
+    CHECK_FALSE(Shows(output, "VTV4 Version Controller\n"));
+    CHECK_FALSE(FileContent(machine.ControlFile()));
+    std::ifstream file(platform::host::MachineFolder() / "clipboard.txt", std::ios::binary);
+    const std::string clipboard{std::istreambuf_iterator<char>(file), {}};
+    CHECK(Shows(clipboard, "sevCmd4.ocx=Path(C:\\Windows\\System32\\sevCmd4.ocx), *** File not Found ***\r\n"));
+    CHECK(clipboard.ends_with("[Status]\r\nError=*** Es fehlen Vandrel Core Elements! ***\r\n"));
+}
+
 TEST_CASE("Demo, import, export and clear, from the window to the registry") {
-    const TestMachine machine;
+    const SuiteMachine machine;
     Typed("Demo\nImportieren\nJa\nOK\nFertig\n");
     CHECK(RawValueNames(Machine, MainKey) == std::vector<std::string>{"", "hugo", "ruedi"});
     CHECK(RawValue(Machine, MainKey, "") == RawNumber(3));
@@ -78,7 +99,7 @@ TEST_CASE("Demo, import, export and clear, from the window to the registry") {
 }
 
 TEST_CASE("A refused question changes nothing") {
-    const TestMachine machine;
+    const SuiteMachine machine;
     Typed("Demo\nImportieren\nJa\nOK\n");
     for (const std::string answer : {"Nein", "Abbrechen", "x"}) {
         const std::string output = Typed("Löschen\n" + answer + "\nFertig\n");
@@ -89,7 +110,7 @@ TEST_CASE("A refused question changes nothing") {
 }
 
 TEST_CASE("What fails is told, and the window stays usable") {
-    const TestMachine machine;
+    const SuiteMachine machine;
     const std::string without = Typed("Importieren\nJa\nOK\nBearbeiten\nOK\nFertig\n");
     CHECK(Shows(without, "Fehlgeschlagen!"));
     CHECK(Shows(without, "Kann Version File nicht öffnen:"));
@@ -102,7 +123,7 @@ TEST_CASE("What fails is told, and the window stays usable") {
     CHECK(RawValueNames(Machine, MainKey).size() == 3);
     Writable("machine.reg", true);
 
-    TestMachine elsewhere;
+    SuiteMachine elsewhere;
     elsewhere.Environment("HOMEPATH", "\\missing");
     const std::string noFolder = Typed("Demo\nOK\nExportieren\nOK\nFertig\n");
     CHECK(Shows(noFolder, "Vandrel Tallora V4 Version Controller"));
@@ -112,7 +133,7 @@ TEST_CASE("What fails is told, and the window stays usable") {
 }
 
 TEST_CASE("A load that fails is told, and the program ends") {
-    const TestMachine machine;
+    const SuiteMachine machine;
     Typed("Fertig\n");
     Writable("user.reg", false);
     const std::string output = Typed("OK\nDemo\n");
@@ -123,7 +144,7 @@ TEST_CASE("A load that fails is told, and the program ends") {
 }
 
 TEST_CASE("A full disk leaves the earlier control file") {
-    const TestMachine machine;
+    const SuiteMachine machine;
     FileContent(machine.ControlFile(), "[Tallora]\r\n" + ItemLines(1000));
     Typed("Importieren\nJa\nOK\n");
     const std::string earlier = "[Tallora]\r\nedited=1\r\n";
@@ -139,7 +160,7 @@ TEST_CASE("A full disk leaves the earlier control file") {
 }
 
 TEST_CASE("Bad control files end in the told behaviour") {
-    const TestMachine machine;
+    const SuiteMachine machine;
     std::mt19937 random(20171216);  // NOLINT: the same bytes at each run
     std::string noise(100000, '\0');
     for (char& byte : noise) {
@@ -156,14 +177,16 @@ TEST_CASE("Bad control files end in the told behaviour") {
 }
 
 TEST_CASE("An import killed at any moment leaves every entry whole or absent") {
-    const TestMachine machine;
+    const SuiteMachine machine;
     constexpr int items = 400;
     constexpr int kills = 200;
     FileContent(machine.ControlFile(), "[Tallora]\r\n" + ItemLines(items));
     RawValueSet(Machine, "Software\\Other", "kept", RawText("whole"));
-    Typed("Fertig\n");
     std::mt19937 random(4863);  // NOLINT: the same moments at each run
-    std::uniform_int_distribution<unsigned> moment(0, 12000);
+    const auto start = std::chrono::steady_clock::now();
+    Typed("Importieren\nJa\nOK\nFertig\n");
+    const auto whole = std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - start);
+    std::uniform_int_distribution<unsigned> moment(0, static_cast<unsigned>(whole.count()));
     int cut = 0;
     for (int round = 0; round < kills; ++round) {
         RunAndKill({.input = "Importieren\nJa\nOK\n"}, moment(random));

@@ -72,7 +72,7 @@ TEST_CASE("A value's line is read, and written back in one form") {
     }
 }
 
-TEST_CASE("Lines that cannot be read are passed over, and told; sound ones around them count") {
+TEST_CASE("Lines that cannot be read are passed over and told, and sound ones around them count") {
     const std::vector<std::string_view> cases = {
         "garbage\n",
         "\"n\n",
