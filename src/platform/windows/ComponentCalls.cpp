@@ -1,0 +1,83 @@
+#include "platform/ComponentCalls.h"
+
+#include <memory>
+
+#include "platform/windows/Apartment.h"
+#include "platform/windows/Win32.h"
+
+namespace platform {
+
+namespace {
+
+constexpr Status StatusModuleNotFound = 126;     // ERROR_MOD_NOT_FOUND
+constexpr Status StatusProcedureNotFound = 127;  // ERROR_PROC_NOT_FOUND
+
+struct LibraryFree {
+    void operator()(HINSTANCE__* library) const { ::FreeLibrary(library); }
+};
+
+struct LocalMemoryFree {
+    void operator()(wchar_t* memory) const { ::LocalFree(memory); }
+};
+
+using TextFunction = std::int32_t(__stdcall*)(const char* text);
+
+TextFunction TextFunctionOf(HMODULE library, const std::string& name) {
+    return reinterpret_cast<TextFunction>(reinterpret_cast<void*>(::GetProcAddress(library, name.c_str())));
+}
+
+}  // namespace
+
+Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReference& object) {
+    windows::ApartmentEnter();
+    object = 0;
+    CLSID classIdentifier;
+    Status status = ::CLSIDFromProgID(windows::Wide(programmaticIdentifier), &classIdentifier);
+    if (FAILED(status)) {
+        return status;
+    }
+    void* created = nullptr;
+    status = ::CoCreateInstance(classIdentifier, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IUnknown,
+                                &created);
+    if (FAILED(status)) {
+        return status;
+    }
+    object = reinterpret_cast<ObjectReference>(created);
+    return StatusSuccess;
+}
+
+void ReleaseObject(ObjectReference object) {
+    if (object != 0) {
+        reinterpret_cast<IUnknown*>(object)->Release();
+    }
+}
+
+Status CallTextFunction(const std::string& libraryPath, const std::string& function, const std::string& text,
+                        std::int32_t& result) {
+    // The library's own folder comes first in the search for the libraries that it needs in turn.
+    const std::unique_ptr<HINSTANCE__, LibraryFree> library(
+        ::LoadLibraryExA(libraryPath.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
+    if (library == nullptr) {
+        return StatusModuleNotFound;
+    }
+    const TextFunction called = TextFunctionOf(library.get(), function);
+    if (called == nullptr) {
+        return StatusProcedureNotFound;
+    }
+    result = called(text.c_str());
+    return StatusSuccess;
+}
+
+std::u16string StatusText(Status status) {
+    wchar_t* buffer = nullptr;
+    DWORD length =
+        ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+                         nullptr, static_cast<DWORD>(status), 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
+    const std::unique_ptr<wchar_t, LocalMemoryFree> owner(buffer);
+    while (length > 0 && buffer[length - 1] <= L' ') {
+        --length;
+    }
+    return {windows::Narrow(buffer), length};
+}
+
+}  // namespace platform

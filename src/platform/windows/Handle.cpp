@@ -1,0 +1,11 @@
+#include "platform/Handle.h"
+
+#include "platform/windows/Win32.h"
+
+namespace platform {
+
+Status CloseHandle(Handle handle) {
+    return windows::StatusOf(::CloseHandle(windows::SystemHandleOf<HANDLE>(handle)));
+}
+
+}  // namespace platform

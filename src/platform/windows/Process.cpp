@@ -1,0 +1,128 @@
+#include "platform/Process.h"
+
+#include <vector>
+
+#include "platform/Regional.h"
+#include "platform/windows/DateValue.h"
+#include "platform/windows/Win32.h"
+
+namespace platform {
+
+namespace {
+
+std::u16string ProgramPath() {
+    std::u16string path(MAX_PATH, u'\0');
+    for (;;) {
+        const DWORD length = ::GetModuleFileNameW(nullptr, windows::Wide(path), static_cast<DWORD>(path.size()));
+        if (length < path.size()) {
+            path.resize(length);
+            return path;
+        }
+        path.resize(path.size() * 2);
+    }
+}
+
+// The version block of a file, whole.
+class VersionBlock {
+public:
+    explicit VersionBlock(const std::u16string& path) {
+        const DWORD size = ::GetFileVersionInfoSizeW(windows::Wide(path), nullptr);
+        block_.resize(size);
+        if (size == 0 || !::GetFileVersionInfoW(windows::Wide(path), 0, size, block_.data())) {
+            block_.clear();
+        }
+    }
+
+    template <typename Content>
+    [[nodiscard]] const Content* Find(const std::u16string& subBlock) const {
+        void* content = nullptr;
+        UINT size = 0;
+        const bool found = !block_.empty() && ::VerQueryValueW(block_.data(), windows::Wide(subBlock), &content, &size);
+        return found && size != 0 ? static_cast<const Content*>(content) : nullptr;
+    }
+
+    // A text of the first language that the block holds.
+    [[nodiscard]] std::u16string Text(const std::u16string& name) const {
+        const WORD* const language = Find<WORD>(u"\\VarFileInfo\\Translation");
+        if (language == nullptr) {
+            return {};
+        }
+        const char16_t* const text =
+            Find<char16_t>(u"\\StringFileInfo\\" + HexDigits(language[0]) + HexDigits(language[1]) + u"\\" + name);
+        return text == nullptr ? std::u16string() : std::u16string(text);
+    }
+
+private:
+    static std::u16string HexDigits(WORD number) {
+        std::u16string digits;
+        for (int shift = 12; shift >= 0; shift -= 4) {
+            digits += u"0123456789ABCDEF"[(number >> shift) & 0xF];
+        }
+        return digits;
+    }
+
+    std::vector<std::byte> block_;
+};
+
+}  // namespace
+
+// The system keeps the command line. A missing medium in a drive is an answer for the program, not a question to the
+// user.
+void ProcessStart(int /*argumentCount*/, char* /*arguments*/[]) {
+    ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+}
+
+// The program's name ends at the first blank or tab outside double quotes.
+std::u16string CommandLineTail() {
+    const std::u16string line = windows::Narrow(::GetCommandLineW());
+    bool quoted = false;
+    std::size_t end = 0;
+    while (end < line.size() && (quoted || (line[end] != u' ' && line[end] != u'\t'))) {
+        quoted = quoted != (line[end] == u'"');
+        ++end;
+    }
+    return line.substr(end);
+}
+
+// The variable may grow between the question for its size and the copy.
+std::string GetEnvironmentVariableA(const std::string& name) {
+    std::string value;
+    for (;;) {
+        const DWORD length = ::GetEnvironmentVariableA(name.c_str(), value.data(), static_cast<DWORD>(value.size()));
+        if (length <= value.size()) {
+            value.resize(length);
+            return value;
+        }
+        value.resize(length);
+    }
+}
+
+std::uint32_t GetCurrentProcessId() {
+    return ::GetCurrentProcessId();
+}
+
+double Now() {
+    SYSTEMTIME time;
+    ::GetLocalTime(&time);
+    return windows::DateValueOf(time);
+}
+
+ProgramVersion ProgramVersionGet() {
+    const VersionBlock block(ProgramPath());
+    ProgramVersion version{block.Text(u"FileDescription"), block.Text(u"LegalCopyright"), 0, 0, 0};
+    if (const VS_FIXEDFILEINFO* const numbers = block.Find<VS_FIXEDFILEINFO>(u"\\")) {
+        version.major = HIWORD(numbers->dwFileVersionMS);
+        version.minor = LOWORD(numbers->dwFileVersionMS);
+        version.revision = HIWORD(numbers->dwFileVersionLS);
+    }
+    return version;
+}
+
+std::string ProgramFolder() {
+    const std::u16string path = ProgramPath();
+    const std::size_t separator = path.rfind(u'\\');
+    const bool isDriveRoot = separator == 2 && path[1] == u':';
+    return AnsiFromText(path.substr(0, isDriveRoot ? separator + 1 : separator));
+}
+
+}  // namespace platform

@@ -1,0 +1,43 @@
+#include "platform/VersionCalls.h"
+
+#include <cstring>
+
+#include "platform/windows/Win32.h"
+
+namespace platform {
+
+namespace {
+
+// A block begins with its length; a shorter one would have the system read behind its end.
+bool IsWhole(std::span<const char> block) {
+    WORD length = 0;
+    if (block.size() < sizeof length) {
+        return false;
+    }
+    std::memcpy(&length, block.data(), sizeof length);
+    return length != 0 && length <= block.size();
+}
+
+}  // namespace
+
+std::int32_t GetFileVersionInfoSizeA(const std::string& path) {
+    DWORD handle = 0;
+    return static_cast<std::int32_t>(::GetFileVersionInfoSizeA(path.c_str(), &handle));
+}
+
+bool GetFileVersionInfoA(const std::string& path, std::uint32_t handle, std::span<char> block) {
+    return ::GetFileVersionInfoA(path.c_str(), handle, static_cast<DWORD>(block.size()), block.data()) != FALSE;
+}
+
+std::span<const char> VerQueryValueA(std::span<const char> block, const std::string& subBlock) {
+    void* content = nullptr;
+    UINT size = 0;
+    if (!IsWhole(block) || !::VerQueryValueA(block.data(), subBlock.c_str(), &content, &size)) {
+        return {};
+    }
+    const char* const begin = static_cast<const char*>(content);
+    const bool inside = begin >= block.data() && size <= static_cast<std::size_t>(block.data() + block.size() - begin);
+    return inside ? std::span(begin, size) : std::span<const char>();
+}
+
+}  // namespace platform

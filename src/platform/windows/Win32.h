@@ -1,0 +1,66 @@
+#pragma once
+
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#ifdef _WIN32_WINNT
+#undef _WIN32_WINNT
+#endif
+#define _WIN32_WINNT 0x0601  // Windows 7
+
+// clang-format off
+#include <windows.h>
+// clang-format on
+
+#include <commctrl.h>
+#include <objbase.h>
+#include <oleauto.h>
+#include <shellapi.h>
+
+#include <cstdint>
+#include <string>
+
+#include "platform/Handle.h"
+
+// The system's own headers, for this folder alone, and the ways between its types and the portable ones.
+namespace platform::windows {
+
+// Handles of the system have 32 significant bits on 64-bit systems too; the sign is extended, as the predefined
+// registry roots need it.
+template <typename SystemHandle>
+SystemHandle SystemHandleOf(Handle handle) {
+    return reinterpret_cast<SystemHandle>(static_cast<std::intptr_t>(handle));
+}
+
+template <typename SystemHandle>
+Handle HandleOf(SystemHandle handle) {
+    return static_cast<Handle>(reinterpret_cast<std::intptr_t>(handle));
+}
+
+inline Status LastStatus() {
+    return static_cast<Status>(::GetLastError());
+}
+
+// For calls that tell by a Boolean whether they went well.
+inline Status StatusOf(BOOL succeeded) {
+    return succeeded ? StatusSuccess : LastStatus();
+}
+
+static_assert(sizeof(wchar_t) == sizeof(char16_t));
+
+inline const wchar_t* Wide(const std::u16string& text) {
+    return reinterpret_cast<const wchar_t*>(text.c_str());
+}
+
+inline wchar_t* Wide(std::u16string& text) {
+    return reinterpret_cast<wchar_t*>(text.data());
+}
+
+inline const char16_t* Narrow(const wchar_t* text) {
+    return reinterpret_cast<const char16_t*>(text);
+}
+
+}  // namespace platform::windows
