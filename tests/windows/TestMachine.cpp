@@ -79,6 +79,7 @@ void TestMachine::Environment(const std::string& name, const std::optional<std::
 }
 
 void FileContent(const std::string& path, const std::string& bytes) {
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path());
     std::ofstream file(path, std::ios::binary);
     file << bytes;
     REQUIRE(file.flush());

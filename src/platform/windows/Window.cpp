@@ -100,7 +100,8 @@ Window::Window(HWND window, const WindowDesign& design, WindowEvents events)
 
 HWND Window::ControlCreate(const Control& control, std::size_t number) {
     const bool isButton = control.kind == ControlKind::Button;
-    const DWORD style = WS_CHILD | (control.visible ? WS_VISIBLE : 0) |
+    // Where two controls lie over one another, the earlier one is in front.
+    const DWORD style = WS_CHILD | WS_CLIPSIBLINGS | (control.visible ? WS_VISIBLE : 0) |
                         (isButton ? WS_TABSTOP | BS_PUSHBUTTON | BS_NOTIFY : SS_LEFT | SS_NOPREFIX);
     const std::u16string caption = ShownCaption(control.kind, control.caption);
     const HWND child = ::CreateWindowExW(
