@@ -92,7 +92,9 @@ bool frmVTV4V::Loaded() {
     if (trap.Caught()) {
         const Text& product =
             MainVersions == nullptr ? ProductProfileMain::RegistryPath : ProductProfileReporting::RegistryPath;
-        FailureShow(u"Kann Versions-Einstellungen nicht laden:", product, LastError().Description());
+        // A registry failure may have no description but the one that was pending; its number tells it in any case.
+        FailureShow(u"Kann Versions-Einstellungen nicht laden:", product,
+                    Trim(LastError().Description() + u" (Fehler " + DecimalText(LastError().Number()) + u")"));
     }
     return !trap.Caught();
 }

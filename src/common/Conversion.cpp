@@ -1,20 +1,9 @@
 #include "common/Conversion.h"
 
-#include <cmath>
-#include <limits>
-
 #include "common/Error.h"
 #include "platform/Regional.h"
 
 namespace {
-
-// One function object out of several, to visit a variant with.
-template <typename... Visitors>
-struct Overloaded : Visitors... {
-    using Visitors::operator()...;
-};
-template <typename... Visitors>
-Overloaded(Visitors...) -> Overloaded<Visitors...>;
 
 std::int32_t LongFromText(const Text& text) {
     std::int32_t number = 0;
@@ -25,45 +14,47 @@ std::int32_t LongFromText(const Text& text) {
     return number;
 }
 
-// std::nearbyint rounds a tie to the even number, the rounding mode that every program starts with.
-std::int32_t LongFromDouble(double number) {
-    const double rounded = std::nearbyint(number);
-    if (!(rounded >= std::numeric_limits<std::int32_t>::min() && rounded <= std::numeric_limits<std::int32_t>::max())) {
-        Raise(RuntimeError::Overflow);
-    }
-    return static_cast<std::int32_t>(rounded);
-}
-
 }  // namespace
 
+std::optional<std::int32_t> WholeNumber(const Variant& value) {
+    if (const std::uint8_t* const byte = std::get_if<std::uint8_t>(&value)) {
+        return *byte;
+    }
+    if (const std::int16_t* const integer = std::get_if<std::int16_t>(&value)) {
+        return *integer;
+    }
+    if (const std::int32_t* const number = std::get_if<std::int32_t>(&value)) {
+        return *number;
+    }
+    return {};
+}
+
 bool IsNumeric(const Variant& value) {
-    return std::visit(Overloaded{[](const NotGiven&) { return false; }, [](const Null&) { return false; },
-                                 [](const Date&) { return false; },
-                                 [](const Text& text) {
-                                     std::int32_t number = 0;
-                                     return platform::VarI4FromStr(text, number) != platform::DispTypeMismatch;
-                                 },
-                                 [](const auto&) { return true; }},
-                      value);
+    if (const Text* const text = std::get_if<Text>(&value)) {
+        std::int32_t number = 0;
+        return platform::VarI4FromStr(*text, number) != platform::DispTypeMismatch;
+    }
+    return WholeNumber(value).has_value();
 }
 
 std::int32_t LongFrom(const Variant& value) {
-    return std::visit(
-        Overloaded{[](const Empty&) { return 0; },
-                   [](const NotGiven&) -> std::int32_t { Raise(RuntimeError::TypeMismatch); },
-                   [](const Null&) -> std::int32_t { Raise(RuntimeError::TypeMismatch); },
-                   [](bool value_) { return value_ ? -1 : 0; }, [](double number) { return LongFromDouble(number); },
-                   [](const Date& date) { return LongFromDouble(date.days); },
-                   [](const Text& text) { return LongFromText(text); },
-                   [](auto number) { return static_cast<std::int32_t>(number); }},
-        value);
+    if (const Text* const text = std::get_if<Text>(&value)) {
+        return LongFromText(*text);
+    }
+    const std::optional<std::int32_t> number = WholeNumber(value);
+    if (!number) {
+        Raise(RuntimeError::TypeMismatch);
+    }
+    return *number;
 }
 
 Text TextFrom(const Variant& value) {
-    return std::visit(Overloaded{[](std::uint8_t number) { return DecimalText(number); },
-                                 [](std::int16_t number) { return DecimalText(number); },
-                                 [](std::int32_t number) { return DecimalText(number); },
-                                 [](const Date& date) { return platform::VarBstrFromDate(date.days); },
-                                 [](const Text& text) { return text; }, [](const auto&) { return Text(); }},
-                      value);
+    if (const Text* const text = std::get_if<Text>(&value)) {
+        return *text;
+    }
+    if (const Date* const date = std::get_if<Date>(&value)) {
+        return platform::VarBstrFromDate(date->days);
+    }
+    const std::optional<std::int32_t> number = WholeNumber(value);
+    return number ? DecimalText(*number) : Text();
 }

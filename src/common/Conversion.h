@@ -1,18 +1,22 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "common/Text.h"
 #include "common/Variant.h"
 
 // The general tests and conversions of values, under the user's regional settings.
 
-// True for a number, and for a text that reads as one. A text beyond the signed 32-bit range still reads as a number.
+// The number of a variant of one of the whole number kinds; nothing for any other kind.
+std::optional<std::int32_t> WholeNumber(const Variant& value);
+
+// True for a whole number, and for a text that reads as a number, also as one beyond the signed 32-bit range.
 bool IsNumeric(const Variant& value);
 
-// The value as a signed 32-bit number; a fraction rounds to the nearest, a tie to the even one. Raises the overflow
-// error (6) beyond 32 bits and the type mismatch (13) for what is no number.
+// A whole number, or what a text reads as, as a signed 32-bit number; a fraction rounds to the nearest, a tie to the
+// even one. Raises the overflow error (6) beyond 32 bits and the type mismatch (13) for any other value.
 std::int32_t LongFrom(const Variant& value);
 
-// The value's text: a text as it is, a number in decimal digits, nothing for the kinds that hold no value.
+// A text as it is, a whole number in decimal digits, a date in its default form; the empty text for any other value.
 Text TextFrom(const Variant& value);

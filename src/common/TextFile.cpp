@@ -22,13 +22,6 @@ std::string PathBeside(const std::string& path) {
 
 }  // namespace
 
-void OwnedHandle::Close() {
-    if (handle_ != 0) {
-        platform::CloseHandle(handle_);
-        handle_ = 0;
-    }
-}
-
 TextFileReader::TextFileReader(const Text& path)
     : file_(OpenedFile(platform::AnsiFromText(path), platform::GenericRead, platform::OpenExisting)) {
 }

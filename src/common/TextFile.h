@@ -2,24 +2,8 @@
 
 #include <string>
 
+#include "common/OwnedHandle.h"
 #include "common/Text.h"
-#include "platform/Handle.h"
-
-// A file or a process of the system, closed with its owner.
-class OwnedHandle {
-public:
-    OwnedHandle() = default;
-    explicit OwnedHandle(platform::Handle handle) : handle_(handle) {}
-    ~OwnedHandle() { Close(); }
-    OwnedHandle(const OwnedHandle&) = delete;
-    OwnedHandle& operator=(const OwnedHandle&) = delete;
-
-    [[nodiscard]] platform::Handle Get() const { return handle_; }
-    void Close();
-
-private:
-    platform::Handle handle_ = 0;
-};
 
 // A text file in the system's 8-bit code page, read line by line. CR LF, LF and CR end a line; the last one need not be
 // ended. The file is closed with the object, so that no error leaves it open.

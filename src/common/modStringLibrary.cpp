@@ -66,11 +66,8 @@ Text DeleteChars(const Text& text, std::int16_t start, std::optional<std::int16_
     }
     const std::int16_t n = Length(text);
     const std::int16_t width = length ? *length : WidthToEnd(n, start);
-    if (width < 1 || start > n) {
-        return text;
-    }
     const std::int16_t last = std::min(LastPosition(start, width), n);
-    if (last < 1) {
+    if (width < 1 || start > n || last < 1) {
         return text;
     }
     const std::int16_t first = std::max<std::int16_t>(start, 1);
@@ -113,11 +110,17 @@ std::int16_t FindAnyChar(const Text& text, const Text& chars) {
 }
 
 std::int16_t ScanChars(const Text& text, const Text& chars, std::optional<bool> negate, std::optional<bool> backward) {
-    Length(text);  // a text that is too long overflows, wherever its first hit stands
     const bool outside = negate.value_or(false);
-    const std::size_t found = backward.value_or(false)
-                                  ? (outside ? text.find_last_not_of(chars) : text.find_last_of(chars))
-                                  : (outside ? text.find_first_not_of(chars) : text.find_first_of(chars));
+    const bool fromEnd = backward.value_or(false);
+    if (text.empty() || (chars.empty() && !outside)) {
+        return 0;
+    }
+    if (chars.empty() && !fromEnd) {
+        return 1;
+    }
+    Length(text);  // a text that is too long overflows, wherever its first hit stands
+    const std::size_t found = fromEnd ? (outside ? text.find_last_not_of(chars) : text.find_last_of(chars))
+                                      : (outside ? text.find_first_not_of(chars) : text.find_first_of(chars));
     return found == Text::npos ? std::int16_t{0} : Narrow(static_cast<std::int64_t>(found) + 1);
 }
 

@@ -1,7 +1,7 @@
 #include "products/modShellExec.h"
 
 #include "common/Error.h"
-#include "common/TextFile.h"
+#include "common/OwnedHandle.h"
 #include "common/modStringLibrary.h"
 #include "platform/Regional.h"
 #include "platform/ShellCalls.h"

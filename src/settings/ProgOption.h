@@ -8,7 +8,7 @@
 // the local machine. Reading gives a default for what is not there, writing creates what is missing, deleting is
 // silent. A section may hold several levels parted by backslashes; an empty one is the root path itself.
 //
-// Every operation closes its key and then gives pending window messages a turn.
+// Every operation closes its key and, unless it raises, then gives pending window messages a turn.
 class ProgOption {
 public:
     // The path below a store's root key under which all sections lie, taken as it is.

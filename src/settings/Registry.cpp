@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 
+#include "common/Conversion.h"
 #include "common/Error.h"
 #include "common/modStringLibrary.h"
 #include "platform/Regional.h"
@@ -107,14 +108,16 @@ void Registry::KeyAccess(std::int32_t mask, bool force) {
 }
 
 // Creates the key of `key_` from the root. With the path held aside, widening the rights opens the root anew and not
-// the key that is still missing.
+// the key that is still missing. The root itself belongs to the caller, one that was opened anew to us.
 void Registry::CreateFromRoot() {
     currentKey_ = root_;
     const Text path = key_;
     key_.clear();
     SubKeyCreate(path);
     key_ = path;
-    platform::RegCloseKey(currentKey_);
+    if (currentKey_ != root_) {
+        platform::RegCloseKey(currentKey_);
+    }
     currentKey_ = 0;
 }
 
@@ -210,11 +213,7 @@ void Registry::Value(const Text& name, const Variant& value) {
     KeyAccess(platform::KeySetValue, false);
     if (const Text* const text = std::get_if<Text>(&value)) {
         Store(name, platform::RegSz, platform::AnsiFromText(*text));
-    } else if (const std::uint8_t* const byte = std::get_if<std::uint8_t>(&value)) {
-        StoreNumber(name, *byte);
-    } else if (const std::int16_t* const integer = std::get_if<std::int16_t>(&value)) {
-        StoreNumber(name, *integer);
-    } else if (const std::int32_t* const number = std::get_if<std::int32_t>(&value)) {
+    } else if (const std::optional<std::int32_t> number = WholeNumber(value)) {
         StoreNumber(name, *number);
     }
 }

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
+#include <utility>
 
 #include "common/Text.h"
 #include "settings/ProgOption.h"

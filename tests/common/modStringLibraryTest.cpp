@@ -117,6 +117,7 @@ TEST_CASE("What does not fit 16 bits overflows") {
     CHECK(RaisedBy([] { MidFixed(u"abc", -32767, 32767); }).number == 0);
     CHECK(RaisedBy([] { MidFixed(u"abc", -32767); }).number == 6);
     CHECK(RaisedBy([] { DeleteChars(TooLong, 1, 1); }).number == 6);
+    CHECK(RaisedBy([] { DeleteChars(u"abc", 32767, 5); }).number == 6);
     CHECK(RaisedBy([] { InsertText(Longest, u"b", 1); }).number == 6);
     CHECK(RaisedBy([] { FixLeft(TooLong, 1); }).number == 6);
     CHECK(RaisedBy([] { FixRight(TooLong); }).number == 6);

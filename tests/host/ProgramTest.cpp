@@ -166,11 +166,20 @@ TEST_CASE("Bad control files end in the told behaviour") {
     for (char& byte : noise) {
         byte = static_cast<char>(random());
     }
-    for (const std::string& file : {noise, "[Tallora]\r\n" + std::string(40000, 'a') + "=1\r\n",
-                                    "[Tallora]\r\n" + ItemLines(100000) + "bad\r\nlast=1\r\n"}) {
-        FileContent(machine.ControlFile(), file);
-        const std::string output = Typed("Importieren\nJa\nOK\nFertig\n");
-        CHECK(Shows(output, file.size() == 40015 ? "Fehlgeschlagen!" : "Weiterfahren?"));
+    const std::string sound = "[Tallora]\r\n" + ItemLines(100000) + "bad\r\nlast=1\r\n";
+    struct {
+        std::string file;
+        bool fails;
+    } const cases[] = {
+        {noise, false},
+        {"[Tallora]\r\n" + std::string(40000, 'a') + "=1\r\n", true},
+        {sound, false},
+    };
+    for (const auto& each : cases) {
+        FileContent(machine.ControlFile(), each.file);
+        const std::string output = Typed("Importieren\nJa\nOK\n6\n");
+        CHECK(Shows(output, "─ Importieren ─"));
+        CHECK(Shows(output, "Fehlgeschlagen!") == each.fails);
     }
     CHECK(RawValue(Machine, MainKey, "last") == RawNumber(1));
     CHECK(RawValue(Machine, MainKey, "user99999") == RawNumber(99999 % 6));

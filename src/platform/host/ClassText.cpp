@@ -27,11 +27,13 @@ std::string Expanded(const std::string& text) {
 }  // namespace
 
 ClassText::ClassText(const std::string& key) {
-    Handle opened = 0;
-    status_ = RegOpenKeyExA(KeyClassesRoot, key, 0, KeyQueryValue, opened);
+    struct Key {
+        Handle opened = 0;
+        ~Key() { RegCloseKey(opened); }
+    } open;
+    status_ = RegOpenKeyExA(KeyClassesRoot, key, 0, KeyQueryValue, open.opened);
     if (status_ == StatusSuccess) {
-        status_ = Read(opened);
-        RegCloseKey(opened);
+        status_ = Read(open.opened);
     }
 }
 

@@ -72,13 +72,11 @@ int OpenFlags(std::uint32_t access, std::uint32_t disposition) {
     return mode | creation | O_CLOEXEC | O_NOCTTY;
 }
 
-Status SyncedFolder(const fs::path& folder) {
-    const host::FileDescriptor opened(open(folder.c_str(), O_RDONLY | O_CLOEXEC | O_DIRECTORY));
-    // A file system that cannot hand over a folder has done its best with the name.
-    if (!opened || (host::Uninterrupted([&] { return fsync(opened.Get()); }) != 0 && errno != EINVAL)) {
-        return host::StatusFromErrno(errno);
+// The new name stands already; a folder that cannot be handed to the disk by itself takes nothing back.
+void SyncFolder(const fs::path& folder) {
+    if (const host::FileDescriptor opened(open(folder.c_str(), O_RDONLY | O_CLOEXEC | O_DIRECTORY)); opened) {
+        host::Uninterrupted([&] { return fsync(opened.Get()); });
     }
-    return StatusSuccess;
 }
 
 bool IsHidden(const fs::path& path) {
@@ -200,10 +198,16 @@ Status MoveFileExA(const std::string& from, const std::string& to) {
     if (!source.IsFile()) {
         return StatusAccessDenied;
     }
-    if (std::rename(source.path.c_str(), target.path.c_str()) != 0) {
+    std::error_code failure;
+    const fs::path place = isNew ? target.path : fs::canonical(target.path, failure);  // a link stays one
+    if (!isNew) {
+        fs::permissions(source.path, fs::status(place, failure).permissions(), failure);
+    }
+    if (std::rename(source.path.c_str(), place.c_str()) != 0) {
         return host::StatusFromErrno(errno);
     }
-    return SyncedFolder(target.path.parent_path());
+    SyncFolder(place.parent_path());
+    return StatusSuccess;
 }
 
 Status DeleteFileA(const std::string& path) {

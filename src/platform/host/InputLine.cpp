@@ -9,36 +9,15 @@ namespace {
 
 using Captions = std::vector<std::optional<std::u16string>>;
 
-// The captions are in the code page, where only these letters have two cases.
-char16_t LowerCase(char16_t character) {
-    const bool capital =
-        (character >= u'A' && character <= u'Z') || (character >= u'À' && character <= u'Þ' && character != u'×');
-    return capital ? static_cast<char16_t>(character + 0x20) : character;
-}
-
-std::u16string LowerCase(std::u16string text) {
-    std::transform(text.begin(), text.end(), text.begin(), [](char16_t character) { return LowerCase(character); });
-    return text;
-}
-
 std::optional<std::size_t> ButtonByCaption(const std::u16string& line, const Captions& captions) {
-    const auto exact = std::find(captions.begin(), captions.end(), line);
-    if (exact != captions.end()) {
-        return static_cast<std::size_t>(exact - captions.begin());
-    }
-    const auto matches = [folded = LowerCase(line)](const std::optional<std::u16string>& caption) {
-        return caption && LowerCase(*caption) == folded;
-    };
-    const auto first = std::find_if(captions.begin(), captions.end(), matches);
-    if (first == captions.end() || std::any_of(first + 1, captions.end(), matches)) {
-        return std::nullopt;
-    }
-    return static_cast<std::size_t>(first - captions.begin());
+    const auto found = std::find(captions.begin(), captions.end(), line);
+    return found == captions.end() ? std::nullopt : std::optional(static_cast<std::size_t>(found - captions.begin()));
 }
 
-// A number of one to five digits: a window of more twips has no use.
+// A number of one to five digits, as one writes it: a window of more twips has no use.
 std::optional<std::int32_t> Number(const std::u16string& digits) {
-    if (digits.empty() || digits.size() > 5 || digits.find_first_not_of(u"0123456789") != std::u16string::npos) {
+    if (digits.empty() || digits.size() > 5 || digits.front() == u'0' ||
+        digits.find_first_not_of(u"0123456789") != std::u16string::npos) {
         return std::nullopt;
     }
     std::int32_t number = 0;

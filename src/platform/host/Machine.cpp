@@ -20,7 +20,7 @@ std::filesystem::path MachineFolder() {
     }
     std::filesystem::path data = Variable("XDG_DATA_HOME");
     if (data.empty()) {
-        data = std::filesystem::path(Variable("HOME")) / ".local" / "share";
+        data = Variable("HOME") + "/.local/share";
     }
     return data / "vtv4v" / "machine";
 }

@@ -62,7 +62,8 @@ void ProcessStart(int argumentCount, char* arguments[]) {
 std::u16string CommandLineTail() {
     std::string tail;
     for (std::size_t number = 1; number < Arguments().size(); ++number) {
-        tail += (number == 1 ? "" : " ") + Arguments()[number];
+        const std::string& argument = Arguments()[number];
+        tail += (number == 1 ? "" : " ") + (argument.empty() ? "\"\"" : argument);
     }
     return host::FromUtf8(tail);
 }

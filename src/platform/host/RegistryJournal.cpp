@@ -185,7 +185,8 @@ bool RegistryJournal::Writable() const {
         return writable_;
     }
     struct stat folder = {};
-    std::filesystem::path path = std::filesystem::absolute(file_).parent_path();
+    std::error_code failure;  // a working directory that is gone leaves an empty path, which cannot be written
+    std::filesystem::path path = std::filesystem::absolute(file_, failure).parent_path();
     while (stat(path.c_str(), &folder) != 0 && path.has_relative_path()) {
         path = path.parent_path();
     }

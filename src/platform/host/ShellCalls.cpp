@@ -46,19 +46,26 @@ std::int32_t FindAssociation(const fs::path& document, const std::string& verb, 
                                                                             : ShellIncompleteAssociation;
 }
 
-// The command line's arguments for the host. `document`, when there is one, stands where the command line says "%1", or
-// else behind the others. The program's name keeps to what the registry says.
+// Where an argument of a command line names the document: "%1", or "%L" for its long name.
+std::size_t DocumentPlace(const std::string& argument) {
+    return std::min({argument.find("%1"), argument.find("%L"), argument.find("%l")});
+}
+
+// The command line's arguments for the host. `document`, when there is one, stands where the command line names it, or
+// else behind the others. "%*" stands for further arguments, of which there are none. The program's name keeps to what
+// the registry says.
 std::vector<std::string> HostArguments(const std::string& command, const std::optional<std::string>& document) {
     std::vector<std::string> arguments = host::CommandLineArguments(command);
     bool told = false;
     for (std::size_t number = 1; number < arguments.size(); ++number) {
         std::string& argument = arguments[number];
         argument = host::ToUtf8(TextFromAnsi(argument));
-        if (const std::size_t place = argument.find("%1"); document && place != std::string::npos) {
+        if (const std::size_t place = DocumentPlace(argument); document && place != std::string::npos) {
             argument.replace(place, 2, *document);
             told = true;
         }
     }
+    std::erase(arguments, "%*");
     if (document && !told) {
         arguments.push_back(*document);
     }

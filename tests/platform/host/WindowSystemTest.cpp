@@ -75,8 +75,8 @@ TEST_CASE("The window is drawn with its buttons where the twips put them, and cl
 TEST_CASE("A line of input clicks the button that it names or numbers, and nothing else does") {
     const std::vector<std::pair<std::string, std::vector<std::size_t>>> cases{
         {"Exportieren\n", {0}},
-        {"  exportieren \r\n", {0}},
-        {"LÖSCHEN\n3\n04\n", {3, 2, 3}},
+        {"  Exportieren \r\nexportieren\n", {0}},
+        {"Löschen\nLÖSCHEN\n3\n04\n", {3, 2}},
         {"6", {5}},
         {"0\n7\n-1\n1 2\n99999999999999999999\n", {}},
         {"Export\n\n\t\nX\n5000x5000\n", {}},
@@ -130,7 +130,7 @@ TEST_CASE("A message box gives the answer of the button, of its close box, and o
     };
     const std::vector<Case> cases{
         {"Ja\n", ButtonsYesNoCancel, AnswerYes},
-        {"nein\n", ButtonsYesNoCancel, AnswerNo},
+        {"nein\nNein\n", ButtonsYesNoCancel, AnswerNo},
         {"3\n", ButtonsYesNoCancel, AnswerCancel},
         {"x\n", ButtonsYesNoCancel, AnswerCancel},
         {"", ButtonsYesNoCancel, AnswerCancel},

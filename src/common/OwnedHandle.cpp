@@ -1,0 +1,8 @@
+#include "common/OwnedHandle.h"
+
+void OwnedHandle::Close() {
+    if (handle_ != 0) {
+        platform::CloseHandle(handle_);
+        handle_ = 0;
+    }
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/Handle.h"
+
+// A file or a process of the system, closed with its owner.
+class OwnedHandle {
+public:
+    OwnedHandle() = default;
+    explicit OwnedHandle(platform::Handle handle) : handle_(handle) {}
+    ~OwnedHandle() { Close(); }
+    OwnedHandle(const OwnedHandle&) = delete;
+    OwnedHandle& operator=(const OwnedHandle&) = delete;
+
+    [[nodiscard]] platform::Handle Get() const { return handle_; }
+    void Close();
+
+private:
+    platform::Handle handle_ = 0;
+};
