@@ -7,10 +7,12 @@ floors=(platform common settings products installcheck version app)
 failed=0
 
 # refuse WHAT PATTERN PATH...
+# A search that could not be made is a failure too.
 refuse() {
-    local what=$1 pattern=$2
+    local what=$1 pattern=$2 found=0
     shift 2
-    if grep -rnE --include='*.h' --include='*.cpp' "$pattern" "$@"; then
+    grep -rnE --include='*.h' --include='*.cpp' "$pattern" "$@" || found=$?
+    if ((found != 1)); then
         echo "$what" >&2
         failed=1
     fi
