@@ -72,9 +72,9 @@ void ProgramStarted() {
 
 }  // namespace
 
-FaultMachine::FaultMachine() {
+FaultMachine::FaultMachine(const std::set<std::string>& without) {
     ProgramStarted();
-    InstalledSuiteAdd({});
+    InstalledSuiteAdd(without);
     RawValueSet(platform::KeyCurrentUser, "Software", "", RawText(""));
     RawValueSet(platform::KeyClassesRoot, ".txt", "", RawText("text"));
     RawValueSet(platform::KeyClassesRoot, "text\\shell\\open\\command", "", RawText("true %1"));

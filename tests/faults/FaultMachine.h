@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 
 #include "TestMachine.h"
@@ -17,7 +18,8 @@ struct Outcome {
 // A machine with the whole suite, two tables, a control file with other ones, and an editor that ends at once.
 class FaultMachine : public TestMachine {
 public:
-    FaultMachine();
+    // Without the components of these names (InstalledSuiteAdd).
+    explicit FaultMachine(const std::set<std::string>& without = {});
 
     // Tables and control file as they are before each operation.
     void Reset();

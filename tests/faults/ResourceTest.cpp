@@ -1,0 +1,119 @@
+#include <malloc.h>
+#include <sys/resource.h>
+
+#include <string>
+
+#include "Check.h"
+#include "RawRegistry.h"
+#include "faults/FaultMachine.h"
+#include "platform/Regional.h"
+#include "platform/ShellCalls.h"
+#include "products/modShellExec.h"
+#include "version/ProductProfileMain.h"
+#include "version/modVTV4Version.h"
+
+namespace {
+
+// The disk is full beyond a file's first `size` bytes as long as it lives.
+class FullDisk {
+public:
+    explicit FullDisk(rlim_t size) {
+        getrlimit(RLIMIT_FSIZE, &earlier_);
+        const rlimit limit{size, earlier_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &earlier_); }
+    FullDisk(const FullDisk&) = delete;
+    FullDisk& operator=(const FullDisk&) = delete;
+
+private:
+    rlimit earlier_{};
+};
+
+Error DemoOnDiskOf(std::size_t size) {
+    const FullDisk disk(size);
+    return RaisedBy(WriteDemoFile);
+}
+
+std::size_t MemoryInUse() {
+    const struct mallinfo2 memory = mallinfo2();
+    return memory.uordblks + memory.hblkhd;
+}
+
+Error WaitedUnder(const SeamFault& fault, std::uint32_t& result) {
+    SeamStart(fault);
+    const Error error = RaisedBy([&] { result = ShellAndWait(u"true"); });
+    SeamStop();
+    return error;
+}
+
+}  // namespace
+
+TEST_CASE("A disk that fills at any byte of the control file leaves the earlier one") {
+    const FaultMachine machine;
+    ControlFilePath = platform::TextFromAnsi(machine.ControlFile());
+    const std::string earlier = FileContent(machine.ControlFile()).value();
+    WriteDemoFile();
+    const std::size_t whole = FileContent(machine.ControlFile()).value().size();
+    for (std::size_t size = 0; size < whole; ++size) {
+        CAPTURE(size);
+        FileContent(machine.ControlFile(), earlier);
+        CHECK(DemoOnDiskOf(size).number == 61);
+        CHECK(FileContent(machine.ControlFile()) == earlier);
+        CHECK(machine.FolderClean());
+    }
+    CHECK(DemoOnDiskOf(whole).number == 0);
+    CHECK(FileContent(machine.ControlFile()).value().size() == whole);
+
+    FileContent(machine.ControlFile(), earlier);
+    SeamStart({Seam::DeleteFileA, 1, 5});
+    const Error error = DemoOnDiskOf(whole / 2);
+    SeamStop();
+    CHECK(error.number == 61);
+    CHECK(FileContent(machine.ControlFile()) == earlier);
+    CHECK_FALSE(machine.FolderClean());
+}
+
+TEST_CASE("A deletion that is refused is silent, a wait that fails says so") {
+    const FaultMachine machine;
+    const int openHandles = SeamOpenHandles();
+    const ProductProfileMain profile;
+    for (const std::int64_t status : {2, 5, 1018}) {
+        SeamStart({Seam::RegDeleteValueA, 1, status});
+        CHECK(RaisedBy([&] { profile.Profile.Table->ForcedVersion(true, u"hugo", -1); }).number == 0);
+        SeamStop();
+        CHECK(machine.Present("") == machine.Before());
+    }
+    std::uint32_t result = 0;
+    CHECK(WaitedUnder({Seam::StartCommandLine, 1, 2}, result).number == 53);
+    CHECK(WaitedUnder({Seam::StartCommandLine, 1, 5}, result).number == 75);
+    CHECK(WaitedUnder({Seam::OpenProcess, 1, 0}, result).number == 0);
+    CHECK(result == platform::WaitFailed);
+    CHECK(WaitedUnder({}, result).number == 0);
+    CHECK(result == platform::WaitObject0);
+    CHECK(WaitedUnder({Seam::WaitForSingleObject, 1, platform::WaitFailed}, result).number == 0);
+    CHECK(result == platform::WaitFailed);
+    CHECK(SeamOpenHandles() == openHandles);
+}
+
+// In ten windows; Session checks the handles.
+TEST_CASE("A thousand rounds of all buttons take no memory that they do not give back") {
+    FaultMachine machine;
+    std::string input;
+    for (int round = 0; round < VTV4V_ROUNDS; ++round) {
+        input += "Demo\nImportieren\nJa\nOK\nExportieren\nBearbeiten\nLöschen\nJa\nOK\n";
+    }
+    input += "Demo\nImportieren\nJa\nOK\nFertig\n";
+    Outcome expected = machine.Before();
+    std::size_t warm = 0;
+    for (int window = 0; window < 10; ++window) {
+        Outcome outcome = machine.Session(input);
+        expected.file = outcome.file;
+        CHECK(outcome == expected);
+        outcome = {};
+        warm = window == 1 ? MemoryInUse() : warm;
+    }
+    // Ended editors are let go at the next start, how many there are is chance. The smallest block that a round could
+    // keep is 32 bytes: 25,600 in all.
+    CHECK(MemoryInUse() < warm + 8192);
+}
