@@ -36,15 +36,15 @@ std::string Joined(const std::vector<std::string>& items, std::size_t count, con
     return text;
 }
 
-// The file with the first items of each table; behind a list that is not empty stands an empty line.
+// Behind a list that is not empty stands an empty line.
+std::string Listed(const std::vector<std::string>& items, std::size_t count) {
+    return Joined(items, count, "\r\n") + (count == 0 ? "" : "\r\n");
+}
+
 Outcome Exported(const FaultMachine& machine, std::size_t mainCount, std::size_t reportingCount) {
     Outcome outcome = machine.Before();
-    outcome.file =
-        "[Tallora]\r\n" +
-        Joined({"(Standard)=3", "hugo=0", "ruedi=1", ""}, mainCount == 0 ? 0 : mainCount + 1, "\r\n") +
-        "[Reporting]\r\n" +
-        Joined({"(Standard)=3", "hugo=1", "ruedi=99", ""}, reportingCount == 0 ? 0 : reportingCount + 1, "\r\n") +
-        "\r\n[End]\r\n";
+    outcome.file = "[Tallora]\r\n" + Listed({"(Standard)=3", "hugo=0", "ruedi=1"}, mainCount) + "[Reporting]\r\n" +
+                   Listed({"(Standard)=3", "hugo=1", "ruedi=99"}, reportingCount) + "\r\n[End]\r\n";
     return outcome;
 }
 
