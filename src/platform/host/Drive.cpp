@@ -29,7 +29,18 @@ bool IsSeparator(char16_t character) {
 }
 
 bool IsForbidden(char16_t character) {
-    return character < u' ' || std::u16string_view(u"<>\"|?*:").find(character) != std::u16string_view::npos;
+    switch (character) {
+        case u'<':
+        case u'>':
+        case u'"':
+        case u'|':
+        case u'?':
+        case u'*':
+        case u':':
+            return true;
+        default:
+            return character < u' ';
+    }
 }
 
 // A path "C:\...", taken apart.
@@ -75,7 +86,7 @@ DrivePlace PlaceOnDisk(fs::path path) {
     if (stat(path.c_str(), &found) != 0) {
         return {StatusFromErrno(errno), std::move(path)};
     }
-    return {StatusSuccess, std::move(path), found.st_mode};
+    return {StatusSuccess, std::move(path), found.st_mode, found.st_mtime};
 }
 
 // The place of a name in a folder.
@@ -111,6 +122,17 @@ DrivePlace FindFolder(const DrivePath& path) {
     return place;
 }
 
+// The place of a path whose names are spelled as on the disk, as most are: one look instead of one for each level. A
+// failure tells nothing of other spellings.
+DrivePlace FindExact(const DrivePath& path) {
+    std::string place = DrivesFolder().native();
+    place.append("/").append(1, static_cast<char>(path.drive));
+    for (const std::u16string& name : path.names) {
+        place.append("/").append(ToUtf8(name));
+    }
+    return PlaceOnDisk(std::move(place));
+}
+
 bool IsName(std::u16string_view name) {
     return std::none_of(name.begin(), name.end(), IsForbidden);
 }
@@ -126,6 +148,10 @@ DrivePlace FindPlace(std::string_view path) {
     }
     if (!std::all_of(parsed->names.begin(), parsed->names.end(), IsName)) {
         return {StatusInvalidName, {}};
+    }
+    DrivePlace exact = FindExact(*parsed);
+    if (exact.IsFolder() || (exact.IsFile() && !parsed->namesFolder && !parsed->names.empty())) {
+        return exact;
     }
     DrivePlace folder = FindFolder(*parsed);
     if (folder.status != StatusSuccess || parsed->names.empty()) {

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <ctime>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -26,6 +27,7 @@ struct DrivePlace {
     Status status;
     std::filesystem::path path;  // on the host's disk, in the missing case where such a file would be
     mode_t mode = 0;             // of what is there
+    std::time_t changed = 0;     // its content's last change
 
     [[nodiscard]] bool IsFolder() const { return S_ISDIR(mode); }
     [[nodiscard]] bool IsFile() const { return S_ISREG(mode); }

@@ -242,11 +242,10 @@ Status DateLastModified(const std::string& path, double& date) {
     if (place.status != StatusSuccess) {
         return place.status;
     }
-    struct stat found {};
-    if (!place.IsFile() || stat(place.path.c_str(), &found) != 0) {
+    if (!place.IsFile()) {
         return StatusFileNotFound;
     }
-    date = host::LocalDate(found.st_mtime);
+    date = host::LocalDate(place.changed);
     return StatusSuccess;
 }
 

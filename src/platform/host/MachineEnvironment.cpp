@@ -1,5 +1,8 @@
 #include "platform/host/MachineEnvironment.h"
 
+#include <sys/stat.h>
+
+#include <filesystem>
 #include <fstream>
 
 #include "platform/host/Machine.h"
@@ -7,9 +10,11 @@
 
 namespace platform::host {
 
-std::map<std::u16string, std::u16string, NameLess> MachineEnvironment() {
-    std::map<std::u16string, std::u16string, NameLess> variables;
-    std::ifstream file(MachineFolder() / "environment", std::ios::binary);
+namespace {
+
+MachineVariables Read(const std::filesystem::path& path) {
+    MachineVariables variables;
+    std::ifstream file(path, std::ios::binary);
     for (std::string line; std::getline(file, line);) {
         if (line.ends_with('\r')) {
             line.pop_back();
@@ -19,6 +24,33 @@ std::map<std::u16string, std::u16string, NameLess> MachineEnvironment() {
         }
     }
     return variables;
+}
+
+// The file as it was when it was last read; all zeros for one that was not there.
+struct Reading {
+    std::filesystem::path path;
+    struct stat file {};
+    MachineVariables variables;
+};
+
+bool IsSame(const struct stat& one, const struct stat& other) {
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino && one.st_size == other.st_size &&
+           one.st_mtim.tv_sec == other.st_mtim.tv_sec && one.st_mtim.tv_nsec == other.st_mtim.tv_nsec;
+}
+
+}  // namespace
+
+const MachineVariables& MachineEnvironment() {
+    static Reading last;
+    std::filesystem::path path = MachineFolder() / "environment";
+    struct stat file {};
+    if (stat(path.c_str(), &file) != 0) {
+        file = {};
+    }
+    if (path.native() != last.path.native() || !IsSame(file, last.file)) {
+        last = {path, file, Read(path)};
+    }
+    return last.variables;
 }
 
 }  // namespace platform::host

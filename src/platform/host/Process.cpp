@@ -73,7 +73,7 @@ std::string GetEnvironmentVariableA(const std::string& name) {
     if (const char* const value = std::getenv(host::ToUtf8(wanted).c_str()); value != nullptr) {
         return AnsiFromText(host::FromUtf8(value));
     }
-    const auto variables = host::MachineEnvironment();
+    const auto& variables = host::MachineEnvironment();
     const auto found = variables.find(wanted);
     return found == variables.end() ? std::string() : AnsiFromText(found->second);
 }

@@ -23,11 +23,11 @@ public:
 
     bool Read(std::uint64_t offset, std::span<char> bytes) {
         if (bytes.size() > window_.size()) {
-            return ReadAt(offset, bytes) == bytes.size();
+            return ReadAt(offset, bytes, bytes.size()) == bytes.size();
         }
         if (offset < start_ || offset + bytes.size() > start_ + filled_) {
             start_ = offset;
-            filled_ = ReadAt(offset, window_);
+            filled_ = ReadAt(offset, window_, bytes.size());
         }
         if (bytes.size() > filled_ - (offset - start_)) {
             return false;
@@ -37,9 +37,10 @@ public:
     }
 
 private:
-    std::size_t ReadAt(std::uint64_t offset, std::span<char> bytes) {
+    // Reads as much of `bytes` as the file holds, or gives at once; fewer than `atLeast` only at the file's end.
+    std::size_t ReadAt(std::uint64_t offset, std::span<char> bytes, std::size_t atLeast) {
         std::size_t done = 0;
-        while (done < bytes.size()) {
+        while (done < atLeast) {
             const ssize_t read = host::Uninterrupted([&] {
                 return pread(file_.Get(), bytes.data() + done, bytes.size() - done, static_cast<off_t>(offset + done));
             });
