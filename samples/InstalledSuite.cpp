@@ -140,7 +140,7 @@ void AddFile(const Component& component) {
     std::ofstream file(place.path, std::ios::binary);
     file << SampleImage({.version = {1, 2, 3, 4}, .fileType = fileType}) << std::flush;
     if (!file) {
-        throw std::runtime_error("cannot write " + place.path.native());
+        throw std::runtime_error("cannot write " + place.path);
     }
     std::filesystem::last_write_time(place.path, ReleaseTime());
 }

@@ -74,7 +74,7 @@ bool EndsInLine(const fs::path& path) {
 
 void EnvironmentMade(const fs::path& machine) {
     const fs::path path = machine / "environment";
-    const auto present = platform::host::MachineEnvironment();
+    const auto& present = platform::host::MachineEnvironment();
     std::istringstream lines{EnvironmentText};
     for (std::string line; std::getline(lines, line);) {
         const std::string name = line.substr(0, line.find('='));
@@ -94,7 +94,7 @@ void ProgramMade(const std::string& path, std::string_view text) {
         return;
     }
     // The program gets its name when it is whole.
-    const fs::path beside = place.path.native() + ".new";
+    const fs::path beside = place.path + ".new";
     fs::remove(beside);
     Append(beside, text);
     fs::permissions(beside, fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec,

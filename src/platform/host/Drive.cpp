@@ -18,10 +18,14 @@ namespace {
 namespace fs = std::filesystem;
 
 // Told from the host's root, so that a path stays good in a process with another working directory.
-fs::path DrivesFolder() {
-    std::error_code error;
-    fs::path folder = fs::absolute(MachineFolder() / "drives", error);
-    return error ? MachineFolder() / "drives" : folder;
+std::string DrivesFolder() {
+    fs::path machine = MachineFolder();
+    if (machine.is_relative()) {
+        std::error_code error;
+        const fs::path present = fs::current_path(error);
+        machine = present / machine;
+    }
+    return machine.native() + "/drives";
 }
 
 bool IsSeparator(char16_t character) {
@@ -81,7 +85,7 @@ std::optional<DrivePath> Parsed(std::u16string_view path) {
     return parsed;
 }
 
-DrivePlace PlaceOnDisk(fs::path path) {
+DrivePlace PlaceOnDisk(std::string path) {
     struct stat found {};
     if (stat(path.c_str(), &found) != 0) {
         return {StatusFromErrno(errno), std::move(path)};
@@ -90,8 +94,8 @@ DrivePlace PlaceOnDisk(fs::path path) {
 }
 
 // The place of a name in a folder.
-DrivePlace FindName(const fs::path& folder, std::u16string_view name) {
-    DrivePlace exact = PlaceOnDisk(folder / ToUtf8(name));
+DrivePlace FindName(const std::string& folder, std::u16string_view name) {
+    DrivePlace exact = PlaceOnDisk(folder + '/' + ToUtf8(name));
     if (exact.status != StatusFileNotFound) {
         return exact;
     }
@@ -107,7 +111,7 @@ DrivePlace FindName(const fs::path& folder, std::u16string_view name) {
     if (error) {
         return {StatusFromErrno(error.value()), {}};
     }
-    return spelling ? PlaceOnDisk(std::move(*spelling)) : exact;
+    return spelling ? PlaceOnDisk(spelling->native()) : exact;
 }
 
 // The place of the folder that a drive's names lead to, but for the last one.
@@ -125,7 +129,7 @@ DrivePlace FindFolder(const DrivePath& path) {
 // The place of a path whose names are spelled as on the disk, as most are: one look instead of one for each level. A
 // failure tells nothing of other spellings.
 DrivePlace FindExact(const DrivePath& path) {
-    std::string place = DrivesFolder().native();
+    std::string place = DrivesFolder();
     place.append("/").append(1, static_cast<char>(path.drive));
     for (const std::u16string& name : path.names) {
         place.append("/").append(ToUtf8(name));

@@ -25,9 +25,9 @@ namespace platform::host {
 struct DrivePlace {
     // StatusSuccess: to a file or folder; StatusFileNotFound: to a name that its folder has not; any other: nowhere.
     Status status;
-    std::filesystem::path path;  // on the host's disk, in the missing case where such a file would be
-    mode_t mode = 0;             // of what is there
-    std::time_t changed = 0;     // its content's last change
+    std::string path;         // on the host's disk, in the missing case where such a file would be
+    mode_t mode = 0;          // of what is there
+    std::time_t changed = 0;  // its content's last change
 
     [[nodiscard]] bool IsFolder() const { return S_ISDIR(mode); }
     [[nodiscard]] bool IsFile() const { return S_ISREG(mode); }

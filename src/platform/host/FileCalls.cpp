@@ -79,8 +79,8 @@ void SyncFolder(const fs::path& folder) {
     }
 }
 
-bool IsHidden(const fs::path& path) {
-    return path.filename().native().starts_with('.');
+bool IsHidden(std::string_view name) {
+    return name.starts_with('.');
 }
 
 // "*" stands for any characters, "?" for one. `star` and `resume` are where the last "*" may take one more.
@@ -114,9 +114,10 @@ std::u16string FirstMatch(const host::FilePattern& pattern) {
     std::u16string first;
     std::error_code error;
     for (fs::directory_iterator entry(pattern.folder, error), end; !error && entry != end; entry.increment(error)) {
-        const std::u16string name = host::FromUtf8(entry->path().filename().native());
+        const fs::path onDisk = entry->path().filename();
+        const std::u16string name = host::FromUtf8(onDisk.native());
         std::error_code unknown;
-        if (!IsHidden(entry->path()) && Matches(name, wanted) && entry->is_regular_file(unknown) &&
+        if (!IsHidden(onDisk.native()) && Matches(name, wanted) && entry->is_regular_file(unknown) &&
             (first.empty() || host::NameLess()(name, first))) {
             first = name;
         }
@@ -190,7 +191,7 @@ Status MoveFileExA(const std::string& from, const std::string& to) {
     if (const Status refusal = isNew ? StatusSuccess : ChangeRefusal(target); refusal != StatusSuccess) {
         return refusal;
     }
-    for (const fs::path& place : {source.path, target.path}) {
+    for (const fs::path place : {source.path, target.path}) {
         if (const Status refusal = FolderRefusal(place); refusal != StatusSuccess) {
             return refusal;
         }
@@ -199,7 +200,7 @@ Status MoveFileExA(const std::string& from, const std::string& to) {
         return StatusAccessDenied;
     }
     std::error_code failure;
-    const fs::path place = isNew ? target.path : fs::canonical(target.path, failure);  // a link stays one
+    const fs::path place = isNew ? fs::path(target.path) : fs::canonical(target.path, failure);  // a link stays one
     if (!isNew) {
         fs::permissions(source.path, fs::status(place, failure).permissions(), failure);
     }
@@ -227,10 +228,8 @@ std::string FindNormalFile(const std::string& path) {
         return pattern ? AnsiFromText(FirstMatch(*pattern)) : std::string();
     }
     const host::DrivePlace place = host::FindPlace(path);
-    if (!place.IsFile() || IsHidden(place.path)) {
-        return {};
-    }
-    return AnsiFromText(host::FromUtf8(place.path.filename().native()));
+    const std::string_view name = std::string_view(place.path).substr(place.path.rfind('/') + 1);
+    return place.IsFile() && !IsHidden(name) ? AnsiFromText(host::FromUtf8(name)) : std::string();
 }
 
 bool FileExists(const std::string& path) {

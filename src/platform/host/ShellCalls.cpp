@@ -114,7 +114,7 @@ std::int32_t ShellExecuteA(Handle /*owner*/, const std::string& verb, const std:
     const host::DrivePlace folder = host::FindPlace(directory);
     pid_t process = 0;
     return ShellCode(
-        Start(HostArguments(command, document.path.native()), folder.IsFolder() ? folder.path : fs::path(), process));
+        Start(HostArguments(command, document.path), folder.IsFolder() ? folder.path : std::string(), process));
 }
 
 Status StartCommandLine(const std::string& command, std::int32_t /*windowStyle*/, std::int32_t& processId) {
