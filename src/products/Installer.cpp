@@ -28,14 +28,6 @@ Text ExtractGUI(const Text& unInstallString) {
 
 }  // namespace
 
-Installer::Installer()
-    : displayNames_(ListCapacity),
-      unInstallStrings_(ListCapacity),
-      guis_(ListCapacity),
-      versions_(ListCapacity),
-      installLocations_(ListCapacity) {
-}
-
 void Installer::DisplayName(const Text& thisDisplayName) {
     FindProduct(thisDisplayName, false);
 }
@@ -90,6 +82,7 @@ void Installer::UnInstall(bool quiet) {
 
 void Installer::List(bool userMode) {
     count_ = 0;
+    list_.clear();
     ScanProducts({}, false, userMode);
 }
 
@@ -149,45 +142,39 @@ bool Installer::EndsWalk(const Text& match, bool byGUI) {
 
 void Installer::ListAdd() {
     ++count_;
-    const auto place = static_cast<std::size_t>(count_ - 1);
-    if (place >= ListCapacity) {
-        return;
+    if (list_.size() < ListCapacity) {
+        list_.push_back(record_);
     }
-    displayNames_[place] = record_.displayName;
-    unInstallStrings_[place] = record_.unInstallString;
-    guis_[place] = record_.gui;
-    versions_[place] = record_.version;
-    installLocations_[place] = record_.installLocation;
 }
 
 template <typename Field>
-Field Installer::ListEntry(const std::vector<Field>& fields, std::int32_t index) const {
+Field Installer::ListEntry(Field Record::*field, std::int32_t index) const {
     if (index < 1 || index > count_) {
         return {};
     }
     const auto place = static_cast<std::size_t>(index - 1);
-    if (place >= fields.size()) {
+    if (place >= list_.size()) {
         Raise(RuntimeError::SubscriptOutOfRange);
     }
-    return fields[place];
+    return list_[place].*field;
 }
 
 Text Installer::DisplayNames(std::int32_t index) const {
-    return ListEntry(displayNames_, index);
+    return ListEntry(&Record::displayName, index);
 }
 
 Text Installer::UnInstallStrings(std::int32_t index) const {
-    return ListEntry(unInstallStrings_, index);
+    return ListEntry(&Record::unInstallString, index);
 }
 
 Text Installer::GUIs(std::int32_t index) const {
-    return ListEntry(guis_, index);
+    return ListEntry(&Record::gui, index);
 }
 
 std::int32_t Installer::Versions(std::int32_t index) const {
-    return ListEntry(versions_, index);
+    return ListEntry(&Record::version, index);
 }
 
 Text Installer::InstallLocations(std::int32_t index) const {
-    return ListEntry(installLocations_, index);
+    return ListEntry(&Record::installLocation, index);
 }

@@ -15,8 +15,6 @@
 // registry is walked, pending window messages get a turn after each product.
 class Installer {
 public:
-    Installer();
-
     // Looks the first product of this name up, an empty record being the outcome when there is none.
     void DisplayName(const Text& thisDisplayName);
     [[nodiscard]] Text DisplayName() const { return record_.displayName; }
@@ -79,13 +77,9 @@ private:
     bool EndsWalk(const Text& match, bool byGUI);
     void ListAdd();
     template <typename Field>
-    [[nodiscard]] Field ListEntry(const std::vector<Field>& fields, std::int32_t index) const;
+    [[nodiscard]] Field ListEntry(Field Record::*field, std::int32_t index) const;
 
     Record record_;
     std::int32_t count_ = 0;
-    std::vector<Text> displayNames_;
-    std::vector<Text> unInstallStrings_;
-    std::vector<Text> guis_;
-    std::vector<std::int32_t> versions_;
-    std::vector<Text> installLocations_;
+    std::vector<Record> list_;
 };
