@@ -1,0 +1,73 @@
+# Sourced by bench/run: measuring by turns, and the table. Measurements are JSON arrays of one number a round.
+
+ROUNDS=${ROUNDS:-5}
+
+table_head() {
+    printf '%s, %s CPUs, load %s\n\n' "$(sed -n 's/^model name\t*: //p' /proc/cpuinfo | head -n 1)" "$(nproc)" \
+        "$(cut -d ' ' -f 1 /proc/loadavg)"
+    printf '%-44s %11s  %-40s %11s  %6s  %s\n' what median beside median ratio least..most
+}
+
+# row WHAT MEASUREMENTS BESIDE MEASUREMENTS UNIT
+row() {
+    jq -rn --argjson ours "$2" --argjson theirs "$4" --arg unit "$5" '
+        def median: sort | if length % 2 == 1 then .[length / 2 | floor] else (.[length / 2 - 1] + .[length / 2]) / 2 end;
+        [range($ours | length) | $ours[.] / $theirs[.]] as $ratios
+        | [($ours | median), ($theirs | median), ($ratios | median), ($ratios | min), ($ratios | max)] | @tsv' |
+        { read -r ours theirs ratio least most
+          LC_ALL=C printf '%-44s %8.2f %-2s  %-40s %8.2f %-2s  %6.2f  %.2f..%.2f\n' "$1" "$ours" "$5" "$3" "$theirs" \
+              "$5" "$ratio" "$least" "$most"; }
+}
+
+# scaled MEASUREMENTS FACTOR
+# The factor may be any sum that jq understands.
+scaled() {
+    jq -c "map(. * ($2))" <<<"$1"
+}
+
+# seconds RUNS OPTION... -- COMMAND...
+# Times the commands by turns. Each round is the fastest of RUNS runs, because what else the machine does only adds to
+# it. Sets the array `times`, one array of seconds to a command. Options are hyperfine's.
+seconds() {
+    local runs=$1 options=() number round
+    shift
+    while [[ $1 != -- ]]; do options+=("$1"); shift; done
+    shift
+    times=()
+    for ((number = 0; number < $#; ++number)); do times[number]='[]'; done
+    for ((round = 0; round < ROUNDS; ++round)); do
+        quietly hyperfine --runs "$runs" --warmup 1 "${options[@]}" --export-json "$work/times.json" "$@"
+        for ((number = 0; number < $#; ++number)); do
+            times[number]=$(jq -c --slurpfile run "$work/times.json" --argjson number "$number" \
+                '. + [$run[0].results[$number].min]' <<<"${times[number]}")
+        done
+    done
+}
+
+# peak_mebibytes PREPARATION COMMAND...
+# The peak memory of a command that reads its input from $work/input.
+peak_mebibytes() {
+    local prepare=$1 round all=()
+    shift
+    for ((round = 0; round < ROUNDS; ++round)); do
+        eval "$prepare"
+        quietly /usr/bin/time -o "$work/memory" -f %M bash -c '"$@" <"$0"' "$work/input" "$@"
+        all+=("$(<"$work/memory")")
+    done
+    jq -cn '$ARGS.positional | map(tonumber / 1024)' --args "${all[@]}"
+}
+
+# loops FILTER
+# Runs loops inside one process, by turns in random order; `loop NAME` then gives the microseconds of one of them.
+loops() {
+    quietly build/bench/bench-loops --benchmark_filter="$1" --benchmark_repetitions="$ROUNDS" \
+        --benchmark_enable_random_interleaving=true --benchmark_min_time=0.2 \
+        --benchmark_out="$work/loops.json" --benchmark_out_format=json
+}
+
+loop() {
+    jq -ce --arg name "$1" '
+        [.benchmarks[] | select(.run_type == "iteration" and .name == $name and (.error_occurred | not))]
+        | sort_by(.repetition_index) | map(.cpu_time / 1000) | if length == 0 then halt_error else . end' \
+        "$work/loops.json"
+}
