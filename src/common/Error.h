@@ -59,7 +59,7 @@ Error RuntimeErrorOf(RuntimeError error);
 void RaiseFileStatus(platform::Status status);
 
 // Runs `steps` and absorbs the error that leaves them, with the error state holding it. True when there was one. The
-// one place that catches errors; the traps below are its only callers.
+// one place that catches errors for good; the traps below are its only callers.
 template <typename Steps>
 bool ErrorAbsorbed(Steps&& steps) {
     try {

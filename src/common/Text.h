@@ -13,8 +13,5 @@ Text DecimalText(std::int32_t number);
 // `text` without the blanks (U+0020 alone) at both its ends.
 Text Trim(const Text& text);
 
-// `text` with its letters in lower case: those of the Western code page, accents and umlauts included.
-Text LowerCase(const Text& text);
-
 // The pieces between the `separator`s of a text; the empty text has none.
 std::vector<Text> Split(const Text& text, char16_t separator);

@@ -37,6 +37,12 @@ Text SystemPath(const Text& fileName) {
     return PathCombine(EnvironmentVariable(u"SystemRoot"), u"\\System32\\" + fileName);
 }
 
+// Many numbers of the component object model have no words in the system.
+Text Description(platform::Status status) {
+    const Text words = platform::StatusText(status);
+    return words.empty() ? u"Automatisierungsfehler " + DecimalText(status) : words;
+}
+
 // An object of an outside component, released with its owner.
 class OwnedObject {
 public:
@@ -44,7 +50,7 @@ public:
     explicit OwnedObject(const Text& programmaticIdentifier) {
         const platform::Status status = platform::CreateObject(programmaticIdentifier, object_);
         if (status != platform::StatusSuccess) {
-            Raise(status, platform::StatusText(status));
+            Raise(status, Description(status));
         }
     }
     ~OwnedObject() { platform::ReleaseObject(object_); }

@@ -43,7 +43,8 @@ platform::WindowDesign Design() {
             icon,
             {{platform::ControlKind::Label, u"Label1", Label1Place},
              {platform::ControlKind::Label, u"Information", Label3Place, bold},
-             {platform::ControlKind::Label, u"Label2", Label2Place, bold}}};
+             {platform::ControlKind::Label, u"Label2", Label2Place, bold}},
+            {u"MS Sans Serif", 165}};  // 8.25 points
 }
 
 }  // namespace

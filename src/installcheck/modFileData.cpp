@@ -8,10 +8,10 @@ std::optional<File> FileGet(const Text& path) {
     if (platform::DateLastModified(platform::AnsiFromText(path), days) != platform::StatusSuccess) {
         return {};
     }
-    return File{path, Date{days}};
+    return File{Date{days}};
 }
 
 Variant FileDateGet(const Text& path) {
     const std::optional<File> file = FileGet(path);
-    return file ? Variant(file->DateLastModified) : Variant(Null{});
+    return file ? Variant(file->dateLastModified) : Variant(Null{});
 }

@@ -7,8 +7,7 @@
 
 // A file of any attributes.
 struct File {
-    Text Path;
-    Date DateLastModified;  // in local time
+    Date dateLastModified;  // in local time
 };
 
 // Nothing for a file that is missing or cannot be reached, and for a folder.

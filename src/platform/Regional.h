@@ -8,10 +8,12 @@
 // The user's regional settings and the system's 8-bit code page.
 namespace platform {
 
-// Text in the code page, and back. A character that the code page has not becomes "?"; every byte stands for one
-// character of the text.
+// Text in the code page, and back. A character that the code page has not becomes "?".
 std::string AnsiFromText(const std::u16string& text);
 std::u16string TextFromAnsi(const std::string& bytes);
+
+// The text in capital letters, each letter by itself: texts that differ in case alone become equal.
+std::u16string CharUpperW(const std::u16string& text);
 
 inline constexpr Status DispTypeMismatch = static_cast<Status>(0x80020005U);  // DISP_E_TYPEMISMATCH: no number
 inline constexpr Status DispOverflow = static_cast<Status>(0x8002000AU);      // DISP_E_OVERFLOW: beyond 32 bits

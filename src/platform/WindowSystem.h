@@ -9,7 +9,8 @@
 #include "platform/Handle.h"
 
 // Windows with their controls, message boxes, the clipboard. Lengths are twips, 1440 to the inch. One thread serves all
-// windows; events arrive on it, from WindowShowModal, MessageBoxW and DoEvents only.
+// windows. Events arrive on it: from WindowShowModal, MessageBoxW and DoEvents, from ShowWindow when a window becomes
+// active, and from WindowOuterSize.
 namespace platform {
 
 struct Rectangle {
@@ -37,13 +38,19 @@ struct Control {
     bool visible = true;
 };
 
+struct Font {
+    std::u16string face;      // empty: the font of the system's own dialogs
+    std::int32_t height = 0;  // of a character, in twips: 20 to the point
+};
+
 struct WindowDesign {
     std::u16string caption;
     Size client;
     bool sizable;       // false: a fixed frame with a close box, neither minimised nor maximised
     std::int32_t icon;  // number of the icon in the program's resources
     std::vector<Control>
-        controls;  // buttons take the focus in this order; a control is named by its place here, from 0
+        controls;    // buttons take the focus in this order; a control is named by its place here, from 0
+    Font font = {};  // of all controls
 };
 
 // What a window tells its owner. An empty function is passed over. An exception that leaves one of them ends the modal

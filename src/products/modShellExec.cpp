@@ -12,6 +12,15 @@ namespace {
 constexpr std::int32_t FirstSuccess = 33;
 constexpr std::int32_t InheritHandle = -1;  // true, as the system's Boolean with all bits set
 
+// A program that is there and cannot be started is an invalid argument to the start.
+void RaiseStartStatus(platform::Status status) {
+    if (status == platform::StatusFileNotFound || status == platform::StatusPathNotFound) {
+        Raise(RuntimeError::FileNotFound);
+    } else if (status != platform::StatusSuccess) {
+        Raise(RuntimeError::InvalidArgument);
+    }
+}
+
 }  // namespace
 
 void ShellOpen(Text& path) {
@@ -29,7 +38,7 @@ std::int32_t ShellOpenDocument(Text& path) {
 
 std::uint32_t ShellAndWait(const Text& command, std::optional<std::uint32_t> timeOut) {
     std::int32_t processId = 0;
-    RaiseFileStatus(
+    RaiseStartStatus(
         platform::StartCommandLine(platform::AnsiFromText(command), platform::ShowMinimisedFocus, processId));
     const OwnedHandle process(platform::OpenProcess(platform::Synchronize, InheritHandle, processId));
     return platform::WaitForSingleObject(process.Get(), timeOut.value_or(platform::WaitInfinite));

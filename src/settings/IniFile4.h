@@ -50,6 +50,7 @@ public:
 
     // Deletes the document's file, if that can be done.
     void Delete() const;
+    // True when the document's file is there, hidden or not; a folder is none.
     [[nodiscard]] bool Exists() const;
 
 private:

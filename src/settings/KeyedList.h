@@ -7,6 +7,7 @@
 
 #include "common/Error.h"
 #include "common/Text.h"
+#include "platform/Regional.h"
 
 // Items in their order of adding, each found by its key. Keys are compared without regard to letter case; blanks count.
 template <typename Item>
@@ -29,11 +30,11 @@ public:
 
     // The item under `key`, null when there is none. It stays where it is until it is removed.
     [[nodiscard]] const Item* Find(const Text& key) const {
-        const auto found = places_.find(LowerCase(key));
+        const auto found = places_.find(platform::CharUpperW(key));
         return found == places_.end() ? nullptr : &items_.at(found->second);
     }
     [[nodiscard]] Item* Find(const Text& key) {
-        const auto found = places_.find(LowerCase(key));
+        const auto found = places_.find(platform::CharUpperW(key));
         return found == places_.end() ? nullptr : &items_.at(found->second);
     }
 
@@ -43,13 +44,13 @@ public:
             Raise(RuntimeError::InvalidArgument);
         }
         items_.emplace(nextPlace_, std::move(item));
-        places_.emplace(LowerCase(key), nextPlace_);
+        places_.emplace(platform::CharUpperW(key), nextPlace_);
         ++nextPlace_;
     }
 
     // Removes the item under `key`, if there is one.
     void Remove(const Text& key) {
-        if (const auto found = places_.find(LowerCase(key)); found != places_.end()) {
+        if (const auto found = places_.find(platform::CharUpperW(key)); found != places_.end()) {
             items_.erase(found->second);
             places_.erase(found);
         }

@@ -18,7 +18,8 @@
 // followed.
 //
 // Attributes: a file or folder is read-only when its owner's write bit is off, and cannot be read when the owner's read
-// bit is off, for root too. A file whose name begins with "." is hidden. There are no system files.
+// bit is off, for root too. A file whose name begins with "." is hidden; one with the sticky bit, which has no other
+// meaning for files, is a system file.
 namespace platform::host {
 
 // Where a path leads.
@@ -33,6 +34,7 @@ struct DrivePlace {
     [[nodiscard]] bool IsFile() const { return S_ISREG(mode); }
     [[nodiscard]] bool IsReadable() const { return (mode & S_IRUSR) != 0; }
     [[nodiscard]] bool IsWritable() const { return (mode & S_IWUSR) != 0; }
+    [[nodiscard]] bool IsSystem() const { return (mode & S_ISVTX) != 0; }
 };
 
 // `path` is in the 8-bit code page.

@@ -117,7 +117,9 @@ std::u16string FirstMatch(const host::FilePattern& pattern) {
         const fs::path onDisk = entry->path().filename();
         const std::u16string name = host::FromUtf8(onDisk.native());
         std::error_code unknown;
-        if (!IsHidden(onDisk.native()) && Matches(name, wanted) && entry->is_regular_file(unknown) &&
+        const fs::file_status status = entry->status(unknown);
+        const bool system = (status.permissions() & fs::perms::sticky_bit) != fs::perms::none;
+        if (!IsHidden(onDisk.native()) && !system && Matches(name, wanted) && fs::is_regular_file(status) &&
             (first.empty() || host::NameLess()(name, first))) {
             first = name;
         }
@@ -229,7 +231,7 @@ std::string FindNormalFile(const std::string& path) {
     }
     const host::DrivePlace place = host::FindPlace(path);
     const std::string_view name = std::string_view(place.path).substr(place.path.rfind('/') + 1);
-    return place.IsFile() && !IsHidden(name) ? AnsiFromText(host::FromUtf8(name)) : std::string();
+    return place.IsFile() && !place.IsSystem() && !IsHidden(name) ? AnsiFromText(host::FromUtf8(name)) : std::string();
 }
 
 bool FileExists(const std::string& path) {

@@ -9,6 +9,10 @@
 #include <limits>
 #include <string_view>
 
+#include "platform/host/NameOrder.h"
+
+#include "platform/host/NameOrder.h"
+
 namespace platform {
 
 namespace {
@@ -258,6 +262,12 @@ std::u16string TextFromAnsi(const std::string& bytes) {
     std::u16string text(bytes.size(), u'\0');
     std::transform(bytes.begin(), bytes.end(), text.begin(), TextCharacter);
     return text;
+}
+
+std::u16string CharUpperW(const std::u16string& text) {
+    std::u16string capitals = text;
+    std::transform(capitals.begin(), capitals.end(), capitals.begin(), host::Capital);
+    return capitals;
 }
 
 Status VarI4FromStr(const std::u16string& text, std::int32_t& number) {

@@ -54,9 +54,12 @@ void ReleaseObject(ObjectReference object) {
 
 Status CallTextFunction(const std::string& libraryPath, const std::string& function, const std::string& text,
                         std::int32_t& result) {
-    // The library's own folder comes first in the search for the libraries that it needs in turn.
+    // The library's own folder comes first in the search for the libraries that it needs in turn; for that its path
+    // must be a full one.
+    char fullPath[MAX_PATH] = {};
+    ::GetFullPathNameA(libraryPath.c_str(), MAX_PATH, fullPath, nullptr);
     const std::unique_ptr<HINSTANCE__, LibraryFree> library(
-        ::LoadLibraryExA(libraryPath.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
+        ::LoadLibraryExA(fullPath, nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
     if (library == nullptr) {
         return StatusModuleNotFound;
     }

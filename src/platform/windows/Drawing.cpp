@@ -1,5 +1,7 @@
 #include "platform/windows/Drawing.h"
 
+#include <algorithm>
+
 namespace platform::windows {
 
 namespace {
@@ -12,6 +14,13 @@ int DotsPerInch() {
     const int dots = ::GetDeviceCaps(screen, LOGPIXELSX);
     ::ReleaseDC(nullptr, screen);
     return dots;
+}
+
+LOGFONTW DialogFont() {
+    NONCLIENTMETRICSW metrics{};
+    metrics.cbSize = sizeof metrics;
+    ::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
+    return metrics.lfMessageFont;
 }
 
 }  // namespace
@@ -29,14 +38,16 @@ OwnedIcon ProgramIcon(std::int32_t number) {
         ::LoadImageW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(number), IMAGE_ICON, 0, 0, LR_DEFAULTSIZE)));
 }
 
-OwnedFont DialogFont(bool bold) {
-    NONCLIENTMETRICSW metrics{};
-    metrics.cbSize = sizeof metrics;
-    ::SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    if (bold) {
-        metrics.lfMessageFont.lfWeight = FW_BOLD;
+OwnedFont ControlFont(const Font& font, bool bold) {
+    LOGFONTW described = DialogFont();
+    if (!font.face.empty()) {
+        described = {};
+        described.lfHeight = -DotsFromTwips(font.height);  // negative: of the character without its leading
+        described.lfCharSet = DEFAULT_CHARSET;
+        std::copy_n(Wide(font.face), std::min<std::size_t>(font.face.size(), LF_FACESIZE - 1), described.lfFaceName);
     }
-    return OwnedFont(::CreateFontIndirectW(&metrics.lfMessageFont));
+    described.lfWeight = bold ? FW_BOLD : FW_NORMAL;
+    return OwnedFont(::CreateFontIndirectW(&described));
 }
 
 }  // namespace platform::windows

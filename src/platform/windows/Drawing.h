@@ -4,6 +4,7 @@
 #include <memory>
 #include <type_traits>
 
+#include "platform/WindowSystem.h"
 #include "platform/windows/Win32.h"
 
 // Lengths, fonts, brushes and icons.
@@ -29,7 +30,7 @@ using OwnedIcon = std::unique_ptr<std::remove_pointer_t<HICON>, IconDestroy>;
 // The icon of this number in the program's resources; none when there is no such icon.
 OwnedIcon ProgramIcon(std::int32_t number);
 
-// The font of the system's own dialogs.
-OwnedFont DialogFont(bool bold);
+// What a window's controls are drawn with.
+OwnedFont ControlFont(const Font& font, bool bold);
 
 }  // namespace platform::windows

@@ -13,6 +13,10 @@ void EventFailureKeep(std::exception_ptr failure);
 // Throws what was kept, if anything was.
 void EventFailureThrow();
 
+// A message that another program sends runs within the wait for the next one. This ends that wait, so that a modal show
+// looks at once whether its window is still there.
+void ModalLoopWake();
+
 template <typename Event>
 void EventTell(Event&& event) {
     if (EventFailed()) {

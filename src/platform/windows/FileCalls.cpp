@@ -68,6 +68,10 @@ Status FlushFileBuffers(Handle file) {
 }
 
 Status MoveFileExA(const std::string& from, const std::string& to) {
+    const DWORD attributes = ::GetFileAttributesA(to.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        return StatusAccessDenied;
+    }
     return windows::StatusOf(
         ::MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
 }

@@ -35,6 +35,12 @@ std::u16string TextFromAnsi(const std::string& bytes) {
     return text;
 }
 
+std::u16string CharUpperW(const std::u16string& text) {
+    std::u16string capitals = text;
+    ::CharUpperBuffW(windows::Wide(capitals), static_cast<DWORD>(capitals.size()));
+    return capitals;
+}
+
 Status VarI4FromStr(const std::u16string& text, std::int32_t& number) {
     LONG result = 0;
     std::u16string buffer = text;

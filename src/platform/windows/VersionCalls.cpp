@@ -1,5 +1,6 @@
 #include "platform/VersionCalls.h"
 
+#include <cstdint>
 #include <cstring>
 
 #include "platform/windows/Win32.h"
@@ -35,9 +36,10 @@ std::span<const char> VerQueryValueA(std::span<const char> block, const std::str
     if (!IsWhole(block) || !::VerQueryValueA(block.data(), subBlock.c_str(), &content, &size)) {
         return {};
     }
-    const char* const begin = static_cast<const char*>(content);
-    const bool inside = begin >= block.data() && size <= static_cast<std::size_t>(block.data() + block.size() - begin);
-    return inside ? std::span(begin, size) : std::span<const char>();
+    const std::uintptr_t offset =
+        reinterpret_cast<std::uintptr_t>(content) - reinterpret_cast<std::uintptr_t>(block.data());
+    const bool inside = offset <= block.size() && size <= block.size() - offset;
+    return inside ? block.subspan(offset, size) : std::span<const char>();
 }
 
 }  // namespace platform

@@ -82,8 +82,8 @@ Window::Window(HWND window, const WindowDesign& design, WindowEvents events)
     : window_(window),
       events_(std::move(events)),
       icon_(ProgramIcon(design.icon)),
-      font_(DialogFont(false)),
-      boldFont_(DialogFont(true)) {
+      font_(ControlFont(design.font, false)),
+      boldFont_(ControlFont(design.font, true)) {
     ::SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon_.get()));
     for (std::size_t number = 0; number < design.controls.size(); ++number) {
         const Control& control = design.controls[number];
@@ -168,6 +168,9 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_SHOWWINDOW:
             shown_ = shown_ || wParam != FALSE;
+            if (wParam == FALSE) {
+                ModalLoopWake();
+            }
             break;
         case WM_ACTIVATE: {
             const LRESULT result = ::DefWindowProcW(window_, message, wParam, lParam);
@@ -193,6 +196,7 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return MAKELRESULT(::GetDlgCtrlID(focused_), focused_ != nullptr ? DC_HASDEFID : 0);
         case WM_NCDESTROY:
             AllWindows().erase(window_);
+            ModalLoopWake();
             break;
         default:
             break;
@@ -208,7 +212,8 @@ LRESULT Window::HandleCommand(WPARAM wParam) {
     }
     if (HIWORD(wParam) == BN_SETFOCUS) {
         focused_ = controls_[control].window;
-    } else if (HIWORD(wParam) == BN_CLICKED && events_.clicked) {
+    } else if ((HIWORD(wParam) == BN_CLICKED || HIWORD(wParam) == BN_DOUBLECLICKED) && events_.clicked) {
+        // The second press of two quick ones is told as a double click, and counts like any other.
         EventTell([&] { events_.clicked(control); });
     }
     return 0;

@@ -71,6 +71,7 @@ void WindowShowModal(Handle window) {
         }
         MessageServe(message);
     }
+    windows::EventFailureThrow();
 }
 
 void WindowDestroy(Handle window) {
