@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <array>
+#include <cstring>
 #include <fstream>
 
 namespace {
@@ -128,6 +129,15 @@ public:
         return alike * 100 / (width_ * height_);
     }
 
+    [[nodiscard]] std::set<COLORREF> Colours() const {
+        std::set<COLORREF> colours;
+        for (int dot = 0; dot < width_ * height_; ++dot) {
+            const DWORD blueLast = Dot(dot);
+            colours.insert(RGB(blueLast >> 16, blueLast >> 8, blueLast));
+        }
+        return colours;
+    }
+
     void Save(const std::string& path) const {
         for (int dot = 0; dot < width_ * height_; ++dot) {
             dots_[dot] |= 0xFF000000;  // opaque
@@ -176,7 +186,7 @@ bool StillAfterAWhile(const std::function<bool()>& condition) {
 }
 
 std::wstring Caption(HWND window) {
-    std::wstring caption(1024, L'\0');
+    std::wstring caption(32768, L'\0');
     // Asked by a message: the system's own copy of the text is that of a window's creation.
     DWORD_PTR length = 0;
     ::SendMessageTimeoutW(window, WM_GETTEXT, caption.size(), reinterpret_cast<LPARAM>(caption.data()), SMTO_NORMAL,
@@ -241,6 +251,61 @@ void Press(WORD key) {
 
 void CloseByFrame(HWND window) {
     ::PostMessageW(window, WM_SYSCOMMAND, SC_CLOSE, 0);
+}
+
+std::set<COLORREF> Colours(HWND window, int height) {
+    RECT place{};
+    ::GetWindowRect(window, &place);
+    const Picture shown(place.right - place.left, height);
+    shown.FromScreen(place.left, place.top);
+    return shown.Colours();
+}
+
+std::optional<std::wstring> ClipboardContent() {
+    std::optional<std::wstring> content;
+    if (!Eventually([] { return ::OpenClipboard(nullptr) != FALSE; })) {
+        return content;
+    }
+    const HANDLE memory = ::GetClipboardData(CF_TEXT);
+    if (memory != nullptr) {
+        const char* const text = static_cast<const char*>(::GlobalLock(memory));
+        std::wstring wide(32768, L'\0');
+        const int size = ::MultiByteToWideChar(CP_ACP, 0, text, -1, wide.data(), static_cast<int>(wide.size()));
+        content = wide.substr(0, static_cast<std::size_t>(size) - 1);
+        ::GlobalUnlock(memory);
+    }
+    ::CloseClipboard();
+    return content;
+}
+
+void ClipboardContent(const std::string& text) {
+    const HWND owner = ::CreateWindowExW(0, L"STATIC", nullptr, 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+    Eventually([&] { return ::OpenClipboard(owner) != FALSE; });
+    ::EmptyClipboard();
+    const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
+    std::memcpy(::GlobalLock(memory), text.c_str(), text.size() + 1);
+    ::GlobalUnlock(memory);
+    ::SetClipboardData(CF_TEXT, memory);
+    ::CloseClipboard();
+    ::DestroyWindow(owner);
+}
+
+ClipboardHolder::ClipboardHolder(Kind kind) : thread_([this, kind](const std::stop_token& stop) { Hold(stop, kind); }) {
+    Eventually([this] { return held_.load(); });
+}
+
+void ClipboardHolder::Hold(const std::stop_token& stop, Kind kind) {
+    constexpr DWORD moment = 100;
+    constexpr DWORD gap = 60;
+    while (!stop.stop_requested()) {
+        held_ = ::OpenClipboard(nullptr) != FALSE || held_;
+        ::Sleep(moment);
+        if (kind == Kind::ForMoments) {
+            ::CloseClipboard();
+            ::Sleep(gap);
+        }
+    }
+    ::CloseClipboard();
 }
 
 void Screenshot(const std::string& name) {

@@ -6,9 +6,12 @@
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
+#include <atomic>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
+#include <thread>
 #include <vector>
 
 // The desktop as a person sees it: windows of other processes, the mouse, the keyboard. Nothing here knows the program.
@@ -38,6 +41,27 @@ void Point(HWND window);
 void Press(WORD key);
 // What the frame's close box does.
 void CloseByFrame(HWND window);
+
+// The colours of the first dots from the top of a window, as many rows as `height`.
+std::set<COLORREF> Colours(HWND window, int height);
+
+// The clipboard's plain text; none when it holds no text.
+std::optional<std::wstring> ClipboardContent();
+void ClipboardContent(const std::string& text);
+
+// Another program that holds the clipboard open: for good, or again and again for moments.
+class ClipboardHolder {
+public:
+    enum class Kind { ForGood, ForMoments };
+
+    explicit ClipboardHolder(Kind kind);
+
+private:
+    void Hold(const std::stop_token& stop, Kind kind);
+
+    std::atomic<bool> held_ = false;
+    std::jthread thread_;
+};
 
 // The whole screen as a picture in $VTV4V_SCREENSHOTS; nothing without that variable.
 void Screenshot(const std::string& name);

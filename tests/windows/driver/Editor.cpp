@@ -23,7 +23,9 @@ std::filesystem::path Note() {
     return std::filesystem::temp_directory_path() / "vtv4v-driver-opened";
 }
 
-std::string DefaultValue(const std::string& key) {
+}  // namespace
+
+std::string ClassText(const std::string& key) {
     std::string value(MAX_PATH, '\0');
     DWORD size = MAX_PATH;
     if (::RegGetValueA(HKEY_CLASSES_ROOT, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, value.data(), &size) != 0) {
@@ -32,22 +34,20 @@ std::string DefaultValue(const std::string& key) {
     return value.c_str();
 }
 
-void DefaultValue(const std::string& key, const std::string& value) {
-    ::RegSetKeyValueA(HKEY_CLASSES_ROOT, key.c_str(), nullptr, REG_SZ, value.c_str(),
-                      static_cast<DWORD>(value.size() + 1));
+void ClassText(const std::string& key, const std::string& text) {
+    ::RegSetKeyValueA(HKEY_CLASSES_ROOT, key.c_str(), nullptr, REG_SZ, text.c_str(),
+                      static_cast<DWORD>(text.size() + 1));
 }
 
-}  // namespace
-
-Editor::Editor(Kind kind) : earlierClass_(DefaultValue(Extension)) {
+Editor::Editor(Kind kind) : earlierClass_(ClassText(Extension)) {
     std::filesystem::remove(Note());
-    DefaultValue(Extension, kind == Kind::Noting ? NotingClass : "vtv4v.none");
-    DefaultValue(std::string(NotingClass) + "\\shell\\open\\command",
-                 "\"" + DriverPath() + "\" " + EditorOption + " \"%1\"");
+    ClassText(Extension, kind == Kind::Noting ? NotingClass : "vtv4v.none");
+    ClassText(std::string(NotingClass) + "\\shell\\open\\command",
+              "\"" + DriverPath() + "\" " + EditorOption + " \"%1\"");
 }
 
 Editor::~Editor() {
-    DefaultValue(Extension, earlierClass_);
+    ClassText(Extension, earlierClass_);
     ::RegDeleteTreeA(HKEY_CLASSES_ROOT, NotingClass);
     std::error_code ignored;
     std::filesystem::remove(Note(), ignored);

@@ -2,6 +2,10 @@
 
 #include <string>
 
+// The unnamed value of a key below HKEY_CLASSES_ROOT.
+std::string ClassText(const std::string& key);
+void ClassText(const std::string& key, const std::string& text);
+
 // The editor of text files while a case runs, or none at all. It notes what it is asked to open and ends at once. The
 // machine's own association is back at the end.
 class Editor {

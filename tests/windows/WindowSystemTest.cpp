@@ -1,0 +1,33 @@
+#include <doctest/doctest.h>
+
+#include <stdexcept>
+
+#include "platform/WindowSystem.h"
+#include "platform/windows/Win32.h"
+
+namespace {
+
+platform::WindowDesign OneButton() {
+    return {u"Failure", {3000, 1500}, false, 1, {{platform::ControlKind::Button, u"Button", {240, 240, 1335, 375}}}};
+}
+
+}  // namespace
+
+TEST_CASE("An exception that leaves an event leaves the modal show, once") {
+    platform::Handle window = 0;
+    platform::WindowEvents activation;
+    activation.activated = [] { throw std::runtime_error("activated"); };
+    platform::WindowEvents click;
+    click.activated = [&] {
+        const HWND parent = platform::windows::SystemHandleOf<HWND>(window);
+        ::PostMessageW(::FindWindowExW(parent, nullptr, L"BUTTON", nullptr), BM_CLICK, 0, 0);
+    };
+    click.clicked = [](std::size_t) { throw std::runtime_error("clicked"); };
+    for (const platform::WindowEvents& events : {activation, click}) {
+        window = platform::WindowCreate(OneButton(), events);
+        REQUIRE(window != 0);
+        CHECK_THROWS_AS(platform::WindowShowModal(window), std::runtime_error);
+        platform::WindowDestroy(window);
+        CHECK_NOTHROW(platform::DoEvents());
+    }
+}
