@@ -26,7 +26,7 @@ milliseconds() {
 # calls OPERATION: the registry calls of one run, beyond those of a run that does nothing
 calls() {
     local count
-    count=$(WINEDEBUG=+reg wine "$work/transfer.exe" "$1" 2>&1 | grep -cE 'trace:reg:Nt') || true
+    count=$(WINEDEBUG=+reg wine "$work/transfer.exe" "$1" 2>&1 | grep -cE 'trace:reg:Nt[A-Za-z]+ \(') || true
     echo "$count"
 }
 

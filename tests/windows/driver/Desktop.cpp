@@ -480,8 +480,11 @@ BoxIcon Box::Icon() const {
     return BoxIcon::None;
 }
 
+// What the button itself tells its box: a box that is not in front misses a click, and a program that ended meanwhile
+// may have left another window there.
 void Box::Answer(int button) {
-    Click(::GetDlgItem(window_, button));
+    ::PostMessageW(window_, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                   reinterpret_cast<LPARAM>(::GetDlgItem(window_, button)));
     WaitGone();
 }
 

@@ -81,6 +81,14 @@ private:
     HWND window_;
 };
 
+// What a process holds of the system.
+struct HeldObjects {
+    std::size_t handles;
+    std::size_t drawing;
+    std::size_t user;
+    bool operator==(const HeldObjects&) const = default;
+};
+
 // A process with its windows, ended at the latest with the object.
 class Program {
 public:
@@ -95,7 +103,7 @@ public:
     [[nodiscard]] std::vector<HWND> Windows() const;
     // The exit code, once the process has ended by itself; none when it does not end.
     [[nodiscard]] std::optional<DWORD> Ended() const;
-    [[nodiscard]] HANDLE Process() const { return process_; }
+    [[nodiscard]] HeldObjects Objects() const;
 
     // The text of the tool tip that `window` shows over its child.
     [[nodiscard]] std::wstring ToolTip(HWND window, HWND child) const;

@@ -1,5 +1,7 @@
 #include <doctest/doctest.h>
 
+#include <array>
+#include <cstdlib>
 #include <string>
 
 #include "Desktop.h"
@@ -249,6 +251,41 @@ TEST_CASE("A file that cannot be opened is told") {
     CheckBox(unknown, Message(ProgramTitle, head + L"No association for file extension", BoxIcon::Exclamation));
     unknown.Answer(IDOK);
     CHECK(FileContent(session.machine.ControlFile()).has_value());
+}
+
+// The number of rounds is $VTV4V_ROUNDS; a thousand take minutes.
+TEST_CASE("Rounds of all operations leave nothing behind in the system") {
+    const Session session;
+    const Editor editor(Editor::Kind::None);  // an editor would take the front from the boxes that follow
+    const auto round = [&] {
+        session.ClickButton(L"Exportieren");
+        Box(session.program).Answer(IDOK);
+        for (const std::wstring button : {L"Importieren", L"L\u00F6schen"}) {
+            session.ClickButton(button);
+            Box(session.program).Answer(IDYES);
+            Box(session.program).Answer(IDOK);
+            REQUIRE(Eventually([&] { return session.Waiting(); }));
+        }
+    };
+    std::array<char, 16> text{};
+    const DWORD length = ::GetEnvironmentVariableA("VTV4V_ROUNDS", text.data(), static_cast<DWORD>(text.size()));
+    const int rounds = length == 0 ? 20 : std::atoi(text.data());
+    round();
+    const HeldObjects first = session.program.Objects();
+    REQUIRE(first.handles > 0);
+    REQUIRE(first.drawing > 0);
+    REQUIRE(first.user > 0);
+    for (int number = 1; number < rounds; ++number) {
+        round();
+    }
+    HeldObjects last{};
+    Eventually([&] {
+        last = session.program.Objects();
+        return last == first;
+    });
+    MESSAGE(rounds, " rounds: handles ", first.handles, " then ", last.handles, ", drawing objects ", first.drawing,
+            " then ", last.drawing, ", user objects ", first.user, " then ", last.user);
+    CHECK(last == first);
 }
 
 TEST_CASE("Both ways of ending end the process") {
