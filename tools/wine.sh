@@ -20,7 +20,7 @@ apart() {
 
 # The mirror that this machine's own packages come from; nothing when apt does not know one.
 package_mirror() {
-    apt-get indextargets --format '$(REPO_URI)' 'CREATED_BY: Packages' "CODENAME: $1" 2>/dev/null | head -n 1
+    apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' "Codename: $1" 2>/dev/null | head -n 1
 }
 
 # wine32_root_make

@@ -86,7 +86,6 @@ struct HeldObjects {
     std::size_t handles;
     std::size_t drawing;
     std::size_t user;
-    bool operator==(const HeldObjects&) const = default;
 };
 
 // A process with its windows, ended at the latest with the object.

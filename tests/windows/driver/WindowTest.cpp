@@ -279,13 +279,14 @@ TEST_CASE("Rounds of all operations leave nothing behind in the system") {
         round();
     }
     HeldObjects last{};
-    Eventually([&] {
+    // The system keeps a drawing context or two for the next time. A leak is as many as the rounds.
+    const auto asFirst = [&] {
         last = session.program.Objects();
-        return last == first;
-    });
+        return last.handles == first.handles && last.user == first.user && last.drawing <= first.drawing + 2;
+    };
+    CHECK(Eventually(asFirst));
     MESSAGE(rounds, " rounds: handles ", first.handles, " then ", last.handles, ", drawing objects ", first.drawing,
             " then ", last.drawing, ", user objects ", first.user, " then ", last.user);
-    CHECK(last == first);
 }
 
 TEST_CASE("Both ways of ending end the process") {
