@@ -98,12 +98,13 @@ std::string Escaped(const std::string& text) {
     return std::regex_replace(text, std::regex(R"([.\\(){}*+?^$|[\]])"), R"(\$&)");
 }
 
-// Not every system has words for every status.
+// Not every system has words for every status; the number must do then.
 std::string MessageOf(HRESULT status) {
     std::string text(512, '\0');
     text.resize(::FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
                                  static_cast<DWORD>(status), 0, text.data(), 512, nullptr));
-    return text.substr(0, text.find_last_not_of("\r\n ") + 1);
+    text.resize(text.find_last_not_of("\r\n ") + 1);
+    return text.empty() ? "Automatisierungsfehler " + std::to_string(status) : text;
 }
 
 // A row of a file that is there, with the end that a further test adds, as a pattern.
