@@ -52,9 +52,9 @@ void CheckBox(const Box& box, const BoxForm& form) {
     REQUIRE(box.Shown());
     CHECK(box.Title() == form.title);
     CHECK(box.Text() == form.text);
-    CHECK(box.Icon() == form.icon);
+    CHECK(Eventually([&] { return box.Icon() == form.icon; }));
     CHECK(box.Buttons() == form.buttons);
-    CHECK(box.FocusedButton() == form.buttons.front());
+    CHECK(Eventually([&] { return box.FocusedButton() == form.buttons.front(); }));
 }
 
 void CheckQuestion(const Box& box, const std::wstring& effect) {
@@ -108,7 +108,7 @@ TEST_CASE("The window has its told form") {
         CHECK(session.program.ToolTip(window, button) == form.toolTip);
         CHECK(::GetNextDlgTabItem(window, button, FALSE) == buttons[(number + 1) % buttons.size()]);
     }
-    CHECK(Focus(window) == buttons.front());
+    CHECK(Eventually([&] { return Focus(window) == buttons.front(); }));
     Screenshot("window");
 }
 
