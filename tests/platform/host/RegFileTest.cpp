@@ -1,12 +1,9 @@
-#include <doctest/doctest.h>
-
 #include <memory>
 #include <random>
-#include <string>
-#include <vector>
 
+#include "Check.h"
 #include "platform/host/RegFile.h"
-#include "platform/host/RegistryFolder.h"
+#include "platform/host/RegistryText.h"
 
 using namespace platform::host;
 
@@ -37,59 +34,48 @@ std::string Values(std::string_view lines) {
 }  // namespace
 
 TEST_CASE("A value's line is read, and written back in one form") {
-    struct Case {
-        std::string_view line;
-        std::string_view read;
-    };
-    const std::vector<Case> cases = {
+    struct {
+        std::string_view line, read;
+    } const cases[] = {
         {"\"n\"=dword:0000001f\n", "\"n\"=dword:0000001f\r\n"},
         {"  @ = dword:1F ; remark\n", "@=dword:0000001f\r\n"},
         {"\"\\\"q\\\\\"=\"a \\\"b\\\" C:\\\\x\"\r\n", "\"\\\"q\\\\\"=\"a \\\"b\\\" C:\\\\x\"\r\n"},
-        {"\"n\"=\"\"\n", "\"n\"=\"\"\r\n"},
         {"\"n\"=hex(1):\n", "\"n\"=hex(1):\r\n"},
         {"\"n\"=hex(1):41,00,00,00\n", "\"n\"=\"A\"\r\n"},
-        {"\"n\"=hex(1):41,00\n", "\"n\"=hex(1):41,00\r\n"},
         {"\"n\"=hex(1):41,00,00\n", "\"n\"=hex(1):41,00,00\r\n"},
         {"\"n\"=\"one\r\ntwo\"\r\n", "\"n\"=hex(1):6f,00,6e,00,65,00,0d,00,0a,00,74,00,77,00,6f,00,00,00\r\n"},
         {"\"n\"=hex:01,\\\r\n  02,\\\n\t3\n", "\"n\"=hex:01,02,03\r\n"},
         {"\"n\"=hex(fffe0010):ff\n", "\"n\"=hex(fffe0010):ff\r\n"},
-        {"\"n\"=hex(4):01,02\n", "\"n\"=hex(4):01,02\r\n"},
         {"\"z\"=dword:1\n\"A\"=dword:1\n\"Z\"=dword:2\n", "\"z\"=dword:00000002\r\n\"A\"=dword:00000001\r\n"},
-        {"\"n\"=dword:1\n\"N\"=-\n", ""},
-        {"\"\xC3\x84\"=dword:1\n\"\xC3\xA4\"=\"\xF0\x9F\x98\x80\"\n", "\"\xC3\x84\"=\"\xF0\x9F\x98\x80\"\r\n"},
+        {"\"o\"=dword:1\n\"O\"=-\n\"\xC3\x84\"=dword:1\n\"\xC3\xA4\"=\"\xF0\x9F\x98\x80\"\n",
+         "\"\xC3\x84\"=\"\xF0\x9F\x98\x80\"\r\n"},
         // cut short by the end of the text: whole, or not at all
         {"\"n\"=\"x\"", "\"n\"=\"x\"\r\n"},
         {"\"n\"=dword:00000001\r", "\"n\"=dword:00000001\r\n"},
         {"\"n\"=dword:0000000", ""},
         {"\"n\"=\"x", ""},
-        {"\"n\"=\"x\\\"", ""},
-        {"\"n\"=hex:01,02", ""},
         {"\"n\"=hex:01,\\\r\n", ""},
     };
-    for (const Case& one : cases) {
+    for (const auto& one : cases) {
         CAPTURE(one.line);
         CHECK(Values(one.line) == one.read);
     }
 }
 
 TEST_CASE("Lines that cannot be read are passed over and told, and sound ones around them count") {
-    const std::vector<std::string_view> cases = {
-        "garbage\n",
-        "\"n\n",
-        "\"n\"\n",
-        "\"n\"=\n",
-        "\"n\"=dword:\n",
-        "\"n\"=dword:1g\n",
-        "\"n\"=\"a\" b\n",
-        "\"n\"=\"a\\x\"\n",
-        "\"n\"=hex:1,,2\n",
-        "\"n\"=hex:01,\n",
-        "\"n\"=hex:01,\\\r\n",
-        "\"n\"=\"open\n",
-        "\"n\"=hex(:01\n",
-        "\"n\xFF\"=dword:1\n",
-        "\"n\"=\"open\nfurther\n",
-    };
+    const std::vector<std::string_view> cases = {"garbage\n",
+                                                 "\"n\n",
+                                                 "\"n\"\n",
+                                                 "\"n\"=\n",
+                                                 "\"n\"=dword:1g\n",
+                                                 "\"n\"=\"a\" b\n",
+                                                 "\"n\"=\"a\\x\"\n",
+                                                 "\"n\"=hex:1,,2\n",
+                                                 "\"n\"=hex:01,\n",
+                                                 "\"n\"=hex:01,\\\r\n",
+                                                 "\"n\"=hex(:01\n",
+                                                 "\"n\xFF\"=dword:1\n",
+                                                 "\"n\"=\"open\nfurther\n"};
     for (const std::string_view line : cases) {
         CAPTURE(line);
         const std::string sound = "\"s\"=dword:00000001\r\n";
@@ -102,26 +88,19 @@ TEST_CASE("Lines that cannot be read are passed over and told, and sound ones ar
 }
 
 TEST_CASE("Heads name keys of the file's roots alone") {
-    const std::string below = Read(
-                                  "[hkey_local_machine\\A\\\\b]\n@=\"1\"\n[HKEY_LOCAL_MACHINE\\a\\c]c]\n"
-                                  "[HKEY_CLASSES_ROOT\\.txt]\n@=\"2\"\n")
-                                  .dump;
-    CHECK(below.find("[HKEY_LOCAL_MACHINE\\A\\b]\r\n@=\"1\"") != std::string::npos);
-    CHECK(below.find("[HKEY_LOCAL_MACHINE\\A\\c]c]\r\n") != std::string::npos);
-    CHECK(below.find("[HKEY_LOCAL_MACHINE\\Software\\Classes\\.txt]\r\n@=\"2\"") != std::string::npos);
-
-    CHECK(Read("[HKEY_LOCAL_MACHINE\\a\\b]\n[HKEY_LOCAL_MACHINE\\c]\n[-HKEY_LOCAL_MACHINE\\A]\n@=\"1\"\n").dump ==
-          std::string(RegFirstLine) + "\r\n[HKEY_LOCAL_MACHINE\\c]\r\n");
-
+    const Reading kept = Read(
+        "[hkey_local_machine\\A\\\\b]\n@=\"1\"\n[HKEY_LOCAL_MACHINE\\a\\c]c]\n[HKEY_CLASSES_ROOT\\.txt]\n"
+        "[HKEY_LOCAL_MACHINE\\d\\e]\n[-HKEY_LOCAL_MACHINE\\D]\n@=\"lost\"\n");
+    CHECK(kept.dump == std::string(RegFirstLine) +
+                           "\r\n[HKEY_LOCAL_MACHINE\\A\\b]\r\n@=\"1\"\r\n\r\n[HKEY_LOCAL_MACHINE\\A\\c]c]\r\n"
+                           "\r\n[HKEY_LOCAL_MACHINE\\Software\\Classes\\.txt]\r\n");
     std::string deep = "[HKEY_LOCAL_MACHINE";
     for (std::size_t level = 0; level <= DeepestKey; ++level) {
         deep += "\\d";
     }
     const std::vector<std::string> refused = {"[HKEY_CURRENT_USER\\a]",
-                                              "[HKLM\\a]",
                                               "[-HKEY_LOCAL_MACHINE]",
                                               "[]",
-                                              "[-]",
                                               "[",
                                               "[HKEY_LOCAL_MACHINE\\" + std::string(LongestKeyName + 1, 'k') + "]",
                                               deep + "]"};
@@ -152,21 +131,4 @@ TEST_CASE("What is written reads back the same, whatever it is") {
     CHECK(reading.dump == text);
     CHECK(reading.read == text.size());
     CHECK_FALSE(reading.passedOver);
-}
-
-TEST_CASE("Random bytes are read to an end, and what was read of them reads back") {
-    const std::vector<std::string_view> pieces = {
-        "[HKEY_LOCAL_MACHINE\\", "]", "\"", "=", "dword:", "hex(", "):", ",", "\\", "\r\n", "\n", "-", "@", ";", "0a"};
-    std::mt19937 random(2);
-    for (int count = 0; count < 3000; ++count) {
-        std::string text;
-        for (auto length = random() % 40; length > 0; --length) {
-            text += random() % 4 == 0 ? std::string(1, static_cast<char>(random()))
-                                      : std::string(pieces[random() % pieces.size()]);
-        }
-        CAPTURE(text);
-        const Reading reading = Read(text);
-        CHECK(reading.read <= text.size());
-        CHECK(Read(reading.dump).dump == reading.dump);
-    }
 }

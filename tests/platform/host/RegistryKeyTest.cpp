@@ -1,11 +1,8 @@
-#include <doctest/doctest.h>
-
 #include <algorithm>
 #include <random>
-#include <string>
-#include <utility>
-#include <vector>
+#include <set>
 
+#include "Check.h"
 #include "platform/host/RegistryKey.h"
 
 using namespace platform::host;
@@ -20,8 +17,7 @@ TEST_CASE("Names are compared by their capital letters") {
     for (const auto& [one, other] : same) {
         CHECK(NameEqual()(one, other));
         CHECK(NameHash()(one) == NameHash()(other));
-        CHECK_FALSE(NameLess()(one, other));
-        CHECK_FALSE(NameLess()(other, one));
+        CHECK_FALSE((NameLess()(one, other) || NameLess()(other, one)));
     }
     CHECK_FALSE(NameEqual()(u"\u00F7", u"\u00D7"));  // the signs that stand in the letters' places
     CHECK_FALSE(NameEqual()(u"\u00DF", u"ss"));
@@ -32,40 +28,27 @@ TEST_CASE("Names are compared by their capital letters") {
 TEST_CASE("Subkeys and values by number stay right through any row of changes") {
     std::mt19937 random(3);
     RegistryKey key;
-    std::vector<std::u16string> names;   // of the subkeys, in order
+    std::set<std::u16string> names;      // of the subkeys
     std::vector<std::u16string> values;  // in order of first writing
     for (std::size_t step = 0; step < 6000; ++step) {
-        const std::size_t growing = step / 1000 % 2 == 0 ? 3 : 1;
         const std::u16string name = {static_cast<char16_t>(u'A' + random() % 26),
                                      static_cast<char16_t>(u'A' + random() % 8)};
         const auto value = std::find(values.begin(), values.end(), name);
-        const auto place = std::lower_bound(names.begin(), names.end(), name);
-        const bool there = place != names.end() && *place == name;
-        if (random() % 4 < growing) {
+        if (random() % 4 < (step / 1000 % 2 == 0 ? 3 : 1)) {
             key.Value(name, {4, {}});
             key.SubKeyMade(name);
-            if (value == values.end()) {
-                values.push_back(name);
-            }
-            if (!there) {
-                names.insert(place, name);
-            }
+            values.insert(values.end(), value == values.end() ? 1 : 0, name);
+            names.insert(name);
         } else {
             CHECK(key.DeleteValue(name) == (value != values.end()));
-            CHECK(key.DeleteSubKey(name) == there);
-            if (value != values.end()) {
-                values.erase(value);
-            }
-            if (there) {
-                names.erase(place);
-            }
+            CHECK(key.DeleteSubKey(name) == (names.erase(name) == 1));
+            std::erase(values, name);
         }
-        const std::size_t index = random() % 3 == 0 ? random() % (values.size() + 1) : step % (values.size() + 1);
+        const std::size_t index = (random() % 3 == 0 ? random() : step) % (values.size() + 1);
         const RegistryKey::NamedValue* const found = key.ValueAt(index);
         const RegistryKey::Pointer subKey = key.SubKeyAt(index);
-        REQUIRE((found == nullptr) == (index >= values.size()));
-        REQUIRE((found == nullptr || found->first == values[index]));
-        REQUIRE((subKey == nullptr) == (index >= names.size()));
-        REQUIRE((subKey == nullptr || subKey->Name() == names[index]));
+        const bool beyond = index == values.size();
+        REQUIRE((found == nullptr ? beyond : found->first == values[index]));
+        REQUIRE((subKey == nullptr ? beyond : subKey->Name() == *std::next(names.begin(), static_cast<int>(index))));
     }
 }

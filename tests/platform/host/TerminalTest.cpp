@@ -1,16 +1,14 @@
-#include <doctest/doctest.h>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
-#include <sys/wait.h>
 #include <termios.h>
-#include <unistd.h>
 
 #include <array>
 #include <csignal>
 #include <cstdlib>
-#include <string>
 
+#include "Check.h"
+#include "host/MachineFiles.h"
 #include "platform/WindowSystem.h"
 #include "platform/host/Terminal.h"
 
@@ -20,35 +18,26 @@ namespace {
 
 // Starts a shell script in a process group of its own and lends it the terminal, as a document's program is started.
 pid_t StartProgram(const char* script) {
-    const pid_t program = fork();
-    if (program == 0) {
+    const pid_t program = Started([script] {
         setpgid(0, 0);
-        execl("/bin/sh", "sh", "-c", script, nullptr);
-        _exit(127);
-    }
+        return execl("/bin/sh", "sh", "-c", script, nullptr);
+    });
     setpgid(program, program);
     host::TerminalLend(program);
     return program;
 }
 
 void FrontEnd() {
-    const Handle window =
-        WindowCreate({u"W",
-                      {3000, 1000},
-                      false,
-                      1,
-                      {{ControlKind::Button, u"Starten", {0, 0, 1335, 375}},
-                       {ControlKind::Button, u"Warten", {1500, 0, 1335, 375}}}},
-                     {{},
-                      [](std::size_t control) {
-                          if (control == 0) {
-                              StartProgram("stty -icanon -echo; echo ready; read line; echo got $line; kill -9 $$");
-                          } else {
-                              waitpid(StartProgram("exit 0"), nullptr, 0);
-                          }
-                      },
-                      {}});
-    WindowShowModal(window);
+    const auto clicked = [](std::size_t control) {
+        if (control == 0) {
+            StartProgram("stty -icanon -echo; echo ready; read line; echo got $line; kill -9 $$");
+        } else {
+            ExitCode(StartProgram("exit 0"));
+        }
+    };
+    const Control start{ControlKind::Button, u"Starten", {0, 0, 1335, 375}};
+    const Control wait{ControlKind::Button, u"Warten", {1500, 0, 1335, 375}};
+    WindowShowModal(WindowCreate({u"W", {3000, 1000}, false, 1, {start, wait}}, {{}, clicked, {}}));
 }
 
 // A person's terminal, with the front end running in it as the only process of its session.
@@ -58,8 +47,7 @@ public:
         grantpt(master_);
         unlockpt(master_);
         const std::string name = ptsname(master_);
-        process_ = fork();
-        if (process_ == 0) {
+        process_ = Started([&name] {
             setsid();
             const int slave = open(name.c_str(), O_RDWR);
             ioctl(slave, TIOCSCTTY, 0);
@@ -67,13 +55,13 @@ public:
             dup2(slave, STDOUT_FILENO);
             setenv("TERM", "xterm", 1);
             FrontEnd();
-            _exit(42);
-        }
+            return 42;
+        });
     }
     ~Terminal() {
         if (process_ > 0) {
             kill(process_, SIGKILL);
-            waitpid(process_, nullptr, 0);
+            ExitCode();
         }
         close(master_);
     }
@@ -106,12 +94,7 @@ public:
         return modes.c_lflag & (ICANON | ECHO);
     }
 
-    int ExitCode() {
-        int status = 0;
-        waitpid(process_, &status, 0);
-        process_ = 0;
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
+    int ExitCode() { return ::ExitCode(std::exchange(process_, 0)); }
 
 private:
     int master_;

@@ -1,9 +1,6 @@
-#include <doctest/doctest.h>
-
-#include <string>
 #include <string_view>
-#include <vector>
 
+#include "Check.h"
 #include "platform/host/Unicode.h"
 
 using namespace std::literals;
@@ -12,7 +9,6 @@ using platform::host::ToUtf8;
 
 TEST_CASE("Text goes from UTF-8 to UTF-16 and back") {
     const std::vector<std::pair<std::string_view, std::u16string_view>> cases{
-        {""sv, u""sv},
         {"a\0z"sv, u"a\0z"sv},
         {"L\xC3\xB6schen"sv, u"L\u00F6schen"sv},
         {"\xC2\x80\xDF\xBF\xE0\xA0\x80"sv, u"\u0080\u07FF\u0800"sv},
@@ -27,21 +23,14 @@ TEST_CASE("Text goes from UTF-8 to UTF-16 and back") {
 
 TEST_CASE("What is no text becomes the replacement character, and what follows it is read") {
     const std::vector<std::pair<std::string_view, std::u16string_view>> cases{
-        {"\x80"
-         "a"sv,
-         u"\uFFFDa"sv},
-        {"\xC3"
-         "a"sv,
-         u"\uFFFDa"sv},
-        {"\xE2\x82"
-         "a"sv,
-         u"\uFFFDa"sv},
+        {"\x80|"sv, u"\uFFFD|"sv},
+        {"\xC3|"sv, u"\uFFFD|"sv},
+        {"\xE2\x82|"sv, u"\uFFFD|"sv},
         {"\xF0\x9F\x98"sv, u"\uFFFD"sv},
         {"\xC0\xAF"sv, u"\uFFFD\uFFFD"sv},
         {"\xED\xA0\x80"sv, u"\uFFFD\uFFFD\uFFFD"sv},
         {"\xF4\x90\x80\x80"sv, u"\uFFFD\uFFFD\uFFFD\uFFFD"sv},
-        {"\xFF\xC3\xB6"sv, u"\uFFFD\u00F6"sv},
-    };
+        {"\xFF\xC3\xB6"sv, u"\uFFFD\u00F6"sv}};
     for (const auto& [bytes, text] : cases) {
         CHECK(FromUtf8(bytes) == text);
     }

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <sys/types.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "TestMachine.h"
+
+// What the host's cases share beside TestMachine: the machine's folder on the host's own disk, and processes.
+
+// A place in the machine's folder, as "user.reg" or "drives/c/Users".
+std::filesystem::path OnMachine(const std::string& below);
+
+// The whole content of a file there, written with the folders on its way; empty when there is none to read.
+void MachineFile(const std::string& below, std::string_view bytes);
+std::string MachineFile(const std::string& below);
+
+// Gives the owner's right to write a file or folder there, or takes it.
+void Writable(const std::string& below, bool writable);
+
+// Runs `steps` in a process of its own, which ends with what they return.
+template <typename Steps>
+pid_t Started(Steps&& steps) {
+    const pid_t process = fork();
+    if (process == 0) {
+        _exit(steps());
+    }
+    return process;
+}
+
+// Waits for the end of a process; -1 when a signal ended it.
+int ExitCode(pid_t process);
