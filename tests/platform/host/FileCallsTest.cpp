@@ -139,6 +139,7 @@ TEST_CASE("A search finds plain files alone") {
                                                                     {"C:\\Users\\hugo\\.hidden.txt", ""},
                                                                     {"C:\\Users\\h*", ""},
                                                                     {"C:\\none\\*", ""},
+                                                                    {"", ""},
                                                                     {"C:\\Users\\hugo\\", ""}};
     for (const auto& each : cases) {
         CAPTURE(each.first);

@@ -8,7 +8,7 @@ namespace fs = std::filesystem;
 TEST_CASE("A variable of the process wins over the machine's own") {
     TestMachine machine;
     MachineFile("environment",
-                "VTV4V_ONE=first\r\n=nameless\nno variable\nvtv4v_one=a=b\nVTV4V_TWO=Z\u00FCrich\nUSERNAME=ruedi\n"
+                "VTV4V_ONE=first\r\n=nameless\nno variable\nvtv4v_one=a=b\nVTV4V_TWO=Z\u00FCrich\r\nUSERNAME=ruedi\n"
                 "VTV4V_LAST=end");
     CHECK(platform::GetEnvironmentVariableA("Vtv4v_One") == "a=b");
     CHECK(platform::GetEnvironmentVariableA("VTV4V_TWO") == "Z\xFCrich");

@@ -228,3 +228,12 @@ TEST_CASE("A label is drawn in its colours, wrapped, and cut at its lower edge")
     const std::string colours = host::WindowPicture(window, {80, 24, true}).Print(true);
     CHECK(colours.find("\x1B[0;1;38;5;231;48;5;196m") != std::string::npos);
 }
+
+TEST_CASE("A picture stays within the terminal's columns, however it is sized") {
+    host::HostWindow window{u"Fenster", true, {8730, 5280}, {}, {}};
+    window.controls.push_back({Button(u"Weit draußen", -2000000000, 2000000000)});
+    for (const int columns : {40, 80, 200}) {
+        CHECK(host::WindowPicture(window, {columns, 24, false}).Columns() <= columns);
+    }
+    CHECK(host::WindowPicture(window, {80, 24, false}).Rows() == 22);
+}
