@@ -19,7 +19,7 @@ constexpr std::size_t SuiteFiles = 26;
 
 // Bytes: 0 leaves the sample files as small as they are.
 constexpr std::int64_t SampleSize = 0;
-constexpr std::int64_t LibrarySize = 512 * 1024;
+constexpr std::int64_t LibrarySize = std::int64_t{512} * 1024;
 
 std::vector<std::string> SuiteMade(const BenchMachine& machine, std::int64_t fileSize) {
     InstalledSuiteAdd({});

@@ -1,5 +1,6 @@
-// A program that shows one empty window, to measure the start of others by. With a program's command line as its argument
-// it measures instead: starts it several times and prints the median of the milliseconds until its window is shown.
+// A program that shows one empty window, to measure the start of others by. With a program's command line as its
+// argument it measures instead: starts it several times and prints the median of the milliseconds until its window is
+// shown.
 
 #include <windows.h>
 
@@ -73,7 +74,7 @@ int ShowEmptyWindow() {
 
 }  // namespace
 
-int wmain(int argumentCount, wchar_t* arguments[]) {
+int wmain(int argumentCount, wchar_t** arguments) {
     if (argumentCount < 2) {
         return ShowEmptyWindow();
     }

@@ -1,5 +1,6 @@
-// Imports or exports the tables as the window's buttons do, without the window, so that the operation itself can be timed
-// and its calls counted under Wine. The argument is "import", "export" or "nothing", which does all but the operation.
+// Imports or exports the tables as the window's buttons do, without the window, so that the operation itself can be
+// timed and its calls counted under Wine. The argument is "import", "export" or "nothing", which does all but the
+// operation.
 
 #include <string_view>
 

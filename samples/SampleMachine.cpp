@@ -1,6 +1,7 @@
 // Makes a machine folder in which the program runs through: environment, folders, an editor for text files, and the
 // suite's components. What is there already stays as it is, so that a machine in use can be completed.
 
+#include <array>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
@@ -27,7 +28,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* Folders[] = {"C:\\Windows\\System32", "C:\\Program Files\\Common Files"};
+constexpr std::array Folders{"C:\\Windows\\System32", "C:\\Program Files\\Common Files"};
 constexpr const char* NotepadPath = "C:\\Windows\\notepad";
 
 // The unnamed values below HKEY_CLASSES_ROOT by which a text file finds its editor.
@@ -35,10 +36,10 @@ struct ClassValue {
     const char* key;
     const char* text;
 };
-constexpr ClassValue ClassValues[] = {
-    {".txt", "txtfile"},
-    {"txtfile", "Textdokument"},
-    {"txtfile\\shell\\open\\command", "\"C:\\Windows\\notepad\" \"%1\""},
+constexpr std::array ClassValues{
+    ClassValue{".txt", "txtfile"},
+    ClassValue{"txtfile", "Textdokument"},
+    ClassValue{"txtfile\\shell\\open\\command", "\"C:\\Windows\\notepad\" \"%1\""},
 };
 
 void Tell(std::string_view what, std::string_view name) {

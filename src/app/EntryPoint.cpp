@@ -1,7 +1,7 @@
 #include "app/Main.h"
 #include "platform/Process.h"
 
-int main(int argc, char* argv[]) {
+int main(int argc, char** argv) {
     platform::ProcessStart(argc, argv);
     Main();
     return 0;

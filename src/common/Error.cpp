@@ -79,9 +79,8 @@ Error RuntimeErrorOf(RuntimeError error) {
 }
 
 void Raise(std::int32_t number, Text description) {
-    Error error{number, std::move(description)};
-    LastError().Set(error);
-    throw error;
+    LastError().Set({number, description});
+    throw Error{number, std::move(description)};
 }
 
 void Raise(RuntimeError error) {

@@ -61,9 +61,9 @@ void RaiseFileStatus(platform::Status status);
 // Runs `steps` and absorbs the error that leaves them, with the error state holding it. True when there was one. The
 // one place that catches errors for good; the traps below are its only callers.
 template <typename Steps>
-bool ErrorAbsorbed(Steps&& steps) {
+bool ErrorAbsorbed(const Steps& steps) {
     try {
-        std::forward<Steps>(steps)();
+        steps();
         return false;
     } catch (const Error& error) {
         LastError().Set(error);
@@ -78,7 +78,7 @@ bool ErrorAbsorbed(Steps&& steps) {
 class JumpTrap {
 public:
     template <typename Steps>
-    explicit JumpTrap(Steps&& steps) : caught_(ErrorAbsorbed(std::forward<Steps>(steps))) {}
+    explicit JumpTrap(const Steps& steps) : caught_(ErrorAbsorbed(steps)) {}
     ~JumpTrap() { LastError().Clear(); }
     JumpTrap(const JumpTrap&) = delete;
     JumpTrap& operator=(const JumpTrap&) = delete;
@@ -100,7 +100,7 @@ public:
 
     // True when the step ran to its end.
     template <typename Step>
-    bool operator()(Step&& step) {
-        return !ErrorAbsorbed(std::forward<Step>(step));
+    bool operator()(const Step& step) {
+        return !ErrorAbsorbed(step);
     }
 };

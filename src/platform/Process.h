@@ -7,7 +7,7 @@
 namespace platform {
 
 // Hands over the argument vector, as the first thing in `main`, for systems that keep the command line nowhere else.
-void ProcessStart(int argumentCount, char* arguments[]);
+void ProcessStart(int argumentCount, char** arguments);
 
 // The text of the command line behind the program's name: blanks and quotes as the caller of the program gave them.
 std::u16string CommandLineTail();

@@ -149,7 +149,7 @@ Status CallTextFunction(const std::string& libraryPath, const std::string& funct
 }
 
 std::u16string StatusText(Status status) {
-    const std::uint32_t number = static_cast<std::uint32_t>(status);
+    const auto number = static_cast<std::uint32_t>(status);
     const bool wrapped = (number & 0xFFFF0000U) == SystemFacility;
     const Status told = wrapped ? static_cast<Status>(number & 0xFFFFU) : status;
     for (const StatusDescription& description : Descriptions) {

@@ -79,7 +79,7 @@ std::optional<ImageHeaders> ReadHeaders(const ImageReader& read) {
     std::array<char, 4> directoryCount{};
     std::array<char, 8> directory{};
     if (!read(directories - 4, directoryCount) || DoubleWord(directoryCount, 0) <= ResourceDirectoryIndex ||
-        !read(directories + 8 * ResourceDirectoryIndex, directory)) {
+        !read(directories + directory.size() * ResourceDirectoryIndex, directory)) {
         return {};
     }
     return ImageHeaders{.resourceAddress = DoubleWord(directory, 0),

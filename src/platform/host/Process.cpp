@@ -53,7 +53,7 @@ fs::path ProgramFile() {
 
 }  // namespace
 
-void ProcessStart(int argumentCount, char* arguments[]) {
+void ProcessStart(int argumentCount, char** arguments) {
     Arguments().assign(arguments, arguments + argumentCount);
     // A file that may not grow further is a full disk to us: the write fails, and does not end the program.
     std::signal(SIGXFSZ, SIG_IGN);

@@ -11,8 +11,6 @@
 
 #include "platform/host/NameOrder.h"
 
-#include "platform/host/NameOrder.h"
-
 namespace platform {
 
 namespace {
@@ -291,8 +289,8 @@ std::u16string VarBstrFromDate(double date) {
         second = 0;
         ++day;
     }
-    const std::u16string time = Formatted("%02d:%02d:%02d", static_cast<int>(second / 3600),
-                                          static_cast<int>(second / 60 % 60), static_cast<int>(second % 60));
+    std::u16string time = Formatted("%02d:%02d:%02d", static_cast<int>(second / 3600),
+                                    static_cast<int>(second / 60 % 60), static_cast<int>(second % 60));
     if (day == 0) {
         return time;
     }

@@ -1,5 +1,6 @@
 #include "platform/ComponentCalls.h"
 
+#include <array>
 #include <memory>
 
 #include "platform/windows/Apartment.h"
@@ -56,10 +57,10 @@ Status CallTextFunction(const std::string& libraryPath, const std::string& funct
                         std::int32_t& result) {
     // The library's own folder comes first in the search for the libraries that it needs in turn; for that its path
     // must be a full one.
-    char fullPath[MAX_PATH] = {};
-    ::GetFullPathNameA(libraryPath.c_str(), MAX_PATH, fullPath, nullptr);
+    std::array<char, MAX_PATH> fullPath{};
+    ::GetFullPathNameA(libraryPath.c_str(), MAX_PATH, fullPath.data(), nullptr);
     const std::unique_ptr<HINSTANCE__, LibraryFree> library(
-        ::LoadLibraryExA(fullPath, nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
+        ::LoadLibraryExA(fullPath.data(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
     if (library == nullptr) {
         return StatusModuleNotFound;
     }

@@ -43,11 +43,11 @@ public:
 
     // A text of the first language that the block holds.
     [[nodiscard]] std::u16string Text(const std::u16string& name) const {
-        const WORD* const language = Find<WORD>(u"\\VarFileInfo\\Translation");
+        const auto* const language = Find<WORD>(u"\\VarFileInfo\\Translation");
         if (language == nullptr) {
             return {};
         }
-        const char16_t* const text =
+        const auto* const text =
             Find<char16_t>(u"\\StringFileInfo\\" + HexDigits(language[0]) + HexDigits(language[1]) + u"\\" + name);
         return text == nullptr ? std::u16string() : std::u16string(text);
     }
@@ -68,7 +68,7 @@ private:
 
 // The system keeps the command line. A missing medium in a drive is an answer for the program, not a question to the
 // user.
-void ProcessStart(int /*argumentCount*/, char* /*arguments*/[]) {
+void ProcessStart(int /*argumentCount*/, char** /*arguments*/) {
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
 }
 
@@ -110,7 +110,7 @@ double Now() {
 ProgramVersion ProgramVersionGet() {
     const VersionBlock block(ProgramPath());
     ProgramVersion version{block.Text(u"FileDescription"), block.Text(u"LegalCopyright"), 0, 0, 0};
-    if (const VS_FIXEDFILEINFO* const numbers = block.Find<VS_FIXEDFILEINFO>(u"\\")) {
+    if (const auto* const numbers = block.Find<VS_FIXEDFILEINFO>(u"\\")) {
         version.major = HIWORD(numbers->dwFileVersionMS);
         version.minor = LOWORD(numbers->dwFileVersionMS);
         version.revision = HIWORD(numbers->dwFileVersionLS);

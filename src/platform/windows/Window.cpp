@@ -9,7 +9,7 @@ namespace platform::windows {
 
 namespace {
 
-constexpr wchar_t ClassName[] = L"VTV4V";
+constexpr const wchar_t* ClassName = L"VTV4V";
 
 // Control identifiers start behind those that the system gives a meaning: IDOK, IDCANCEL and their like. So Escape ends
 // nothing.
