@@ -9,22 +9,18 @@
 
 #include "Check.h"
 #include "host/MachineFiles.h"
+#include "platform/ShellCalls.h"
 #include "platform/WindowSystem.h"
-#include "platform/host/Terminal.h"
 
 using namespace platform;
 
 namespace {
 
-// Starts a shell script in a process group of its own and lends it the terminal, as a document's program is started.
-pid_t StartProgram(const char* script) {
-    const pid_t program = Started([script] {
-        setpgid(0, 0);
-        return execl("/bin/sh", "sh", "-c", script, nullptr);
-    });
-    setpgid(program, program);
-    host::TerminalLend(program);
-    return program;
+// Starts a shell script as the program of a document is started. Gives a handle to wait for its end with.
+Handle StartProgram(const std::string& script) {
+    std::int32_t program = 0;
+    StartCommandLine("sh -c \"" + script + "\"", ShowMinimisedFocus, program);
+    return OpenProcess(Synchronize, 0, program);
 }
 
 void FrontEnd() {
@@ -32,7 +28,7 @@ void FrontEnd() {
         if (control == 0) {
             StartProgram("stty -icanon -echo; echo ready; read line; echo got $line; kill -9 $$");
         } else {
-            ExitCode(StartProgram("exit 0"));
+            WaitForSingleObject(StartProgram("exit 0"), WaitInfinite);
         }
     };
     const Control start{ControlKind::Button, u"Starten", {0, 0, 1335, 375}};
@@ -107,6 +103,7 @@ const std::string Erased = "\x1B[J";
 }  // namespace
 
 TEST_CASE("A started program works in the terminal until it ends, and then the window is back and reads on") {
+    const TestMachine machine;
     Terminal terminal;
     terminal.Await("> ");
     terminal.Type("quatsch\n");
