@@ -17,8 +17,6 @@ class StartedProcess {
 public:
     StartedProcess(pid_t number, bool isChild) : number_(number), isChild_(isChild) {}
 
-    [[nodiscard]] pid_t Number() const { return number_; }
-
     // True when it has ended; a child of ours leaves no trace on the host after that.
     bool Ended();
 

@@ -66,7 +66,7 @@ void AppendBroken(std::vector<std::u32string>& lines, std::u32string_view line, 
         if (end == std::u32string_view::npos || end < wordStart) {
             end = fitting;
         }
-        const std::size_t last = line.find_last_not_of(U' ', end - (end > 0 ? 1 : 0));
+        const std::size_t last = line.find_last_not_of(U' ', end - 1);
         lines.emplace_back(line.substr(0, last == std::u32string_view::npos ? 0 : last + 1));
         const std::size_t next = line.find_first_not_of(U' ', end);
         if (next == std::u32string_view::npos) {
