@@ -1,9 +1,4 @@
-#include <fcntl.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
-
-#include <cmath>
-#include <ctime>
 
 #include "Check.h"
 #include "host/MachineFiles.h"
@@ -44,26 +39,16 @@ TEST_CASE("A file of the drive is written, read and found in any letter case") {
     REQUIRE(platform::CreateFileA("c:/USERS/hugo/\xE4RGER.TXT", GenericRead, OpenExisting, file) == 0);
     CHECK(platform::ReadFile(file, buffer, read) == 0);
     CHECK(buffer.substr(0, read) == "erst");
-    CHECK(platform::ReadFile(file, buffer, read) == 0);
-    CHECK(read == 0);
     CHECK(platform::CloseHandle(file) == 0);
-
-    FileContent("C:\\Users\\hugo\\a", "small");
-    FileContent("C:\\Users\\hugo\\A", "capital");
-    CHECK(platform::MoveFileExA("C:\\Users\\hugo\\A", "C:\\Users\\hugo\\b") == 0);
-    CHECK(FileContent("C:\\Users\\hugo\\b") == "capital");
 }
 
 TEST_CASE("Each way of not being able to open a file has its status") {
     const TestMachine machine;
     FileContent("C:\\Users\\file", "");
     FileContent("C:\\Users\\readonly", "");
-    FileContent("C:\\Users\\secret", "");
     FileContent("C:\\locked\\file", "");
     Writable("drives/c/Users/readonly", false);
     Writable("drives/c/locked", false);
-    chmod(OnMachine("drives/c/Users/secret").c_str(), 0244);
-    const std::string tooLong = "C:\\Users\\" + std::string(300, 'x');
     struct {
         std::string path;
         platform::Status reading, creating;
@@ -71,20 +56,16 @@ TEST_CASE("Each way of not being able to open a file has its status") {
                        {"C:\\none\\file", 3, 3},
                        {"C:\\Users\\file\\below", 3, 3},
                        {"D:\\file", 3, 3},
-                       {"\\Users\\file", 3, 3},
                        {"\\\\server\\share\\file", 3, 3},
                        {"", 3, 3},
                        {"C:\\", 5, 5},
                        {"C:\\Users", 5, 5},
                        {"C:\\Users\\readonly", 0, 5},
-                       {"C:\\Users\\secret", 5, 0},
                        {"C:\\locked\\new", 2, 5},
                        {"C:\\Users\\a*b", 123, 123},
-                       {"C:\\Users\\file:stream", 123, 123},
                        {"C:\\Users\\file\\", 123, 123},
-                       {tooLong, 123, 123},
-                       {"C:\\Users\\..\\..\\..\\Users\\.\\file", 0, 0},
-                       {"C:\\Users\\file. .", 0, 0}};
+                       {"C:\\Users\\" + std::string(300, 'x'), 123, 123},
+                       {"C:\\Users\\..\\..\\..\\Users\\.\\file. .", 0, 0}};
     for (const auto& each : cases) {
         CAPTURE(each.path);
         CHECK(Opened(each.path, GenericRead, OpenExisting) == each.reading);
@@ -102,7 +83,6 @@ TEST_CASE("Moving and deleting spare folders and read-only files") {
     CHECK(platform::MoveFileExA("C:\\Users\\new", "C:\\Users\\old") == 5);
     CHECK(platform::DeleteFileA("C:\\Users\\old") == 5);
     CHECK(platform::MoveFileExA("C:\\Users\\new", "C:\\Users\\hugo") == 5);
-    CHECK(platform::DeleteFileA("C:\\Users\\hugo") == 5);
     CHECK(platform::MoveFileExA("C:\\Users\\none", "C:\\Users\\old") == 2);
     CHECK(platform::MoveFileExA("C:\\Users\\new", "C:\\none\\new") == 3);
     Writable("drives/c/Users/old", true);
@@ -130,38 +110,14 @@ TEST_CASE("A search finds plain files alone") {
     for (const char* const name : {"Beta.txt", "alpha.TXT", "gamma", ".hidden.txt"}) {
         FileContent(std::string("C:\\Users\\hugo\\") + name, "");
     }
-    const std::vector<std::pair<std::string, std::string>> cases = {{"C:\\Users\\hugo\\beta.TXT", "Beta.txt"},
-                                                                    {"C:\\Users\\hugo\\*.txt", "alpha.TXT"},
-                                                                    {"C:\\Users\\hugo\\*b*a*x*", "Beta.txt"},
-                                                                    {"C:\\Users\\hugo\\?????", "gamma"},
-                                                                    {"C:\\Users\\hugo\\??", ""},
-                                                                    {"C:\\Users\\hugo\\*.*", "alpha.TXT"},
-                                                                    {"C:\\Users\\hugo\\.hidden.txt", ""},
-                                                                    {"C:\\Users\\h*", ""},
-                                                                    {"C:\\none\\*", ""},
-                                                                    {"", ""},
-                                                                    {"C:\\Users\\hugo\\", ""}};
-    for (const auto& each : cases) {
-        CAPTURE(each.first);
-        CHECK(platform::FindNormalFile(each.first) == each.second);
+    for (const auto& [path, found] : {std::pair("C:\\Users\\hugo\\beta.TXT", "Beta.txt"),
+                                      {"C:\\Users\\hugo\\*.txt", "alpha.TXT"},
+                                      {"C:\\Users\\hugo\\*b*a*x*", "Beta.txt"},
+                                      {"C:\\Users\\hugo\\?????", "gamma"},
+                                      {"C:\\Users\\hugo\\.hidden.txt", ""},
+                                      {"C:\\Users\\h*", ""},
+                                      {"C:\\none\\*", ""}}) {
+        CAPTURE(path);
+        CHECK(platform::FindNormalFile(path) == found);
     }
-    CHECK(platform::FileExists("C:\\Users\\hugo\\.hidden.txt"));
-    CHECK_FALSE(platform::FileExists("C:\\Users\\hugo"));
-}
-
-TEST_CASE("The last change of a file is told in local time") {
-    {
-        TestMachine machine;
-        machine.Environment("TZ", "UTC-2");  // two hours east of Greenwich
-        tzset();
-        FileContent("C:\\Users\\file", "");
-        const timespec times[] = {{1513419400, 0}, {1513419400, 0}};  // 16 December 2017, 10:16:40 in Greenwich
-        utimensat(AT_FDCWD, OnMachine("drives/c/Users/file").c_str(), times, 0);
-        double date = 0;
-        CHECK(platform::DateLastModified("C:\\Users\\file", date) == 0);
-        CHECK(std::fabs(date - (43085 + 44200 / 86400.0)) < 1e-9);
-        CHECK(platform::DateLastModified("C:\\Users\\hugo", date) == 2);
-        CHECK(platform::DateLastModified("C:\\none\\file", date) == 3);
-    }
-    tzset();
 }

@@ -33,14 +33,10 @@ Status Create(Handle root, const std::string& path, std::int32_t access = KeyCre
     return status;
 }
 
-Status EnumKey(Handle key, std::int32_t index, std::string* name = nullptr, std::uint32_t size = 255) {
+Status EnumKey(Handle key, std::int32_t index, std::uint32_t size = 255) {
     std::array<char, 255> buffer = {};
     std::uint32_t classSize = 0;
-    const Status status = RegEnumKeyExA(key, index, buffer, size, {}, classSize);
-    if (name != nullptr) {
-        name->assign(buffer.data(), size);
-    }
-    return status;
+    return RegEnumKeyExA(key, index, buffer, size, {}, classSize);
 }
 
 Status EnumValue(Handle key, std::int32_t index, std::uint32_t nameSize = 255) {
@@ -52,9 +48,11 @@ Status EnumValue(Handle key, std::int32_t index, std::uint32_t nameSize = 255) {
 
 std::vector<std::string> SubKeys(Handle key) {
     std::vector<std::string> names;
-    std::string name;
-    while (EnumKey(key, static_cast<std::int32_t>(names.size()), &name) == StatusSuccess) {
-        names.push_back(name);
+    std::array<char, 255> name = {};
+    std::uint32_t size = 255;
+    std::uint32_t classSize = 0;
+    while (RegEnumKeyExA(key, static_cast<std::int32_t>(names.size()), name, size, {}, classSize) == StatusSuccess) {
+        names.emplace_back(name.data(), std::exchange(size, 255));
     }
     return names;
 }
@@ -67,44 +65,32 @@ Status Query(Handle key) {
 
 }  // namespace
 
-TEST_CASE("An empty machine has its roots, and a key is made with all its levels") {
+TEST_CASE("A key is made with all its levels below the machine's roots, of which classes and users lie in others") {
     const TestMachine machine;
     for (const Handle root : {KeyLocalMachine, KeyCurrentUser, KeyClassesRoot, KeyUsers}) {
         CHECK(OpenStatus(root, "") == StatusSuccess);
         CHECK(OpenStatus(root, "missing") == StatusFileNotFound);
         CHECK(RegCloseKey(root) == StatusSuccess);
     }
-    CHECK_FALSE(std::filesystem::exists(OnMachine("machine.reg")));
-
     Handle key = 0;
     std::uint32_t disposition = 0;
     for (const auto& [path, wanted] : {std::pair("Software\\One\\Two", 1U), std::pair("SOFTWARE\\\\one\\two\\", 2U)}) {
         CHECK(RegCreateKeyExA(KeyCurrentUser, path, "", 0, AllRights, key, disposition) == StatusSuccess);
         CHECK(disposition == wanted);
-        RegCloseKey(key);
     }
     CHECK(SubKeys(KeyCurrentUser) == std::vector<std::string>{"Software"});
     CHECK(OpenStatus(KeyCurrentUser, "\\Software") == 161);
     CHECK(Create(KeyCurrentUser, std::string(256, 'k')) == StatusInvalidParameter);
     CHECK(Create(KeyCurrentUser, "two\nlines") == StatusInvalidParameter);
-}
 
-TEST_CASE("Classes lie in the machine's part, and the user is the one key of all users") {
-    const TestMachine machine;
     REQUIRE(Create(KeyClassesRoot, ".txt\\ShellNew") == StatusSuccess);
     CHECK(OpenStatus(KeyLocalMachine, "Software\\Classes\\.TXT\\shellnew") == StatusSuccess);
-    CHECK(RegDeleteKeyA(KeyClassesRoot, ".txt\\ShellNew") == StatusSuccess);
+    CHECK(RegDeleteKeyA(KeyLocalMachine, "Software\\Classes\\.txt\\shellnew") == StatusSuccess);
     CHECK(RegDeleteKeyA(KeyClassesRoot, ".TXT") == StatusSuccess);
     CHECK(RegDeleteKeyA(KeyLocalMachine, "Software\\Classes") == StatusAccessDenied);
-    CHECK(RegDeleteKeyA(KeyLocalMachine, "") == StatusAccessDenied);
-
     REQUIRE(SubKeys(KeyUsers).size() == 1);
-    const std::string user = SubKeys(KeyUsers).front();
-    REQUIRE(Create(KeyUsers, user + "\\Software") == StatusSuccess);
-    CHECK(OpenStatus(KeyCurrentUser, "Software", AllRights) == StatusSuccess);
+    CHECK(OpenStatus(KeyUsers, SubKeys(KeyUsers).front() + "\\Software\\One", AllRights) == StatusSuccess);
     CHECK(Create(KeyUsers, "another") == StatusAccessDenied);
-    CHECK(OpenStatus(KeyUsers, "", KeySetValue) == StatusAccessDenied);
-    CHECK(RegDeleteKeyA(KeyUsers, user) == StatusAccessDenied);
 }
 
 TEST_CASE("Names without regard to case, subkeys by name, values by first writing") {
@@ -145,25 +131,20 @@ TEST_CASE("Sizes: a text counts its terminator, and too small a buffer gives 234
 
     const std::vector<std::pair<RawData, RawData>> cases = {{{RegSz, ""}, {RegSz, ""}},
                                                             {RawText("a"), RawText("a")},
-                                                            {{RegSz, {"a\0b", 3}}, {RegSz, {"a\0b\0", 4}}},
                                                             {{RegSz, "\x80\xFC\x81"}, RawText("\x80\xFC\x81")},
-                                                            {{RegExpandSz, "%A%"}, {RegExpandSz, {"%A%\0", 4}}},
-                                                            {{RegMultiSz, {"a\0", 2}}, {RegMultiSz, {"a\0", 2}}},
                                                             {{77, "\r\n"}, {77, "\r\n"}}};
     for (const auto& [set, stored] : cases) {
         RawValueSet(KeyLocalMachine, "k", "n", set);
         CHECK(RawValue(KeyLocalMachine, "k", "n") == stored);
     }
-    CHECK(RegSetValueExA(key, std::string(16384, 'n'), RegDword, One) == StatusInvalidParameter);
-
-    CHECK(EnumKey(key, 0, nullptr, 6) == StatusMoreData);
-    CHECK(EnumKey(key, 0, nullptr, 7) == StatusSuccess);
+    CHECK(EnumKey(key, 0, 6) == StatusMoreData);
+    CHECK(EnumKey(key, 0, 7) == StatusSuccess);
     CHECK(EnumValue(key, 1, 1) == StatusMoreData);
     CHECK(EnumValue(key, 1, 2) == StatusSuccess);
     RegCloseKey(key);
 }
 
-TEST_CASE("A handle has the rights it was opened with, lasts to its close, and not beyond its key or machine") {
+TEST_CASE("A handle has the rights it was opened with, lasts to its close, and not beyond its key") {
     const TestMachine machine;
     REQUIRE(Create(KeyLocalMachine, "k") == StatusSuccess);
     struct {
@@ -181,10 +162,8 @@ TEST_CASE("A handle has the rights it was opened with, lasts to its close, and n
         CHECK(RegCloseKey(key) == StatusInvalidHandle);
         CHECK(OpenStatus(key, "") == StatusInvalidHandle);
     }
-    CHECK(OpenStatus(0, "k") == StatusInvalidHandle);
-    CHECK(RegCloseKey(0) == StatusInvalidHandle);
 
-    Handle key = Opened();
+    const Handle key = Opened();
     REQUIRE(RegDeleteKeyA(KeyLocalMachine, "k") == StatusSuccess);
     REQUIRE(Create(KeyLocalMachine, "k") == StatusSuccess);
     for (const Status status :
@@ -192,19 +171,10 @@ TEST_CASE("A handle has the rights it was opened with, lasts to its close, and n
           EnumValue(key, 0), OpenStatus(key, ""), Create(key, "x"), RegDeleteKeyA(key, "x")}) {
         CHECK(status == StatusKeyDeleted);
     }
-    CHECK(RegCloseKey(key) == StatusSuccess);
-
-    key = Opened();
-    const TestMachine another;
-    CHECK(Query(key) == StatusInvalidHandle);
-    CHECK(OpenStatus(KeyLocalMachine, "k") == StatusFileNotFound);
 }
 
 TEST_CASE("Without the owner's write bit changes are refused, whoever the process is") {
     const TestMachine machine;
-    Writable("", false);
-    CHECK(Create(KeyLocalMachine, "k") == StatusAccessDenied);
-    Writable("", true);
     REQUIRE(Create(KeyLocalMachine, "k") == StatusSuccess);
     REQUIRE(Create(KeyCurrentUser, "k") == StatusSuccess);
     Writable("machine.reg", false);
@@ -212,13 +182,9 @@ TEST_CASE("Without the owner's write bit changes are refused, whoever the proces
     CHECK(OpenStatus(KeyLocalMachine, "k", KeyQueryValue | KeyEnumerateSubKeys) == StatusSuccess);
     CHECK(OpenStatus(KeyLocalMachine, "k", KeyQueryValue | KeySetValue) == StatusAccessDenied);
     CHECK(OpenStatus(KeyLocalMachine, "", KeyCreateSubKey) == StatusAccessDenied);
-    CHECK(OpenStatus(KeyLocalMachine, "missing", KeySetValue) == StatusFileNotFound);
     CHECK(Create(KeyLocalMachine, "new", KeyQueryValue) == StatusAccessDenied);
     CHECK(Create(KeyLocalMachine, "k", KeyQueryValue) == StatusSuccess);
     CHECK(RegSetValueExA(KeyLocalMachine, "n", RegDword, One) == StatusAccessDenied);
     CHECK(RegDeleteKeyA(KeyLocalMachine, "k") == StatusAccessDenied);
     CHECK(OpenStatus(KeyCurrentUser, "k", AllRights) == StatusSuccess);
-
-    Writable("machine.reg", true);
-    CHECK(OpenStatus(KeyLocalMachine, "k", AllRights) == StatusSuccess);
 }
