@@ -14,31 +14,18 @@ namespace {
 using platform::host::RegFileReader;
 using platform::host::RegistryKey;
 
-RegFileReader ReaderOf(const RegistryKey::Pointer& root) {
-    return {root, {{u"HKEY_LOCAL_MACHINE", {}}, {u"HKEY_CLASSES_ROOT", u"Software\\Classes"}}};
-}
-
-std::string Written(const RegistryKey& root) {
-    std::string text;
-    platform::host::WriteRegFile(root, u"HKEY_LOCAL_MACHINE", [&](std::string_view piece) { text += piece; });
-    return text;
-}
-
-std::string ReadWhole(std::string_view text) {
+// The whole text of what is read of `text` in pieces of so many bytes.
+std::string ReadAndWritten(std::string_view text, std::size_t pieceSize) {
     const auto root = std::make_shared<RegistryKey>();
-    ReaderOf(root).Read(text, true);
-    return Written(*root);
-}
-
-std::string ReadInPieces(std::string_view text, std::size_t pieceSize) {
-    const auto root = std::make_shared<RegistryKey>();
-    RegFileReader reader = ReaderOf(root);
+    RegFileReader reader(root, {{u"HKEY_LOCAL_MACHINE", {}}, {u"HKEY_CLASSES_ROOT", u"Software\\Classes"}});
     std::string unfinished;
     for (std::size_t position = 0; position < text.size(); position += pieceSize) {
         unfinished += text.substr(position, pieceSize);
         unfinished.erase(0, reader.Read(unfinished, true));
     }
-    return Written(*root);
+    std::string written;
+    platform::host::WriteRegFile(*root, u"HKEY_LOCAL_MACHINE", [&](std::string_view piece) { written += piece; });
+    return written;
 }
 
 }  // namespace
@@ -50,8 +37,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view bytes(reinterpret_cast<const char*>(data) + 1, size - 1);
     const std::optional<std::string> decoded = platform::host::TextOfUtf16File(bytes);
     const std::string_view text = decoded ? std::string_view(*decoded) : bytes;
-    const std::string written = ReadWhole(text);
-    if (ReadWhole(written) != written || ReadInPieces(written, std::size_t{data[0]} + 1) != written) {
+    const std::string written = ReadAndWritten(text, text.size() + 1);
+    if (ReadAndWritten(written, written.size() + 1) != written ||
+        ReadAndWritten(written, std::size_t{data[0]} + 1) != written) {
         std::abort();
     }
     return 0;

@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <functional>
+#include <map>
 #include <vector>
 
 #include "Check.h"
@@ -8,27 +10,28 @@
 namespace {
 
 using Outcomes = std::vector<Outcome>;
+// The outcomes that are right when a call fails with `result` for the `occurrence`th time in the operation.
+using Right = std::function<Outcomes(int occurrence, std::int64_t result)>;
 
-// The outcomes that are right when the call fails for the `occurrence`th time in the operation.
 struct Fault {
     Seam call;
     std::vector<std::int64_t> results;
-    Outcomes (*right)(const FaultMachine& machine, int occurrence, std::int64_t result);
+    Right right;
 };
 
 struct Operation {
     std::string input;
-    Outcome (*success)(const FaultMachine& machine);
+    Outcome success;
 };
 
-const std::string NotWritten = "Kann Steuerungs-Datei nicht schreiben:\n";
-const std::string NotLoaded = "Kann Versions-Einstellungen nicht laden:\nKey not opened: \n";
-const std::string ImportFailed = "Fehlgeschlagen!\n";
+Outcome Told(const std::string& told) {
+    Outcome outcome = Before;
+    outcome.told = told;
+    return outcome;
+}
 
-const std::vector<std::string> ImportedMain = {"a=1", "b=2", "c=3"};
-const std::vector<std::string> ImportedReporting = {"d=4", "e=5"};
-
-std::string Joined(const std::vector<std::string>& items, std::size_t count, const std::string& end) {
+// The first `count` items, each with its end.
+std::string First(std::size_t count, const std::vector<std::string>& items, const std::string& end) {
     std::string text;
     for (std::size_t item = 0; item < count; ++item) {
         text += items[item] + end;
@@ -36,147 +39,74 @@ std::string Joined(const std::vector<std::string>& items, std::size_t count, con
     return text;
 }
 
-// Behind a list that is not empty stands an empty line.
-std::string Listed(const std::vector<std::string>& items, std::size_t count) {
-    return Joined(items, count, "\r\n") + (count == 0 ? "" : "\r\n");
-}
-
-Outcome Exported(const FaultMachine& machine, std::size_t mainCount, std::size_t reportingCount) {
-    Outcome outcome = machine.Before();
-    outcome.file = "[Tallora]\r\n" + Listed({"(Standard)=3", "hugo=0", "ruedi=1"}, mainCount) + "[Reporting]\r\n" +
-                   Listed({"(Standard)=3", "hugo=1", "ruedi=99"}, reportingCount) + "\r\n[End]\r\n";
+Outcome Exported(std::size_t mainCount, std::size_t reportingCount) {
+    // Behind a list that is not empty stands an empty line.
+    const auto listed = [](std::size_t count, const std::vector<std::string>& items) {
+        return First(count, items, "\r\n") + (count == 0 ? "" : "\r\n");
+    };
+    Outcome outcome = Before;
+    outcome.file = "[Tallora]\r\n" + listed(mainCount, {"(Standard)=3", "hugo=0", "ruedi=1"}) + "[Reporting]\r\n" +
+                   listed(reportingCount, {"(Standard)=3", "hugo=1", "ruedi=99"}) + "\r\n[End]\r\n";
     return outcome;
 }
 
 // After `count` items of the import; a table that comes later is as before.
-Outcome Imported(const FaultMachine& machine, std::size_t count, const std::string& told) {
-    Outcome outcome = machine.Before();
-    outcome.told = told;
-    outcome.main = Joined(ImportedMain, std::min(count, ImportedMain.size()), ";");
-    if (count >= ImportedMain.size()) {
-        outcome.reporting = Joined(ImportedReporting, count - ImportedMain.size(), ";");
+Outcome Imported(std::size_t count, const std::string& told = "Fehlgeschlagen!\n") {
+    constexpr std::size_t mainCount = 3;
+    Outcome outcome = Told(told);
+    outcome.main = First(std::min(count, mainCount), {"a=1", "b=2", "c=3"}, ";");
+    if (count >= mainCount) {
+        outcome.reporting = First(count - mainCount, {"d=4", "e=5"}, ";");
     }
     return outcome;
 }
 
-Outcome Cleared(const FaultMachine& machine, bool main, bool reporting) {
-    Outcome outcome = machine.Before();
-    outcome.main = main ? "" : outcome.main;
-    outcome.reporting = reporting ? "" : outcome.reporting;
-    return outcome;
+Outcome Cleared(bool main, bool reporting) {
+    return {"", main ? "" : Before.main, reporting ? "" : Before.reporting, Before.file};
 }
 
-const Operation Start = {"OK\nFertig\n", [](const FaultMachine& machine) { return machine.Before(); }};
-const Operation Export = {"Exportieren\nOK\nFertig\n",
-                          [](const FaultMachine& machine) { return Exported(machine, 3, 3); }};
-const Operation Import = {"Importieren\nJa\nOK\nFertig\n",
-                          [](const FaultMachine& machine) { return Imported(machine, 5, ""); }};
-const Operation Clear = {"Löschen\nJa\nOK\nFertig\n",
-                         [](const FaultMachine& machine) { return Cleared(machine, true, true); }};
-const Operation Edit = {"Bearbeiten\nOK\nFertig\n", [](const FaultMachine& machine) { return machine.Before(); }};
-template <const Operation& operation>
-Outcomes Unnoticed(const FaultMachine& machine, int /*occurrence*/, std::int64_t /*result*/) {
-    return {operation.success(machine)};
+const Operation Start = {"OK\nFertig\n", Before};
+const Operation Export = {"Exportieren\nOK\nFertig\n", Exported(3, 3)};
+const Operation Import = {"Importieren\nJa\nOK\nFertig\n", Imported(5, "")};
+const Operation Clear = {"Löschen\nJa\nOK\nFertig\n", Cleared(true, true)};
+const Operation Edit = {"Bearbeiten\nOK\nFertig\n", Before};
+
+Right OneOf(const Outcomes& outcomes) {
+    return [outcomes](int /*occurrence*/, std::int64_t /*result*/) { return outcomes; };
 }
 
-std::string FileErrorText(std::int64_t status) {
-    switch (status) {
-        case platform::StatusFileNotFound:
-            return "Datei nicht gefunden\n";
-        case platform::StatusPathNotFound:
-            return "Pfad nicht gefunden\n";
-        case platform::StatusAccessDenied:
-            return "Fehler beim Zugriff auf Pfad/Datei\n";
-        case platform::StatusSharingViolation:
-            return "Zugriff verweigert\n";
-        case platform::StatusDiskFull:
-            return "Datenträger voll\n";
-        default:
-            return "Ein-/Ausgabefehler beim Gerät\n";
-    }
+Outcomes FileKept(int /*occurrence*/, std::int64_t status) {
+    const std::map<std::int64_t, std::string> errors = {
+        {platform::StatusFileNotFound, "Datei nicht gefunden\n"},
+        {platform::StatusPathNotFound, "Pfad nicht gefunden\n"},
+        {platform::StatusAccessDenied, "Fehler beim Zugriff auf Pfad/Datei\n"},
+        {platform::StatusSharingViolation, "Zugriff verweigert\n"},
+        {platform::StatusDiskFull, "Datenträger voll\n"},
+        {1117, "Ein-/Ausgabefehler beim Gerät\n"}};
+    return {Told("Kann Steuerungs-Datei nicht schreiben:\n" + errors.at(status))};
 }
 
-Outcomes FileKept(const FaultMachine& machine, int /*occurrence*/, std::int64_t result) {
-    Outcome outcome = machine.Before();
-    outcome.told = NotWritten + FileErrorText(result);
-    return {outcome};
-}
-
-// The list of the table that could not be read ends before the entry that failed.
-Outcomes ListCut(const FaultMachine& machine, int /*occurrence*/, std::int64_t /*result*/) {
-    Outcomes outcomes;
-    for (std::size_t count = 0; count <= 3; ++count) {
-        outcomes.push_back(Exported(machine, count, 3));
-        outcomes.push_back(Exported(machine, 3, count));
-    }
-    return outcomes;
-}
-
-template <const Operation& operation>
-Outcomes EditorRefused(const FaultMachine& machine, int /*occurrence*/, std::int64_t result) {
-    Outcome outcome = operation.success(machine);
-    outcome.told =
-        std::string("Kann Version File nicht öffnen:\n") + (result == 2    ? "File not found\n"
-                                                            : result == 3  ? "Path not found\n"
-                                                            : result == 5  ? "Access denied\n"
-                                                            : result == 31 ? "No association for file extension\n"
-                                                            : result == 32 ? "DLL not found\n"
-                                                                           : "Unknown error\n");
-    return {outcome};
-}
-
-Outcomes NothingImported(const FaultMachine& machine, int /*occurrence*/, std::int64_t /*result*/) {
-    Outcome outcome = machine.Before();
-    outcome.told = ImportFailed;
-    return {outcome};
+Right EditorRefused(const Operation& operation) {
+    return [&operation](int /*occurrence*/, std::int64_t code) {
+        const std::map<std::int64_t, std::string> errors = {{0, "Unknown error\n"},
+                                                            {2, "File not found\n"},
+                                                            {3, "Path not found\n"},
+                                                            {5, "Access denied\n"},
+                                                            {31, "No association for file extension\n"},
+                                                            {32, "DLL not found\n"}};
+        Outcome outcome = operation.success;
+        outcome.told = "Kann Version File nicht öffnen:\n" + errors.at(code);
+        return Outcomes{outcome};
+    };
 }
 
 // Each item is created and set by one call of each kind.
-Outcomes ItemsBefore(const FaultMachine& machine, int occurrence, std::int64_t /*result*/) {
-    return {Imported(machine, static_cast<std::size_t>(occurrence - 1), ImportFailed)};
+Outcomes ItemsBefore(int occurrence, std::int64_t /*result*/) {
+    return {Imported(static_cast<std::size_t>(occurrence - 1))};
 }
 
-// An open that failed is tried again behind the creation of its key, or was one that may fail.
-Outcomes SomeItems(const FaultMachine& machine, int /*occurrence*/, std::int64_t /*result*/) {
-    Outcomes outcomes = {Imported(machine, 5, "")};
-    for (std::size_t count = 0; count < 5; ++count) {
-        outcomes.push_back(Imported(machine, count, ImportFailed));
-    }
-    return outcomes;
-}
-
-Outcomes OneTableStays(const FaultMachine& machine, int occurrence, std::int64_t /*result*/) {
-    return {Cleared(machine, occurrence != 1, occurrence != 2)};
-}
-
-Outcomes OneTableMayStay(const FaultMachine& machine, int /*occurrence*/, std::int64_t /*result*/) {
-    return {Cleared(machine, false, true), Cleared(machine, true, false)};
-}
-
-Outcomes ToldAtStart(const FaultMachine& machine, const std::vector<std::string>& messages) {
-    Outcomes outcomes;
-    for (const std::string& told : messages) {
-        outcomes.push_back(machine.Before());
-        outcomes.back().told = told;
-    }
-    return outcomes;
-}
-
-// A product's folder that is not found fails the check, an entry that is not read is none.
-Outcomes CheckMayFail(const FaultMachine& machine, int /*occurrence*/, std::int64_t /*result*/) {
-    return ToldAtStart(machine, {"", "Vandrel Core Elements V1\n"});
-}
-
-Outcomes StartMayFail(const FaultMachine& machine, int /*occurrence*/, std::int64_t /*result*/) {
-    return ToldAtStart(machine, {"", "Vandrel Core Elements V1\n", NotLoaded});
-}
-
-Outcomes NoteRefused(const FaultMachine& machine, int /*occurrence*/, std::int64_t /*result*/) {
-    return ToldAtStart(machine, {"Kann Versions-Einstellungen nicht laden:\n"});
-}
-
-Outcomes WindowRefused(const FaultMachine& machine, int /*occurrence*/, std::int64_t /*result*/) {
-    return ToldAtStart(machine, {"Kann Programm nicht ausführen:\nNicht genügend Speicher\n"});
+Outcomes OneTableStays(int occurrence, std::int64_t /*result*/) {
+    return {Cleared(occurrence != 1, occurrence != 2)};
 }
 
 // Lets each call that the operation makes behind the program's start fail, one after the other, with each of its
@@ -188,7 +118,7 @@ void FailedInTurn(const Operation& operation, const std::vector<Fault>& faults) 
         machine.Session(Start.input);
         const int start = &operation == &Start ? 0 : SeamCalls(fault.call);
         machine.Reset();
-        REQUIRE(machine.Session(operation.input) == operation.success(machine));
+        REQUIRE(machine.Session(operation.input) == operation.success);
         const int last = SeamCalls(fault.call);
         INFO(SeamName(fault.call));
         CHECK(last > start);
@@ -198,10 +128,10 @@ void FailedInTurn(const Operation& operation, const std::vector<Fault>& faults) 
                 CAPTURE(result);
                 machine.Reset();
                 const Outcome outcome = machine.Session(operation.input, {fault.call, occurrence, result});
-                const Outcomes right = fault.right(machine, occurrence - start, result);
+                const Outcomes right = fault.right(occurrence - start, result);
                 const bool isRight = std::find(right.begin(), right.end(), outcome) != right.end();
                 CHECK_MESSAGE(isRight, outcome.told, "| ", outcome.main, "| ", outcome.reporting, "| ", outcome.file);
-                CHECK(machine.Session(operation.input) == operation.success(machine));
+                CHECK(machine.Session(operation.input) == operation.success);
             }
         }
     }
@@ -210,45 +140,56 @@ void FailedInTurn(const Operation& operation, const std::vector<Fault>& faults) 
 }  // namespace
 
 TEST_CASE("Faults of the start") {
-    FailedInTurn(Start, {{Seam::RegOpenKeyExA, {2, 5, 1018}, StartMayFail},
-                         {Seam::RegQueryValueExA, {2, 5, 6, 234, 1018}, CheckMayFail},
-                         {Seam::RegEnumKeyExA, {5, 6, 234, 259, 1018}, CheckMayFail},
-                         {Seam::RegCreateKeyExA, {5, 6, 1018}, NoteRefused},
-                         {Seam::RegSetValueExA, {5, 6, 112, 1018}, NoteRefused},
-                         {Seam::RegCloseKey, {6}, Unnoticed<Start>},
-                         {Seam::WindowCreate, {0}, WindowRefused}});
+    // A product's folder that is not found fails the check, an entry that is not read is none.
+    const std::string checkFailed = "Vandrel Core Elements V1\n";
+    const std::string notLoaded = "Kann Versions-Einstellungen nicht laden:\n";
+    const Right checkMayFail = OneOf({Before, Told(checkFailed)});
+    FailedInTurn(
+        Start, {{Seam::RegOpenKeyExA,
+                 {2, 5, 1018},
+                 OneOf({Before, Told(checkFailed), Told(notLoaded + "Key not opened: \n")})},
+                {Seam::RegQueryValueExA, {2, 234}, checkMayFail},
+                {Seam::RegEnumKeyExA, {234, 259}, checkMayFail},
+                {Seam::RegCreateKeyExA, {5, 6, 1018}, OneOf({Told(notLoaded)})},
+                {Seam::RegSetValueExA, {5, 6, 112, 1018}, OneOf({Told(notLoaded)})},
+                {Seam::WindowCreate, {0}, OneOf({Told("Kann Programm nicht ausführen:\nNicht genügend Speicher\n")})}});
 }
 
 TEST_CASE("Faults of an export") {
-    FailedInTurn(Export, {{Seam::RegOpenKeyExA, {2, 5, 1018}, ListCut},
-                          {Seam::RegEnumValueA, {5, 6, 234, 259, 1018}, ListCut},
-                          {Seam::RegQueryValueExA, {2, 5, 6, 234, 1018}, ListCut},
-                          {Seam::RegCloseKey, {6}, Unnoticed<Export>},
+    // The list of the table that could not be read ends before the entry that failed.
+    Outcomes cut;
+    for (std::size_t count = 0; count <= 3; ++count) {
+        cut.insert(cut.end(), {Exported(count, 3), Exported(3, count)});
+    }
+    FailedInTurn(Export, {{Seam::RegOpenKeyExA, {2, 5, 1018}, OneOf(cut)},
+                          {Seam::RegEnumValueA, {5, 6, 234, 259, 1018}, OneOf(cut)},
+                          {Seam::RegQueryValueExA, {2, 5, 6, 234, 1018}, OneOf(cut)},
+                          {Seam::RegCloseKey, {6}, OneOf({Export.success})},
                           {Seam::CreateFileA, {2, 3, 5, 32, 112}, FileKept},
                           {Seam::WriteFile, {5, 112, 1117}, FileKept},
                           {Seam::FlushFileBuffers, {112, 1117}, FileKept},
                           {Seam::MoveFileExA, {5, 32, 112}, FileKept},
-                          {Seam::CloseHandle, {6}, Unnoticed<Export>},
-                          {Seam::ShellExecuteA, {0, 2, 3, 5, 31, 32}, EditorRefused<Export>}});
+                          {Seam::CloseHandle, {6}, OneOf({Export.success})}});
 }
 
 TEST_CASE("Faults of an import") {
-    FailedInTurn(Import, {{Seam::CreateFileA, {2, 3, 5, 32}, NothingImported},
-                          {Seam::ReadFile, {5, 1117}, NothingImported},
-                          {Seam::CloseHandle, {6}, Unnoticed<Import>},
-                          {Seam::RegOpenKeyExA, {2, 5, 1018}, SomeItems},
+    // An open that failed is tried again behind the creation of its key, or was one that may fail.
+    const Outcomes someItems = {Import.success, Imported(0), Imported(1), Imported(2), Imported(3), Imported(4)};
+    const Right nothing = OneOf({Told("Fehlgeschlagen!\n")});
+    FailedInTurn(Import, {{Seam::CreateFileA, {2, 3, 5, 32}, nothing},
+                          {Seam::ReadFile, {5, 1117}, nothing},
+                          {Seam::CloseHandle, {6}, OneOf({Import.success})},
+                          {Seam::RegOpenKeyExA, {2, 5, 1018}, OneOf(someItems)},
                           {Seam::RegCreateKeyExA, {5, 6, 1018}, ItemsBefore},
                           {Seam::RegSetValueExA, {5, 6, 112, 1018}, ItemsBefore},
-                          {Seam::RegDeleteKeyA, {2, 5, 1018}, Unnoticed<Import>},
-                          {Seam::RegCloseKey, {6}, Unnoticed<Import>}});
+                          {Seam::RegDeleteKeyA, {2, 5, 1018}, OneOf({Import.success})},
+                          {Seam::RegCloseKey, {6}, OneOf({Import.success})}});
 }
 
-TEST_CASE("Faults of clearing") {
-    FailedInTurn(Clear, {{Seam::RegOpenKeyExA, {2, 5, 1018}, OneTableMayStay},
+TEST_CASE("Faults of clearing and of editing") {
+    FailedInTurn(Clear, {{Seam::RegOpenKeyExA, {2, 5, 1018}, OneOf({Cleared(false, true), Cleared(true, false)})},
                          {Seam::RegDeleteKeyA, {2, 5, 1018}, OneTableStays},
-                         {Seam::RegCloseKey, {6}, Unnoticed<Clear>}});
-}
-
-TEST_CASE("Faults of editing") {
-    FailedInTurn(Edit, {{Seam::ShellExecuteA, {0, 2, 3, 5, 31, 32}, EditorRefused<Edit>}});
+                         {Seam::RegCloseKey, {6}, OneOf({Clear.success})}});
+    FailedInTurn(Edit, {{Seam::ShellExecuteA, {0, 2, 3, 5, 31, 32}, EditorRefused(Edit)}});
+    FailedInTurn(Export, {{Seam::ShellExecuteA, {31}, EditorRefused(Export)}});
 }

@@ -63,17 +63,17 @@ std::string TableText(const std::string& product) {
     return text;
 }
 
-void ProgramStarted() {
-    static std::array<char, 7> name{"vtv4v"};
-    static std::array<char, 9> option{"-master"};
-    std::array<char*, 2> arguments = {name.data(), option.data()};
-    platform::ProcessStart(2, arguments.data());
+long OpenFiles() {
+    return std::distance(fs::directory_iterator("/proc/self/fd"), {});
 }
 
 }  // namespace
 
 FaultMachine::FaultMachine(const std::set<std::string>& without) {
-    ProgramStarted();
+    static char name[] = "vtv4v";
+    static char option[] = "-master";
+    char* arguments[] = {name, option};
+    platform::ProcessStart(2, arguments);
     InstalledSuiteAdd(without);
     RawValueSet(platform::KeyCurrentUser, "Software", "", RawText(""));
     RawValueSet(platform::KeyClassesRoot, ".txt", "", RawText("text"));
@@ -86,12 +86,7 @@ FaultMachine::FaultMachine(const std::set<std::string>& without) {
 void FaultMachine::Reset() {
     TableSet(MainProduct, {{"", 3}, {"hugo", 0}, {"ruedi", 1}});
     TableSet(ReportingProduct, {{"", 3}, {"hugo", 1}, {"ruedi", 99}});
-    FileContent(ControlFile(), "[Tallora]\r\na=1\r\nb=2\r\nc=3\r\n[Reporting]\r\nd=4\r\ne=5\r\n");
-}
-
-Outcome FaultMachine::Before() const {
-    return {"", "=3;hugo=0;ruedi=1;", "=3;hugo=1;ruedi=99;",
-            "[Tallora]\r\na=1\r\nb=2\r\nc=3\r\n[Reporting]\r\nd=4\r\ne=5\r\n"};
+    FileContent(ControlFile(), Before.file);
 }
 
 Outcome FaultMachine::Present(const std::string& told) const {
@@ -127,8 +122,4 @@ Outcome FaultMachine::Session(const std::string& input, const SeamFault& fault) 
 bool FaultMachine::FolderClean() const {
     const fs::path folder = platform::host::MachineFolder() / "drives/c/Users/hugo/Eigene Dateien";
     return std::distance(fs::directory_iterator(folder), {}) == 1;
-}
-
-long OpenFiles() {
-    return std::distance(fs::directory_iterator("/proc/self/fd"), {});
 }

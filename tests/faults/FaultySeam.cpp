@@ -71,7 +71,7 @@ namespace platform {
 
 }  // namespace platform
 
-const char* SeamName(Seam call) {
+std::string SeamName(Seam call) {
     static constexpr std::array names = {
 #define SEAM_CALL(result, name, ...) #name,
 #include "faults/SeamCalls.inc"

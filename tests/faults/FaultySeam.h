@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 // The seam with faults in it. This test program is linked so that each call of the platform that can fail
 // (SeamCalls.inc) passes through here first: it is counted, and one of them can be made to fail. Calls that the
@@ -12,7 +13,7 @@ enum class Seam {
     Count
 };
 
-const char* SeamName(Seam call);
+std::string SeamName(Seam call);
 
 // One call that fails with `result` and does nothing, but for two kinds: a close closes all the same, and a write
 // writes a half. A call that gives a text or a range gives an empty one.

