@@ -30,13 +30,6 @@ std::size_t MemoryInUse() {
     return memory.uordblks + memory.hblkhd;
 }
 
-Error WaitedUnder(const SeamFault& fault, std::uint32_t& result) {
-    SeamStart(fault);
-    const Error error = RaisedBy([&] { result = ShellAndWait(u"true"); });
-    SeamStop();
-    return error;
-}
-
 }  // namespace
 
 TEST_CASE("A disk that fills at any byte of the control file leaves the earlier one") {
@@ -64,15 +57,21 @@ TEST_CASE("A deletion that is refused is silent, a wait that fails says so") {
     CHECK(RaisedBy([&] { profile.Profile.Table->ForcedVersion(true, u"hugo", -1); }).number == 0);
     SeamStop();
     CHECK(machine.Present("") == Before);
-    std::uint32_t result = 0;
-    CHECK(WaitedUnder({Seam::StartCommandLine, 1, 2}, result).number == 53);
-    CHECK(WaitedUnder({Seam::StartCommandLine, 1, 5}, result).number == 5);
-    CHECK(WaitedUnder({Seam::OpenProcess, 1, 0}, result).number == 0);
-    CHECK(result == platform::WaitFailed);
-    CHECK(WaitedUnder({}, result).number == 0);
-    CHECK(result == platform::WaitObject0);
-    CHECK(WaitedUnder({Seam::WaitForSingleObject, 1, platform::WaitFailed}, result).number == 0);
-    CHECK(result == platform::WaitFailed);
+    struct {
+        SeamFault fault;
+        std::int32_t error;
+        std::uint32_t result;
+    } const waits[] = {{{Seam::StartCommandLine, 1, 2}, 53, 0},
+                       {{Seam::StartCommandLine, 1, 5}, 5, 0},
+                       {{Seam::OpenProcess, 1, 0}, 0, platform::WaitFailed},
+                       {{Seam::WaitForSingleObject, 1, platform::WaitFailed}, 0, platform::WaitFailed}};
+    for (const auto& wait : waits) {
+        std::uint32_t result = 0;
+        SeamStart(wait.fault);
+        CHECK(RaisedBy([&] { result = ShellAndWait(u"true"); }).number == wait.error);
+        SeamStop();
+        CHECK(result == wait.result);
+    }
     CHECK(SeamOpenHandles() == openHandles);
 }
 

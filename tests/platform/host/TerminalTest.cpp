@@ -3,7 +3,6 @@
 #include <sys/ioctl.h>
 #include <termios.h>
 
-#include <array>
 #include <csignal>
 #include <cstdlib>
 
@@ -59,19 +58,14 @@ public:
     }
 
     // What comes on the terminal up to the end of `text`; fails when it does not come in time.
-    std::string Await(const std::string& text) {
+    std::string Await(const std::string& text) const {
+        std::string seen;
         pollfd output{master_, POLLIN, 0};
-        while (seen_.find(text) == std::string::npos) {
-            std::array<char, 1024> bytes{};
-            REQUIRE_MESSAGE(poll(&output, 1, 20000) == 1, text << " not in: " << seen_);
-            const ssize_t count = read(master_, bytes.data(), bytes.size());
-            REQUIRE_MESSAGE(count > 0, text << " not in: " << seen_);
-            seen_.append(bytes.data(), static_cast<std::size_t>(count));
+        for (char byte = 0; !seen.ends_with(text); seen += byte) {
+            const bool came = poll(&output, 1, 20000) == 1 && read(master_, &byte, 1) == 1;
+            REQUIRE_MESSAGE(came, text << " not in: " << seen);
         }
-        const std::size_t end = seen_.find(text) + text.size();
-        const std::string part = seen_.substr(0, end);
-        seen_.erase(0, end);
-        return part;
+        return seen;
     }
 
     [[nodiscard]] tcflag_t Modes() const {
@@ -85,7 +79,6 @@ public:
 private:
     int master_;
     pid_t process_ = 0;
-    std::string seen_;
 };
 
 }  // namespace
