@@ -32,17 +32,3 @@ TEST_CASE("An object is created when each step from its identifier to its server
     CHECK(platform::StatusText(static_cast<platform::Status>(0x800401F3U)) == u"Ungültige Klassenzeichenfolge");
     CHECK(platform::StatusText(static_cast<platform::Status>(0x8007007EU)) == platform::StatusText(126));
 }
-
-TEST_CASE("A library's function returns what the machine folder says") {
-    const TestMachine machine;
-    FileContent("C:\\parts\\Math.dll", "");
-    MachineFile("components", "no such line\nother.dll!Sum=1\nmath.DLL!Sum=-1\r\nmath.dll!Torn=\nmath.dll!Last=7");
-    std::int32_t result = 5;
-    CHECK(platform::CallTextFunction("C:\\parts\\missing.dll", "Sum", "", result) == 126);
-    for (const char* const function : {"sum", "Torn", "Su"}) {
-        CHECK(platform::CallTextFunction("C:\\parts\\math.dll", function, "", result) == 127);
-    }
-    CHECK(result == 5);
-    CHECK(platform::CallTextFunction("C:\\parts\\math.dll", "Sum", "", result) == 0);
-    CHECK(result == -1);
-}

@@ -1,9 +1,6 @@
-#include <sys/resource.h>
-
 #include "Check.h"
 #include "host/MachineFiles.h"
 #include "platform/FileCalls.h"
-#include "platform/Process.h"
 
 using namespace platform;
 
@@ -82,19 +79,6 @@ TEST_CASE("Moving and deleting spare folders and read-only files") {
     CHECK(FileContent("C:\\Users\\old") == "new");
     CHECK(DeleteFileA("C:\\Users\\old") == 0);
     CHECK(DeleteFileA("C:\\Users\\old") == 2);
-}
-
-TEST_CASE("A disk that takes no more fails the write and not the program") {
-    const TestMachine machine;
-    const pid_t process = Started([] {
-        ProcessStart(0, nullptr);
-        const rlimit limit{1000, 1000};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        Handle file = 0;
-        CreateFileA("C:\\Users\\big", GenericWrite, CreateAlways, file);
-        return WriteFile(file, std::string(2000, 'x'));
-    });
-    CHECK(ExitCode(process) == StatusDiskFull);
 }
 
 TEST_CASE("A search finds plain files alone") {

@@ -12,8 +12,6 @@ using platform::host::VersionBlock;
 
 namespace {
 
-constexpr std::size_t LanguageDirectory = SampleImageTree + 2 * SampleImageDirectorySize;
-constexpr std::size_t EntryId = 16;
 constexpr std::size_t EntryOffset = 20;
 
 std::string Library(bool wide = false) {
@@ -70,10 +68,10 @@ TEST_CASE("Damage on the way to the version hides it") {
         {"headers beyond the file", 0x3C, 0xFFFFFFF0},
         {"no resources", directories + 16, 0},
         {"a section beyond the file", sections + 20, 0xFFFFFFFF},
-        {"another type", SampleImageTree + EntryId, 15},
+        {"another type", SampleImageTree + 16, 15},
         {"a tree that leads to its own root", SampleImageTree + EntryOffset, 0x80000000},
         {"more entries than the file holds", SampleImageTree + 12, 0xFFFFFFFF},
-        {"a leaf beyond the section", LanguageDirectory + EntryOffset, 0x7FFFFFFF},
+        {"a leaf beyond the section", SampleImageTree + 2 * SampleImageDirectorySize + EntryOffset, 0x7FFFFFFF},
         {"a block beyond the section", SampleImageLeaf, 0xFFFFFFFF},
         {"a block too small for the version", SampleImageLeaf + 4, SampleImageBlockSize - 1},
         {"another signature", SampleImageBlock + 40, 0xFEEF04BC},

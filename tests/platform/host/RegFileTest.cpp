@@ -8,6 +8,12 @@ using namespace platform::host;
 
 // That what is written reads back the same, whatever it is, the fuzz target of this reader tells.
 
+TEST_CASE("UTF-16 is known by its byte order mark") {
+    CHECK(TextOfUtf16File({"\xFF\xFE\xAC\x20\x3D\xD8\x00\xDE", 8}) == "\xE2\x82\xAC\xF0\x9F\x98\x80");
+    CHECK(TextOfUtf16File("\xFE\xFF\x20\xAC") == "\xE2\x82\xAC");
+    CHECK_FALSE(TextOfUtf16File("\xEF\xBB\xBFtext"));
+}
+
 TEST_CASE("Entries below a key are read, and what cannot be read is passed over and told") {
     struct {
         std::string_view lines, read;
