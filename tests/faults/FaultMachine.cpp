@@ -56,9 +56,8 @@ void TableSet(const std::string& product, const Items& items) {
 std::string TableText(const std::string& product) {
     std::string text;
     for (const std::string& name : RawValueNames(platform::KeyLocalMachine, product + Table)) {
-        const RawData data = RawValue(platform::KeyLocalMachine, product + Table, name).value_or(RawNumber(0));
-        const auto number = static_cast<unsigned char>(data.bytes.front());
-        text += name + "=" + (data == RawNumber(number) ? std::to_string(number) : "?") + ";";
+        const RawData data = RawValue(platform::KeyLocalMachine, product + Table, name).value();
+        text += name + "=" + std::to_string(int{data.bytes.at(0)}) + ";";
     }
     return text;
 }

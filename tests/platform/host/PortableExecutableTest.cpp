@@ -1,5 +1,3 @@
-#include <algorithm>
-#include <array>
 #include <cstring>
 
 #include "Check.h"
@@ -18,30 +16,17 @@ std::string Library(bool wide = false) {
     return SampleImage({.version = {1, 2, 3, 4}, .fileType = 2, .wide = wide});
 }
 
-// The file version's two numbers, 0 without one.
-std::array<std::uint32_t, 2> VersionOf(const std::string& image) {
+// The file version's four numbers as they stand in the block, in pairs with the low one first; empty without one.
+std::string VersionOf(const std::string& image) {
     const std::vector<char> block = VersionBlock([&](std::uint64_t offset, std::span<char> bytes) {
-        if (offset > image.size() || bytes.size() > image.size() - offset) {
-            return false;
-        }
-        std::copy_n(image.begin() + static_cast<std::ptrdiff_t>(offset), bytes.size(), bytes.begin());
-        return true;
+        return offset <= image.size() && image.copy(bytes.data(), bytes.size(), offset) == bytes.size();
     });
     const std::span<const char> fixed = FixedVersion(block);
-    std::array<std::uint32_t, 2> version{};
-    if (!fixed.empty()) {
-        std::memcpy(version.data(), fixed.data() + 8, sizeof version);
-    }
-    return version;
+    return fixed.empty() ? std::string() : std::string(fixed.data() + 8, 8);
 }
 
-constexpr std::array<std::uint32_t, 2> Version1234 = {0x00010002, 0x00030004};
-constexpr std::array<std::uint32_t, 2> NoVersion = {0, 0};
-
 std::string With(std::string image, std::size_t offset, std::uint32_t number) {
-    for (std::size_t index = 0; index < 4; ++index) {
-        image[offset + index] = static_cast<char>(number >> 8 * index & 0xFFU);
-    }
+    std::memcpy(image.data() + offset, &number, sizeof number);
     return image;
 }
 
@@ -51,9 +36,10 @@ TEST_CASE("An image of either width has its version, and cut anywhere before its
     for (const bool wide : {false, true}) {
         const std::string image = Library(wide);
         for (std::size_t size = 0; size < SampleImageBlock + SampleImageBlockSize; ++size) {
-            CHECK(VersionOf(image.substr(0, size)) == NoVersion);
+            CHECK(VersionOf(image.substr(0, size)).empty());
         }
-        CHECK(VersionOf(image.substr(0, SampleImageBlock + SampleImageBlockSize)) == Version1234);
+        CHECK(VersionOf(image.substr(0, SampleImageBlock + SampleImageBlockSize)) ==
+              std::string("\2\0\1\0\4\0\3\0", 8));
     }
 }
 
@@ -79,6 +65,6 @@ TEST_CASE("Damage on the way to the version hides it") {
     };
     for (const auto& damage : damages) {
         CAPTURE(damage.what);
-        CHECK(VersionOf(With(Library(), damage.offset, damage.number)) == NoVersion);
+        CHECK(VersionOf(With(Library(), damage.offset, damage.number)).empty());
     }
 }

@@ -72,10 +72,10 @@ TEST_CASE("A key is made with all its levels below the machine's roots, of which
     CHECK(OpenStatus(KeyCurrentUser, "missing") == StatusFileNotFound);
     Handle key = 0;
     std::uint32_t disposition = 0;
-    for (const auto& [path, wanted] : {std::pair("Software\\One\\Two", 1U), std::pair("SOFTWARE\\\\one\\two\\", 2U)}) {
-        CHECK(RegCreateKeyExA(KeyCurrentUser, path, "", 0, AllRights, key, disposition) == StatusSuccess);
-        CHECK(disposition == wanted);
-    }
+    RegCreateKeyExA(KeyCurrentUser, "Software\\One\\Two", "", 0, AllRights, key, disposition);
+    CHECK(disposition == 1);
+    RegCreateKeyExA(KeyCurrentUser, "SOFTWARE\\\\one\\two\\", "", 0, AllRights, key, disposition);
+    CHECK(disposition == 2);
     CHECK(SubKeys(KeyCurrentUser) == std::vector<std::string>{"Software"});
     CHECK(OpenStatus(KeyCurrentUser, "\\Software") == 161);
     CHECK(Create(KeyCurrentUser, std::string(256, 'k')) == StatusInvalidParameter);
