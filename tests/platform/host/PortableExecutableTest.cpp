@@ -59,12 +59,13 @@ TEST_CASE("Damage on the way to the version hides it") {
         {"more entries than the file holds", SampleImageTree + 12, 0xFFFFFFFF},
         {"a leaf beyond the section", SampleImageTree + 2 * SampleImageDirectorySize + EntryOffset, 0x7FFFFFFF},
         {"a block beyond the section", SampleImageLeaf, 0xFFFFFFFF},
+        {"a block larger than the section", SampleImageLeaf + 4, 0x1000},
         {"a block too small for the version", SampleImageLeaf + 4, SampleImageBlockSize - 1},
         {"another signature", SampleImageBlock + 40, 0xFEEF04BC},
         {"a value too short", SampleImageBlock, 51U << 16U | SampleImageBlockSize},
     };
     for (const auto& damage : damages) {
         CAPTURE(damage.what);
-        CHECK(VersionOf(With(Library(), damage.offset, damage.number)).empty());
+        CHECK(VersionOf(With(Library(), damage.offset, damage.number) + std::string(0x2000, '\0')).empty());
     }
 }

@@ -139,8 +139,9 @@ TEST_CASE("Two processes that change one machine at once lose nothing of each ot
     const TestMachine machine;
     const auto writing = [&](const std::string& mine) {
         for (int count = 0; count < changes; ++count) {
-            RawValueSet(KeyLocalMachine, "Table", mine + std::to_string(count), RawNumber(1));
-            RawValueSet(KeyLocalMachine, "Table", "shared", RawText(mine + std::string(400, 'x')));
+            const std::string name = mine + std::to_string(count);
+            RawValueSet(KeyLocalMachine, "Table", name, RawNumber(1));
+            RawValueSet(KeyLocalMachine, "Table", "shared", RawText(name + std::string(2000, 'x')));
         }
         return 0;
     };
@@ -149,6 +150,6 @@ TEST_CASE("Two processes that change one machine at once lose nothing of each ot
         CHECK(ExitCode(process) == 0);
     }
     CHECK(RawValueNames(KeyLocalMachine, "Table").size() == 2 * changes + 1);
-    CHECK(MachineFile("machine.reg").size() < changes * 400U);  // it was rewritten meanwhile
+    CHECK(MachineFile("machine.reg").size() < changes * 2000U);  // it was rewritten meanwhile
     CHECK_FALSE(std::filesystem::exists(OnMachine("machine.reg.damaged")));
 }
