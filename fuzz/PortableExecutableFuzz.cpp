@@ -4,7 +4,7 @@
 #include <span>
 #include <vector>
 
-#include "platform/host/PortableExecutable.h"
+#include "platform/host/drive/PortableExecutable.h"
 
 // The version block of any bytes, and any bytes taken for a block.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

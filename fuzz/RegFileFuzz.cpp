@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/host/RegFile.h"
+#include "platform/host/registry/RegFile.h"
 
 // Any bytes as a .reg file: what was read of them is the same when it is written and read again, in whatever pieces, as
 // a journal is read while others append to it. The first byte chooses the size of the pieces.

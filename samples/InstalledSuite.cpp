@@ -13,8 +13,8 @@
 #include "platform/ComponentCalls.h"
 #include "platform/Process.h"
 #include "platform/RegistryCalls.h"
-#include "platform/host/Drive.h"
 #include "platform/host/Machine.h"
+#include "platform/host/drive/Drive.h"
 #include "samples/SampleImage.h"
 
 namespace {

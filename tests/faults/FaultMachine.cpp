@@ -10,8 +10,8 @@
 #include "RawRegistry.h"
 #include "app/Main.h"
 #include "platform/Process.h"
-#include "platform/host/FrontEndRun.h"
 #include "platform/host/Machine.h"
+#include "platform/host/console/FrontEndRun.h"
 #include "samples/InstalledSuite.h"
 
 namespace {

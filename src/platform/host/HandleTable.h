@@ -5,7 +5,7 @@
 
 #include "platform/Handle.h"
 #include "platform/host/FileDescriptor.h"
-#include "platform/host/StartedProcess.h"
+#include "platform/host/process/StartedProcess.h"
 
 // What the handles of files and processes stand for. Both are closed by one call, so they share their numbers; a number
 // is not given out again, so that a stale handle is told from a live one.

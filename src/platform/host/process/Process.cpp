@@ -1,0 +1,106 @@
+#include "platform/Process.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <ctime>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "platform/ProgramVersionText.h"
+#include "platform/Regional.h"
+#include "platform/host/LocalDate.h"
+#include "platform/host/Unicode.h"
+#include "platform/host/drive/Drive.h"
+#include "platform/host/process/MachineEnvironment.h"
+
+namespace platform {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<std::string>& Arguments() {
+    static std::vector<std::string> arguments;
+    return arguments;
+}
+
+// The program file, links resolved. Where the host has no /proc, the name that we were started by tells it.
+fs::path ProgramFile() {
+    std::error_code error;
+    if (fs::path file = fs::canonical("/proc/self/exe", error); !error) {
+        return file;
+    }
+    const std::string name = Arguments().empty() ? std::string() : Arguments().front();
+    if (name.find('/') != std::string::npos) {
+        return fs::weakly_canonical(name, error);
+    }
+    const char* const variable = std::getenv("PATH");
+    std::string_view folders = variable == nullptr ? "" : variable;
+    while (!folders.empty()) {
+        const std::string_view folder = folders.substr(0, folders.find(':'));
+        if (fs::path file = fs::canonical(fs::path(folder) / name, error); !error) {
+            return file;
+        }
+        folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
+    }
+    return "/";
+}
+
+}  // namespace
+
+void ProcessStart(int argumentCount, char** arguments) {
+    Arguments().assign(arguments, arguments + argumentCount);
+    // A file that may not grow further is a full disk to us: the write fails, and does not end the program.
+    std::signal(SIGXFSZ, SIG_IGN);
+}
+
+std::u16string CommandLineTail() {
+    std::string tail;
+    for (std::size_t number = 1; number < Arguments().size(); ++number) {
+        const std::string& argument = Arguments()[number];
+        tail += (number == 1 ? "" : " ") + (argument.empty() ? "\"\"" : argument);
+    }
+    return host::FromUtf8(tail);
+}
+
+std::string GetEnvironmentVariableA(const std::string& name) {
+    const std::u16string wanted = TextFromAnsi(name);
+    if (const char* const value = std::getenv(host::ToUtf8(wanted).c_str()); value != nullptr) {
+        return AnsiFromText(host::FromUtf8(value));
+    }
+    const auto& variables = host::MachineEnvironment();
+    const auto found = variables.find(wanted);
+    return found == variables.end() ? std::string() : AnsiFromText(found->second);
+}
+
+std::uint32_t GetCurrentProcessId() {
+    return static_cast<std::uint32_t>(getpid());
+}
+
+double Now() {
+    return host::LocalDate(std::time(nullptr));
+}
+
+ProgramVersion ProgramVersionGet() {
+    return {host::FromUtf8(VTV4V_FILE_DESCRIPTION), host::FromUtf8(VTV4V_COPYRIGHT), VTV4V_VERSION_MAJOR,
+            VTV4V_VERSION_MINOR, VTV4V_VERSION_REVISION};
+}
+
+std::string ProgramFolder() {
+    const fs::path folder = ProgramFile().parent_path();
+    if (const std::optional<std::u16string> path = host::DrivePathOf(folder)) {
+        return AnsiFromText(*path);
+    }
+    // Outside the machine's drives the folder is told as if the host's own disk were drive Z:, as a person would look
+    // for it. The machine need not have that drive.
+    std::string path = "Z:" + AnsiFromText(host::FromUtf8(folder.native()));
+    std::replace(path.begin(), path.end(), '/', '\\');
+    return path;
+}
+
+}  // namespace platform

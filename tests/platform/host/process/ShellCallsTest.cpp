@@ -1,0 +1,91 @@
+#include <sys/stat.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cerrno>
+
+#include "Check.h"
+#include "RawRegistry.h"
+#include "host/MachineFiles.h"
+#include "platform/ShellCalls.h"
+#include "platform/host/process/CommandLine.h"
+
+namespace {
+
+void Script(const std::string& path, const std::string& steps) {
+    FileContent(path, "#!/bin/sh\n" + steps + "\n");
+    std::string below = "drives/c/" + path.substr(3);
+    std::ranges::replace(below, '\\', '/');
+    chmod(OnMachine(below).c_str(), 0755);
+}
+
+void Associate(const std::string& type, const std::string& className, const std::string& command) {
+    RawValueSet(platform::KeyClassesRoot, type, "", RawText(className));
+    RawValueSet(platform::KeyClassesRoot, className + "\\Shell\\Open\\Command", "", RawText(command));
+}
+
+std::int32_t Shell(const std::string& file) {
+    return platform::ShellExecuteA(0, "open", file, "", "C:\\Users\\hugo\\", platform::ShowNormal);
+}
+
+}  // namespace
+
+TEST_CASE("A document opens with the program of its type, or tells by a code why not") {
+    const TestMachine machine;
+    Script("C:\\Windows\\My Tools\\show",
+           "exec >out.new\npwd; echo \"$VTV4V_MACHINE\"; read -r line; echo $?\n"
+           "for each; do echo \"[$each]\"; done\nmv out.new out");
+    FileContent("C:\\Users\\hugo\\a b.TXT", "text");
+    Associate(".txt", "txtfile", "\"C:\\Windows\\my tools\\SHOW.exe\" /p \"x $HOME `id` ;\" \"%1\" \"\"");
+    CHECK(Shell("\"C:\\Users\\hugo\\A B.txt\"") == 33);
+    const std::string folder = OnMachine("").parent_path().native();
+    while (!FileContent("C:\\Users\\hugo\\out")) {
+        usleep(10000);
+    }
+    CHECK(FileContent("C:\\Users\\hugo\\out") == folder + "/drives/c/Users/hugo\n" + folder +
+                                                     "\n1\n[/p]\n[x $HOME `id` ;]\n[" + folder +
+                                                     "/drives/c/Users/hugo/a b.TXT]\n[]\n");
+
+    RawValueSet(platform::KeyClassesRoot, ".half", "", RawText("halffile"));
+    Associate(".lost", "lostfile", "C:\\Windows\\lost.exe %1");
+    Associate(".deaf", "deaffile", "\"C:\\Users\\hugo\\a b.txt\" %1");
+    for (const auto& [type, code] : {std::pair("none", 31), {"half", 27}, {"lost", 2}, {"deaf", 5}}) {
+        FileContent(std::string("C:\\file.") + type, "");
+        CHECK(Shell(std::string("C:\\file.") + type) == code);
+    }
+    CHECK(Shell("C:\\none\\file.txt") == 3);
+}
+
+TEST_CASE("A command line is started, waited for, and goes on behind a time-out") {
+    const TestMachine machine;
+    Script("C:\\Windows\\System32\\until", "while [ ! -e \"$1\" ]; do sleep 0.01; done; : >\"$1.seen\"");
+    const std::string sign = OnMachine("sign").native();
+
+    std::int32_t process = -5;
+    CHECK(platform::StartCommandLine("there-is-no-such-program /x", 2, process) == platform::StatusFileNotFound);
+    CHECK(platform::StartCommandLine("C:\\Windows\\until", 2, process) == platform::StatusFileNotFound);
+    CHECK(process == -5);
+    CHECK(platform::StartCommandLine("Until.EXE \"" + sign + "\"", 2, process) == platform::StatusSuccess);
+    const platform::Handle handle = platform::OpenProcess(platform::Synchronize, -1, process);
+    CHECK(platform::WaitForSingleObject(handle, 30) == platform::WaitTimeout);
+    REQUIRE(std::filesystem::create_directory(sign));
+    CHECK(platform::WaitForSingleObject(handle, 20000) == platform::WaitObject0);
+    CHECK(std::filesystem::exists(sign + ".seen"));
+    CHECK(platform::CloseHandle(handle) == platform::StatusSuccess);
+    CHECK(platform::WaitForSingleObject(handle, platform::WaitInfinite) == platform::WaitFailed);
+    CHECK(waitpid(-1, nullptr, WNOHANG) == -1);  // no ended program is left behind
+    CHECK(errno == ECHILD);
+}
+
+TEST_CASE("A command line falls into arguments as on Windows") {
+    const std::vector<std::pair<std::string, std::vector<std::string>>> cases = {
+        {R"("C:\my tools\a" "b c"d)", {R"(C:\my tools\a)", "b cd"}},
+        {R"(C:\a\ b\ "c\\")", {R"(C:\a\)", R"(b\)", R"(c\)"}},
+        {R"(a \"b\" \\\"c d\\)", {"a", R"("b")", R"(\"c)", R"(d\\)"}},
+        {R"(a  "b ""c"" d" "" 'q "open)", {"a", R"(b "c" d)", "", "'q", "open"}},
+    };
+    for (const auto& each : cases) {
+        CAPTURE(each.first);
+        CHECK(platform::host::CommandLineArguments(each.first) == each.second);
+    }
+}
