@@ -2,6 +2,7 @@
 
 #include "common/Error.h"
 #include "common/modStringLibrary.h"
+#include "platform/RegistryCalls.h"
 #include "platform/WindowSystem.h"
 
 namespace {
@@ -41,11 +42,13 @@ Variant ProgOption::Get(Store open, const Text& section, const Text& name, const
 void ProgOption::Set(Store open, const Text& section, const Text& name, const Variant& value) {
     if (!section.empty()) {
         const KeyCloser closer(optionKey_);
+        optionKey_.AccessExpected(platform::KeyCreateSubKey);
         (optionKey_.*open)(SectionKey({}), true);
         optionKey_.SubKeyCreate(section);
     }
     {
         const KeyCloser closer(optionKey_);
+        optionKey_.AccessExpected(platform::KeySetValue);
         (optionKey_.*open)(SectionKey(section), true);
         optionKey_.Value(name, value);
     }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "common/Conversion.h"
 #include "common/Error.h"
@@ -49,6 +50,7 @@ std::int32_t NumberFromBytes(const std::string& bytes) {
 
 void Registry::KeyReset() {
     accessMode_ = platform::KeyQueryValue;
+    accessExpected_ = 0;
     root_ = 0;
     key_.clear();
     currentKey_ = 0;
@@ -83,8 +85,8 @@ void Registry::KeyOpen(platform::Handle root, const Text& path, bool force) {
     KeyAccess(0, force);
 }
 
-// The only place that opens a key. `mask` holds the rights that the coming operation needs, 0 for an open that takes
-// what AccessMode says.
+// Opens keys, alone with KeyOpenAhead. `mask` holds the rights that the coming operation needs, 0 for an open that
+// takes what AccessMode says.
 void Registry::KeyAccess(std::int32_t mask, bool force) {
     if (currentKey_ != 0) {
         if ((accessMode_ & mask) == mask) {
@@ -95,6 +97,10 @@ void Registry::KeyAccess(std::int32_t mask, bool force) {
         accessMode_ |= mask;
     }
     const std::string path = platform::AnsiFromText(key_);
+    KeyOpenAhead(path);
+    if (currentKey_ != 0) {
+        return;
+    }
     platform::Status status = platform::RegOpenKeyExA(root_, path, 0, accessMode_, currentKey_);
     if (currentKey_ == 0 && force) {
         CreateFromRoot();
@@ -104,6 +110,17 @@ void Registry::KeyAccess(std::int32_t mask, bool force) {
         const Text refused = key_;
         KeyClose();
         Raise(status, u"Key not opened: " + refused);
+    }
+}
+
+// Opens the key with the expected rights, if there are any and they are granted; a failure leaves nothing behind.
+void Registry::KeyOpenAhead(const std::string& path) {
+    if (accessExpected_ == 0) {
+        return;
+    }
+    const std::int32_t mask = accessMode_ | std::exchange(accessExpected_, 0);
+    if (platform::RegOpenKeyExA(root_, path, 0, mask, currentKey_) == platform::StatusSuccess) {
+        accessMode_ = mask;
     }
 }
 

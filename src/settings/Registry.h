@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include "common/Text.h"
 #include "common/Variant.h"
@@ -28,6 +29,11 @@ public:
     // open.
     [[nodiscard]] std::int32_t AccessMode() const { return accessMode_; }
     void AccessMode(std::int32_t mask) { accessMode_ = mask; }
+
+    // Names the rights that the operation behind the next open needs, so that this one open asks for them at once.
+    // Where they are refused, or the key is missing, the open starts anew without them, and fails or is widened as
+    // ever.
+    void AccessExpected(std::int32_t mask) { accessExpected_ = mask; }
 
     [[nodiscard]] platform::Handle hKey() const { return root_; }
     [[nodiscard]] platform::Handle hCurrentKey() const { return currentKey_; }
@@ -70,6 +76,7 @@ public:
 private:
     void KeyReset();
     void KeyAccess(std::int32_t mask, bool force);
+    void KeyOpenAhead(const std::string& path);
     void CreateFromRoot();
     void StoreNumber(const Text& name, std::int32_t number);
     void Store(const Text& name, std::uint32_t type, const std::string& data);
@@ -77,6 +84,7 @@ private:
     bool eofSubKey_ = false;
     bool eofValueName_ = false;
     std::int32_t accessMode_ = platform::KeyQueryValue;
+    std::int32_t accessExpected_ = 0;
     platform::Handle root_ = 0;
     Text key_;
     platform::Handle currentKey_ = 0;
