@@ -38,6 +38,26 @@ TEST_CASE("A key opens for reading, widens its rights as operations need them, a
     CHECK(RaisedBy([&] { registry.SubKeyFirst(); }).description == u"Key not opened: ");
 }
 
+TEST_CASE("Rights that are expected are asked for with the next open alone, and change nothing about its failure") {
+    const TestMachine machine;
+    RawValueSet(User, RawKey, "a", RawText("x"));
+    Registry registry;
+    registry.AccessExpected(platform::KeySetValue);
+    registry.KeyOpenCurrentUser(Key);
+    CHECK(registry.AccessMode() == 3);
+    const platform::Handle opened = registry.hCurrentKey();
+    registry.Value(u"b", std::int32_t{1});
+    CHECK(registry.hCurrentKey() == opened);
+    registry.KeyClose();
+    registry.AccessExpected(platform::KeySetValue);
+    const Error raised = RaisedBy([&] { registry.KeyOpenCurrentUser(u"Missing"); });
+    CHECK(raised.number == 2);
+    CHECK(raised.description == u"Key not opened: Missing");
+    registry.KeyOpenCurrentUser(Key);
+    CHECK(registry.AccessMode() == 1);
+    registry.KeyClose();
+}
+
 TEST_CASE("A missing key is refused, or forced into being with all its levels") {
     const TestMachine machine;
     Registry registry;
