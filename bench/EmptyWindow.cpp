@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int Runs = 15;
+constexpr int Runs = 5;
 
 BOOL CALLBACK ShownWindowFound(HWND window, LPARAM parameter) {
     DWORD process = 0;

@@ -1,37 +1,23 @@
 #!/usr/bin/env bash
 # Times the Windows program under Wine, all in one run: its start until its window is shown beside a program that shows one
 # empty window, and imports and exports of 1,000 and 10,000 entries beside `reg import` and `reg export` of the same
-# values, with the registry calls per entry. Each time is the median of several runs of a whole process; an import or
-# export runs its operation without the window, and replaces a table of the same size, as `reg import` does.
+# values, with the registry calls per entry. An import or export is a whole process that runs its operation without the
+# window, and replaces a table of the same size, as `reg import` does.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 source tools/packages.sh
 source tools/wine.sh
 
-RUNS=${RUNS:-7}
-SIZES=${SIZES:-1000 10000}
-key='HKLM\Software\Vandrel\Tallora\V4\Version\ForcedVersion'
+source bench/table.sh
 
-# milliseconds COMMAND...: the median of several runs
-milliseconds() {
-    local run begin
-    for ((run = 0; run <= RUNS; ++run)); do
-        begin=$(date +%s%N)
-        "$@" >/dev/null 2>&1
-        # The first one fills caches.
-        ((run == 0)) || echo $((($(date +%s%N) - begin) / 1000))
-    done | sort -n | sed -n "$((RUNS / 2 + 1))p" | awk '{ printf "%.1f", $1 / 1000 }'
-}
+SIZES=${SIZES:-100 1000 10000}
+key='HKLM\Software\Vandrel\Tallora\V4\Version\ForcedVersion'
 
 # calls OPERATION: the registry calls of one run, beyond those of a run that does nothing
 calls() {
     local count
     count=$(WINEDEBUG=+reg wine "$work/transfer.exe" "$1" 2>&1 | grep -cE 'trace:reg:Nt[A-Za-z]+ \(') || true
     echo "$count"
-}
-
-ratio() {
-    awk -v a="$1" -v b="$2" 'BEGIN { printf "%.2f", a / b }'
 }
 
 compile() {
@@ -47,11 +33,19 @@ build() {
         -lcomctl32 -lgdi32 -lole32 -loleaut32 -lshell32 -luuid -lversion -fstack-protector-strong
 }
 
+# start_time PROGRAM [OPTION]: the milliseconds from a start until the window is shown
+start_time() {
+    wine "$work/start.exe" "$(winepath -w "$1")" "${@:2}" | tr -d '\r'
+}
+
 start_compared() {
-    local empty program
-    empty=$(wine "$work/start.exe" "$(winepath -w "$work/empty.exe")" | tr -d '\r')
-    program=$(wine "$work/start.exe" "$(winepath -w build/win64/vtv4v.exe)" -master | tr -d '\r')
-    echo "start to window shown: $program ms, one empty window: $empty ms, ratio $(ratio "$program" "$empty")"
+    local round program=() empty=()
+    for ((round = 0; round < ROUNDS; ++round)); do
+        program+=("$(start_time build/win64/vtv4v.exe -master)")
+        empty+=("$(start_time "$work/empty.exe")")
+    done
+    row 'start until the window is shown, Windows' "[$(IFS=,; echo "${program[*]}")]" 'one empty window' \
+        "[$(IFS=,; echo "${empty[*]}")]" ms
 }
 
 # Control file and .reg file of that many values.
@@ -65,22 +59,18 @@ values_make() {
 }
 
 transfers_compared() {
-    printf '%-7s %8s %9s %9s %6s %11s\n' '' entries ours/ms reg/ms ratio calls/entry
-    local size operation ours other base
+    local size operation other base
+    base=$(calls nothing)
     for size in $SIZES; do
         wine reg delete "$key" /f >/dev/null 2>&1 || true
         values_make "$size"
         for operation in import export; do
-            ours=$(milliseconds wine "$work/transfer.exe" "$operation")
-            if [[ $operation == import ]]; then
-                other=$(milliseconds wine reg import "$work/values.reg")
-            else
-                other=$(milliseconds wine reg export "$key" "$work/out.reg" /y)
-            fi
-            base=$(calls nothing)
-            printf '%-7s %8d %9s %9s %6s %11s\n' "$operation" "$size" "$ours" "$other" "$(ratio "$ours" "$other")" \
-                "$(awk -v all="$(calls "$operation")" -v base="$base" -v size="$size" \
-                    'BEGIN { printf "%.2f", (all - base) / size }')"
+            other="wine reg import $work/values.reg"
+            [[ $operation == import ]] || other="wine reg export '$key' $work/out.reg /y"
+            seconds 3 -- "wine $work/transfer.exe $operation" "$other"
+            row "$operation of $size, Windows, $(awk -v all="$(calls "$operation")" -v base="$base" -v size="$size" \
+                'BEGIN { printf "%.1f", (all - base) / size }') calls an entry" "$(scaled "${times[0]}" 1000)" \
+                "reg $operation" "$(scaled "${times[1]}" 1000)" ms
         done
     done
 }
@@ -91,12 +81,14 @@ on_display() {
     wineserver -p
     documents="$machine/drive_c/users/$(id -un)/Eigene Dateien"
     build
+    table_head
     start_compared
     transfers_compared
     wineserver -k -w
 }
 
-packages_install "${BUILD_PACKAGES[@]}" "${CROSS_PACKAGES[@]}" "${WINE_PACKAGES[@]}" "${DISPLAY_PACKAGES[@]}"
+packages_install "${BUILD_PACKAGES[@]}" "${CROSS_PACKAGES[@]}" "${WINE_PACKAGES[@]}" "${DISPLAY_PACKAGES[@]}" \
+    hyperfine=hyperfine jq=jq
 machine=$PWD/build/win64/wine-bench
 if [[ ${1:-} != --on-display ]]; then
     quietly cmake --preset win64
