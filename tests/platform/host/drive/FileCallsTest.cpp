@@ -86,14 +86,14 @@ TEST_CASE("A search finds plain files alone") {
     for (const char* const name : {"Beta.txt", "alpha.TXT", "gamma", ".hidden.txt"}) {
         FileContent(std::string("C:\\Users\\hugo\\") + name, "");
     }
-    for (const auto& [path, found] : {std::pair("C:\\Users\\hugo\\beta.TXT", "Beta.txt"),
-                                      {"C:\\Users\\hugo\\*.txt", "alpha.TXT"},
-                                      {"C:\\Users\\hugo\\*b*a*x*", "Beta.txt"},
-                                      {"C:\\Users\\hugo\\?????", "gamma"},
-                                      {"C:\\Users\\hugo\\.hidden.txt", ""},
-                                      {"C:\\Users\\h*", ""},
-                                      {"C:\\none\\*", ""}}) {
-        CAPTURE(path);
-        CHECK(FindNormalFile(path) == found);
+    for (const auto& each : {std::pair("C:\\Users\\hugo\\beta.TXT", "Beta.txt"),
+                             {"C:\\Users\\hugo\\*.txt", "alpha.TXT"},
+                             {"C:\\Users\\hugo\\*b*a*x*", "Beta.txt"},
+                             {"C:\\Users\\hugo\\?????", "gamma"},
+                             {"C:\\Users\\hugo\\.hidden.txt", ""},
+                             {"C:\\Users\\h*", ""},
+                             {"C:\\none\\*", ""}}) {
+        CAPTURE(each.first);
+        CHECK(FindNormalFile(each.first) == each.second);
     }
 }
