@@ -8,7 +8,7 @@
 #include "version/ProductProfileMain.h"
 #include "version/ProductProfileReporting.h"
 
-// The working window: six buttons, each of which runs one operation on the tables or the control file. While it is
+// The working window. Each of its buttons runs one operation on the tables or the control file. While it is
 // loaded it owns the profiles of both products, and the globals of modVTV4Version refer to their tables.
 class frmVTV4V {
 public:

@@ -3,7 +3,7 @@
 #include "common/Text.h"
 #include "platform/Handle.h"
 
-// The window of a failed check: runs the check once more, shows that run's report on green or red, and puts it on the
+// The check's window: runs the check once more, shows that run's report on green or red, and puts it on the
 // clipboard.
 class frmVCoreTest {
 public:

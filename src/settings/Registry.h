@@ -9,7 +9,8 @@
 #include "platform/RegistryCalls.h"
 
 // The one road to the registry. An object stands on at most one open key, below one of the roots. It opens the key with
-// the right to query values alone, and opens it anew with wider rights the moment that an operation needs more.
+// the right to query values alone, unless AccessExpected named more, and opens it anew with wider rights the moment
+// that an operation needs them.
 //
 // Every failure is raised with the status of the system's call as its number. Where no other description is told, it is
 // the pending one: what the error state holds at that moment.

@@ -124,7 +124,7 @@ std::int32_t ForcedVersionTable::VersionInForce(std::int16_t level) const {
 }
 
 void ForcedVersionTable::Init() {
-    versionInForce_ = Full;
+    versionInForce_ = Full;  // what an installation starts from; the rules below hold for any other start as well
     ResolveVersion();
 }
 

@@ -54,6 +54,7 @@ ControlFileItems ReadControlFile() {
     return items;
 }
 
+// The table is cleared by itself first: it is gone whatever becomes of its items.
 void TableReplace(ForcedVersionTable& table, const Text& items) {
     table.ForcedVersionClear(true);
     table.ForcedVersionAll(true, items);

@@ -6,6 +6,7 @@
 #include "RawRegistry.h"
 #include "host/MachineFiles.h"
 #include "host/ProgramRun.h"
+#include "installcheck/VcoreTest.h"
 #include "samples/InstalledSuite.h"
 
 namespace {
@@ -50,6 +51,14 @@ TEST_CASE("Anything but the one option ends the program without a word") {
     }
     CHECK_FALSE(std::filesystem::exists(OnMachine("user.reg")));
     CHECK(Shows(Run({.arguments = {" -master "}, .input = ""}).output, "VTV4 Version Controller"));
+}
+
+TEST_CASE("The installed suite passes the check") {
+    const SuiteMachine machine;
+    VcoreTest check;
+    const bool passed = check.Ok();
+    CAPTURE(check.Text());
+    CHECK(passed);
 }
 
 TEST_CASE("A missing component is reported, on the clipboard too, and ends the program") {
@@ -141,7 +150,7 @@ TEST_CASE("A full disk leaves the earlier control file") {
     }
 }
 
-TEST_CASE("Bad control files end in the told behaviour") {
+TEST_CASE("Bad control files are imported or refused whole") {
     const SuiteMachine machine;
     std::mt19937 random(20171216);  // NOLINT: the same bytes at each run
     std::string noise(100000, '\0');

@@ -104,6 +104,7 @@ TEST_CASE("The last entry that applies gives the version in force") {
                        {"current user's default last", u"OFFICE.hugo=4;", u"(Standard)=3;", {3, 4, 0, 0}},
                        {"current user can't set Full", u"(Standard)=1;", u"(Standard)=0;", {1, 1, 1, 0}},
                        {"current user's names are not looked at", u"", u"hugo=1;", {0, 0, 0, 0}},
+                       {"current user's default sets Demo over Full", u"hugo=0;", u"(Standard)=1;", {1, 0, 0, 0}},
                        {"any number from Full", u"(Standard)=7;", u"", {7, 7, 7, 0}}};
     const std::shared_ptr<ForcedVersionTable> table = MainTable();
     for (const auto& each : cases) {
