@@ -1,19 +1,23 @@
 #pragma once
 
-#include <fcntl.h>
-
 #include <array>
+#include <cstdio>
+#include <memory>
 
-#include "platform/host/FileDescriptor.h"
+struct FileClose {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
 
-// Opens a file by its path on the host's disk and reads it to its end, and nothing else. False when that cannot be
-// done.
+// Opens a file by its path in the building system's own way and reads it to its end, and nothing else. False when that
+// cannot be done.
 inline bool OpenAndRead(const char* path) {
     static std::array<char, 65536> buffer;
-    const platform::host::FileDescriptor file(open(path, O_RDONLY | O_CLOEXEC));
-    ssize_t got = 1;
-    while (file && got > 0) {
-        got = read(file.Get(), buffer.data(), buffer.size());
+    const std::unique_ptr<std::FILE, FileClose> file(std::fopen(path, "rb"));
+    if (file == nullptr) {
+        return false;
     }
-    return got == 0;
+    std::setvbuf(file.get(), nullptr, _IONBF, 0);
+    while (std::fread(buffer.data(), 1, buffer.size(), file.get()) == buffer.size()) {
+    }
+    return std::ferror(file.get()) == 0;
 }

@@ -16,7 +16,7 @@ key='HKLM\Software\Vandrel\Tallora\V4\Version\ForcedVersion'
 # calls OPERATION: the registry calls of one run, beyond those of a run that does nothing
 calls() {
     local count
-    count=$(WINEDEBUG=+reg wine "$work/transfer.exe" "$1" 2>&1 | grep -cE 'trace:reg:Nt[A-Za-z]+ \(') || true
+    count=$(WINEDEBUG=+reg wine "$work/WindowsTransfer.exe" "$1" 2>&1 | grep -cE 'trace:reg:Nt[A-Za-z]+ \(') || true
     echo "$count"
 }
 
@@ -29,8 +29,12 @@ build() {
     quietly cmake --build --preset win64 --target vtv4v suite
     compile -municode -mwindows bench/EmptyWindow.cpp -o "$work/empty.exe"
     compile -municode bench/EmptyWindow.cpp -o "$work/start.exe"
-    compile -Isrc bench/WindowsTransfer.cpp -o "$work/transfer.exe" build/win64/libvtv4v_system.a \
-        -lcomctl32 -lgdi32 -lole32 -loleaut32 -lshell32 -luuid -lversion -fstack-protector-strong
+    compile -I. bench/ReadFiles.cpp -o "$work/read-files.exe"
+    local name
+    for name in WindowsTransfer Check; do
+        compile -Isrc "bench/$name.cpp" -o "$work/$name.exe" build/win64/libvtv4v_system.a \
+            -lcomctl32 -lgdi32 -lole32 -loleaut32 -lshell32 -luuid -lversion -fstack-protector-strong
+    done
 }
 
 # start_time PROGRAM [OPTION]: the milliseconds from a start until the window is shown
@@ -46,6 +50,15 @@ start_compared() {
     done
     row 'start until the window is shown, Windows' "[$(IFS=,; echo "${program[*]}")]" 'one empty window' \
         "[$(IFS=,; echo "${empty[*]}")]" ms
+}
+
+# The files of the check as its report names them.
+check_compared() {
+    local files
+    mapfile -t files < <(wine "$work/Check.exe" report | sed -n 's/.*=Path(\([^)]*\)).*/"\1"/p')
+    seconds 3 -- "wine $work/Check.exe" "wine $work/read-files.exe ${files[*]//\\\\//}"
+    row 'whole check, a process, Windows' "$(scaled "${times[0]}" 1000)" "reading the same ${#files[@]} files" \
+        "$(scaled "${times[1]}" 1000)" ms
 }
 
 # Control file and .reg file of that many values.
@@ -67,7 +80,7 @@ transfers_compared() {
         for operation in import export; do
             other="wine reg import $work/values.reg"
             [[ $operation == import ]] || other="wine reg export '$key' $work/out.reg /y"
-            seconds 3 -- "wine $work/transfer.exe $operation" "$other"
+            seconds 3 -- "wine $work/WindowsTransfer.exe $operation" "$other"
             row "$operation of $size, Windows, $(awk -v all="$(calls "$operation")" -v base="$base" -v size="$size" \
                 'BEGIN { printf "%.1f", (all - base) / size }') calls an entry" "$(scaled "${times[0]}" 1000)" \
                 "reg $operation" "$(scaled "${times[1]}" 1000)" ms
@@ -83,6 +96,7 @@ on_display() {
     build
     table_head
     start_compared
+    check_compared
     transfers_compared
     wineserver -k -w
 }
