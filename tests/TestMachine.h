@@ -1,6 +1,7 @@
 #pragma once
 
-#include <cstdint>
+#include <filesystem>
+#include <map>
 #include <optional>
 #include <string>
 
@@ -23,9 +24,20 @@ public:
     void Environment(const std::string& name, const std::optional<std::string>& value);
 
 private:
-    struct State;
-    State* state_;
+    // What the platform adds to the making and to the end. The folder is on the disk and goes with the machine.
+    void Make();
+    void Unmake();
+
+    std::filesystem::path folder_;
+    std::map<std::string, std::optional<std::string>> earlierVariables_;
 };
+
+// An environment variable of this process.
+std::optional<std::string> ProcessVariable(const std::string& name);
+void ProcessVariable(const std::string& name, const std::optional<std::string>& value);
+
+// Where a file with the program's path is on the disk.
+std::filesystem::path OnDisk(const std::string& path);
 
 // The whole content of a file by the program's path, written and read byte for byte without the code under test.
 // Folders that are missing on its way are made.

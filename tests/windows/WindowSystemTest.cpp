@@ -1,6 +1,8 @@
 #include <doctest/doctest.h>
 
+#include <future>
 #include <stdexcept>
+#include <thread>
 
 #include "platform/WindowSystem.h"
 #include "platform/windows/Win32.h"
@@ -30,4 +32,15 @@ TEST_CASE("An exception that leaves an event leaves the modal show, once") {
         platform::WindowDestroy(window);
         CHECK_NOTHROW(platform::DoEvents());
     }
+}
+
+TEST_CASE("The clipboard is tried again while another program holds it open for a moment") {
+    std::promise<bool> opened;
+    const std::jthread holder([&] {
+        opened.set_value(::OpenClipboard(nullptr) != FALSE);
+        ::Sleep(40);
+        ::CloseClipboard();
+    });
+    REQUIRE(opened.get_future().get());
+    CHECK(platform::ClipboardSet("text", platform::ClipboardText));
 }

@@ -6,80 +6,56 @@
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
 
-#include <atomic>
 #include <functional>
 #include <optional>
-#include <set>
 #include <string>
-#include <thread>
 #include <vector>
 
-// The desktop as a person sees it: windows of other processes, the mouse, the keyboard. Nothing here knows the program.
+// The desktop as a person sees it: windows of other processes, the mouse, the clipboard. Nothing here knows the
+// program. Texts are in the system's 8-bit code page.
 
 // Waits until `condition` holds; false when it still does not after ten seconds.
 bool Eventually(const std::function<bool()>& condition);
 // Waits long enough for something to have happened that must not, and gives what `condition` says then.
 bool StillAfterAWhile(const std::function<bool()>& condition);
 
-std::wstring Caption(HWND window);
-std::wstring ClassName(HWND window);
-// Place of a child from the top left corner of its parent's client area, in dots.
-RECT Place(HWND child);
-std::vector<HWND> Children(HWND window, const std::wstring& className);
-// The first child of that class and caption; nullptr when there is none.
-HWND Child(HWND window, const std::wstring& className, const std::wstring& caption);
+struct Dots {
+    int left;
+    int top;
+    int width;
+    int height;
+    bool operator==(const Dots&) const = default;
+};
+
+// A window's place on the screen, and that of a child in its parent's client area.
+Dots ScreenPlace(HWND window);
+Dots Place(HWND child);
+std::string Caption(HWND window);
+// The visible children of a class, or of all classes, in the order of the tab key.
+std::vector<HWND> Children(HWND window, const std::string& className = {});
 // The window with the keyboard focus in the thread of `window`.
 HWND Focus(HWND window);
 
-// A button clicked. It gets no chance to miss the click, as it does when a window comes to the front under the mouse.
-void Click(HWND button);
-// The left mouse button on the middle of a window that has come to rest.
-void ClickByMouse(HWND window);
 // The mouse moved to the middle of a window.
 void Point(HWND window);
-// A key pressed and released.
-void Press(WORD key);
+// What a button is told by its user. None of it can be missed, as a click is when a window comes to the front under the
+// mouse.
+void Click(HWND button);
+void DoubleClick(HWND button);
+// A key pressed and released in the window that has the focus.
+void Press(HWND focused, WPARAM key);
 // What the frame's close box does.
 void CloseByFrame(HWND window);
 
-// The colours of the first dots from the top of a window, as many rows as `height`.
-std::set<COLORREF> Colours(HWND window, int height);
-
-// The clipboard's plain text; none when it holds no text.
-std::optional<std::wstring> ClipboardContent();
-void ClipboardContent(const std::string& text);
-
-// Another program that holds the clipboard open: for good, or again and again for moments.
-class ClipboardHolder {
-public:
-    enum class Kind { ForGood, ForMoments };
-
-    explicit ClipboardHolder(Kind kind);
-
-private:
-    void Hold(const std::stop_token& stop, Kind kind);
-
-    std::atomic<bool> held_ = false;
-    std::jthread thread_;
-};
-
+// A part of the screen, dots of 0xRRGGBB in rows from the top. With an icon of the system: what that part would be with
+// this icon, on a ground in the colour of its first dot.
+std::vector<DWORD> Picture(const Dots& part, LPCSTR icon = nullptr);
 // The whole screen as a picture in $VTV4V_SCREENSHOTS; nothing without that variable.
 void Screenshot(const std::string& name);
 
-// A window of the driver's own, in front of all others.
-class OtherWindow {
-public:
-    OtherWindow();
-    ~OtherWindow();
-    OtherWindow(const OtherWindow&) = delete;
-    OtherWindow& operator=(const OtherWindow&) = delete;
-
-    // True once it has the keyboard.
-    [[nodiscard]] bool Foreground() const;
-
-private:
-    HWND window_;
-};
+// The clipboard's plain text; empty when it holds none.
+std::string ClipboardContent();
+void ClipboardContent(const std::string& text);
 
 // What a process holds of the system.
 struct HeldObjects {
@@ -91,51 +67,29 @@ struct HeldObjects {
 // A process with its windows, ended at the latest with the object.
 class Program {
 public:
-    explicit Program(const std::wstring& commandLine);
+    explicit Program(const std::string& commandLine);
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    // The visible window of that title, once it is there; nullptr when it does not come. Message boxes do not count.
-    [[nodiscard]] HWND Window(const std::wstring& title) const;
-    // All visible top windows, message boxes included.
+    // Its visible top windows but for tool tips.
     [[nodiscard]] std::vector<HWND> Windows() const;
+    // The window of that title, and the message box that is ready to be answered. Both are waited for.
+    [[nodiscard]] HWND Window(const std::string& title) const;
+    [[nodiscard]] HWND Box() const;
+    // The text of the tool tip that is shown; empty when none is.
+    [[nodiscard]] std::string ToolTip() const;
     // The exit code, once the process has ended by itself; none when it does not end.
     [[nodiscard]] std::optional<DWORD> Ended() const;
     [[nodiscard]] HeldObjects Objects() const;
 
-    // The text of the tool tip that `window` shows over its child.
-    [[nodiscard]] std::wstring ToolTip(HWND window, HWND child) const;
-
 private:
-    HANDLE process_ = nullptr;
-    DWORD id_ = 0;
+    [[nodiscard]] std::vector<HWND> TopWindows() const;
+    [[nodiscard]] HWND Found(const std::function<bool(HWND)>& isWanted) const;
+
+    PROCESS_INFORMATION process_{};
 };
 
-enum class BoxIcon { None, Question, Information, Critical, Exclamation };
-
-// The message box that the program shows.
-class Box {
-public:
-    // Waits for it.
-    explicit Box(const Program& program);
-
-    [[nodiscard]] bool Shown() const { return window_ != nullptr; }
-    [[nodiscard]] HWND Window() const { return window_; }
-    [[nodiscard]] std::wstring Title() const { return Caption(window_); }
-    [[nodiscard]] std::wstring Text() const;
-    // IDYES and its like, in the order of the tab key.
-    [[nodiscard]] std::vector<int> Buttons() const;
-    [[nodiscard]] int FocusedButton() const;
-    // Told by the picture on the screen.
-    [[nodiscard]] BoxIcon Icon() const;
-
-    // Clicks a button and waits until the box is gone.
-    void Answer(int button);
-    void Close();
-
-private:
-    void WaitGone();
-
-    HWND window_ = nullptr;
-};
+// Answers a box by one of its buttons, IDYES and its like, or by its close box, and waits until it is gone.
+constexpr int CloseBox = 0;
+void Answer(HWND box, int button);
