@@ -256,7 +256,8 @@ TEST_CASE("Fertig and the close box end the process, posted or sent") {
         [](const Session& session) { CloseByFrame(session.window); },
         [](const Session& session) { ::SendMessageA(session.window, WM_CLOSE, 0, 0); },
     };
-    for (const auto end : ends) {
+    for (const auto& end : ends) {
+        CAPTURE(&end - ends);
         const Session session;
         end(session);
         CHECK(session.program.Ended() == 0);
