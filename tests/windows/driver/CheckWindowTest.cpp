@@ -150,8 +150,8 @@ TEST_CASE(
     ::SetEnvironmentVariableA("VTV4V_SEVDTA_RESULT", nullptr);
     Dots top = ScreenPlace(start.panel);
     top.height = 12;
+    CHECK(Eventually([&] { return std::ranges::count(Picture(top), Green) > top.width * top.height / 2; }));
     CHECK(Eventually([&] { return std::ranges::count(Picture(top), Black) > 0; }));
-    CHECK(std::ranges::count(Picture(top), Green) > top.width * top.height / 2);
     CHECK(Caption(start.panel).ends_with("\r\n[Status]\r\nOK\r\n"));
     CHECK(ClipboardContent() == Caption(start.panel));
     CloseByFrame(start.window);
