@@ -138,6 +138,17 @@ void Registry::CreateFromRoot() {
     currentKey_ = 0;
 }
 
+// Whatever the status, the step has advanced; only a name that was delivered is not the end.
+void Registry::EnumerationStep(platform::Status status, const std::string& buffer, std::uint32_t size,
+                               std::int32_t& index, Text& name, bool& end) {
+    ++index;
+    end = status != platform::StatusSuccess;
+    name = end ? Text() : BufferText(buffer, static_cast<std::int32_t>(size));
+    if (end && status != platform::StatusNoMoreItems) {
+        RaisePending(status);
+    }
+}
+
 void Registry::SubKeyFirst() {
     subKeyIndex_ = 0;
     subKey_.clear();
@@ -152,15 +163,7 @@ void Registry::SubKeyNext() {
     std::uint32_t classSize = EnumerationBufferSize;
     const platform::Status status =
         platform::RegEnumKeyExA(currentKey_, subKeyIndex_, name, nameSize, className, classSize);
-    ++subKeyIndex_;
-    subKey_.clear();
-    eofSubKey_ = true;
-    if (status == platform::StatusSuccess) {
-        subKey_ = BufferText(name, static_cast<std::int32_t>(nameSize));
-        eofSubKey_ = false;
-    } else if (status != platform::StatusNoMoreItems) {
-        RaisePending(status);
-    }
+    EnumerationStep(status, name, nameSize, subKeyIndex_, subKey_, eofSubKey_);
 }
 
 void Registry::SubKeyCreate(const Text& path) {
@@ -192,15 +195,7 @@ void Registry::ValueNameNext() {
     std::uint32_t type = 0;
     const platform::Status status =
         platform::RegEnumValueA(currentKey_, valueNameIndex_, name, nameSize, type, data, dataSize);
-    ++valueNameIndex_;
-    valueName_.clear();
-    eofValueName_ = true;
-    if (status == platform::StatusSuccess) {
-        valueName_ = BufferText(name, static_cast<std::int32_t>(nameSize));
-        eofValueName_ = false;
-    } else if (status != platform::StatusNoMoreItems) {
-        RaisePending(status);
-    }
+    EnumerationStep(status, name, nameSize, valueNameIndex_, valueName_, eofValueName_);
 }
 
 void Registry::ValueNameDelete(const Text& name) {

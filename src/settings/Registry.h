@@ -79,6 +79,8 @@ private:
     void KeyAccess(std::int32_t mask, bool force);
     void KeyOpenAhead(const std::string& path);
     void CreateFromRoot();
+    static void EnumerationStep(platform::Status status, const std::string& buffer, std::uint32_t size,
+                                std::int32_t& index, Text& name, bool& end);
     void StoreNumber(const Text& name, std::int32_t number);
     void Store(const Text& name, std::uint32_t type, const std::string& data);
 
