@@ -85,8 +85,8 @@ void Registry::KeyOpen(platform::Handle root, const Text& path, bool force) {
     KeyAccess(0, force);
 }
 
-// Opens keys, alone with KeyOpenAhead. `mask` holds the rights that the coming operation needs, 0 for an open that
-// takes what AccessMode says.
+// Opens keys, alone with KeyOpenAhead and SubKeyEnter. `mask` holds the rights that the coming operation needs, 0 for
+// an open that takes what AccessMode says.
 void Registry::KeyAccess(std::int32_t mask, bool force) {
     if (currentKey_ != 0) {
         if ((accessMode_ & mask) == mask) {
@@ -173,6 +173,21 @@ void Registry::SubKeyCreate(const Text& path) {
     RaiseOnFailure(platform::RegCreateKeyExA(currentKey_, platform::AnsiFromText(path), "", 0,
                                              platform::KeyCreateSubKey, created, disposition));
     platform::RegCloseKey(created);
+}
+
+bool Registry::SubKeyEnter(const Text& path, std::int32_t mask) {
+    KeyAccess(platform::KeyCreateSubKey, false);
+    platform::Handle entered = 0;
+    mask |= accessMode_;
+    if (platform::RegOpenKeyExA(currentKey_, platform::AnsiFromText(path), 0, mask, entered) !=
+        platform::StatusSuccess) {
+        return false;
+    }
+    platform::RegCloseKey(currentKey_);
+    currentKey_ = entered;
+    accessMode_ = mask;
+    key_ += (key_.empty() ? u"" : u"\\") + path;
+    return true;
 }
 
 void Registry::SubKeyDelete(const Text& name) {

@@ -58,6 +58,10 @@ public:
     void SubKeyNext();
     // Creates a key of one or several levels below the open one, on which the object stays.
     void SubKeyCreate(const Text& path);
+    // In the place of SubKeyCreate, and with the rights of it: moves the object from the open key to a key below it
+    // that is there, opened with the rights so far and those of `mask`. Where that key is missing or refuses one of
+    // them, False, and the object stays where it is.
+    bool SubKeyEnter(const Text& path, std::int32_t mask);
     // Deletes a key that has no subkeys, with its values. A failure is described "Error " and the pending description.
     void SubKeyDelete(const Text& name);
 

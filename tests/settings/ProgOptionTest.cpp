@@ -57,6 +57,12 @@ TEST_CASE("A set creates root and section, and probing and deleting leave no val
     option.CurrentUserDelete(u"S\\T", u"name");
     option.LocalMachineDelete(u"missing", u"name");
     CHECK(RawValueNames(User, RawRoot + "\\S\\T").empty());
+    // The section is created as it was named, but stands where its name without blanks leads: also when both are there.
+    for (std::int32_t number : {1, 2}) {
+        option.CurrentUser(u" U", u"name", NotGiven{}, number);
+        CHECK(RawKeyExists(User, RawRoot + "\\ U"));
+        CHECK(RawValue(User, RawRoot + "\\U", "name") == RawNumber(static_cast<std::uint32_t>(number)));
+    }
     // After a failed set the next operation starts from a closed key.
     CHECK(RaisedBy([&] { option.CurrentUser(u"S", u"name", NotGiven{}, std::int32_t{-1}); }).number == 5);
     option.CurrentUser({}, u"name", NotGiven{}, std::int32_t{0});
