@@ -1,0 +1,116 @@
+// The whole check of this machine in a loop, beside what it grows from: a bare loop that only opens and reads the same
+// files, and one that makes the calls of the system that the check is made of, and nothing else. The argument is the
+// number of rounds; the output is one line of JSON with the microseconds of each round, the least of its runs. The
+// argument "files" prints the files' paths instead.
+
+#include <windows.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
+#include <iostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "bench/OpenAndRead.h"
+#include "installcheck/VcoreTest.h"
+#include "platform/ComponentCalls.h"
+#include "platform/Regional.h"
+
+namespace {
+
+constexpr int RunsOfRound = 5;
+
+// The paths as a report's rows name them.
+std::vector<std::string> FilesOf(std::string_view report) {
+    constexpr std::string_view Mark = "=Path(";
+    std::vector<std::string> files;
+    for (std::size_t at = report.find(Mark); at != std::string_view::npos; at = report.find(Mark, at)) {
+        at += Mark.size();
+        files.emplace_back(report.substr(at, report.find("),", at) - at));
+    }
+    return files;
+}
+
+void ObjectAlone(const std::u16string& programmaticIdentifier) {
+    platform::ObjectReference object = 0;
+    platform::CreateObject(programmaticIdentifier, object);
+    platform::ReleaseObject(object);
+}
+
+// Behind the search the file goes by the name that it is stored under, as in the check: Wine finds that at once.
+void FileAlone(const std::string& path) {
+    WIN32_FIND_DATAA found;
+    FindClose(FindFirstFileA(path.c_str(), &found));
+    const std::string stored = path.substr(0, path.rfind('\\') + 1) + found.cFileName;
+    DWORD none = 0;
+    std::vector<char> block(GetFileVersionInfoSizeA(stored.c_str(), &none));
+    if (!block.empty()) {
+        GetFileVersionInfoA(stored.c_str(), 0, static_cast<DWORD>(block.size()), block.data());
+    }
+    WIN32_FILE_ATTRIBUTE_DATA data;
+    GetFileAttributesExA(stored.c_str(), GetFileExInfoStandard, &data);
+}
+
+void CallsAlone(const std::vector<std::string>& files) {
+    std::ranges::for_each(files, FileAlone);
+    ObjectAlone(u"sevPopUp2.PopUp");
+    ObjectAlone(u"VCUTIL1.DebugLog");
+    const auto library = std::ranges::find_if(files, [](const auto& path) { return path.ends_with("sevDTA30.dll"); });
+    std::int32_t result = 0;
+    platform::CallTextFunction(*library, "sevDTA_Init", "", result);
+}
+
+template <class Work>
+double LeastMicroseconds(const Work& work) {
+    double least = 0;
+    for (int run = 0; run < RunsOfRound; ++run) {
+        const auto begin = std::chrono::steady_clock::now();
+        work();
+        const std::chrono::duration<double, std::micro> time = std::chrono::steady_clock::now() - begin;
+        least = run == 0 ? time.count() : std::min(least, time.count());
+    }
+    return least;
+}
+
+void Print(std::string_view name, const std::vector<double>& times) {
+    std::cout << '"' << name << "\":[";
+    for (std::size_t round = 0; round < times.size(); ++round) {
+        std::cout << (round == 0 ? "" : ",") << times[round];
+    }
+    std::cout << ']';
+}
+
+}  // namespace
+
+int main(int argumentCount, char* arguments[]) {
+    VcoreTest first;
+    if (argumentCount != 2 || !first.Ok(false)) {
+        std::cerr << "bench: something is missing on this machine\n";
+        return 1;
+    }
+    const std::vector<std::string> files = FilesOf(platform::AnsiFromText(first.Text()));
+    if (arguments[1] == std::string_view("files")) {
+        for (const std::string& path : files) {
+            std::cout << path << '\n';
+        }
+        return 0;
+    }
+    std::vector<double> check;
+    std::vector<double> read;
+    std::vector<double> calls;
+    for (int round = std::atoi(arguments[1]); round > 0; --round) {
+        check.push_back(LeastMicroseconds([] { VcoreTest().Ok(false); }));
+        read.push_back(LeastMicroseconds([&] { std::ranges::all_of(files, OpenAndRead, &std::string::c_str); }));
+        calls.push_back(LeastMicroseconds([&] { CallsAlone(files); }));
+    }
+    std::cout << '{';
+    Print("check", check);
+    std::cout << ',';
+    Print("read", read);
+    std::cout << ',';
+    Print("calls", calls);
+    std::cout << "}\n";
+    return 0;
+}
