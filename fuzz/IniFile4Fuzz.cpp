@@ -15,30 +15,23 @@ namespace {
 
 namespace fs = std::filesystem;
 
-class Machine {
-public:
-    Machine() : folder_(fs::temp_directory_path() / ("vtv4v-fuzz-" + std::to_string(getpid()))) {
-        fs::create_directories(folder_ / "drives" / "c");
-        setenv("VTV4V_MACHINE", folder_.c_str(), 1);
+struct Machine {
+    Machine() {
+        fs::create_directories(file.parent_path());
+        setenv("VTV4V_MACHINE", folder.c_str(), 1);
     }
-    ~Machine() { fs::remove_all(folder_); }
-    Machine(const Machine&) = delete;
-    Machine& operator=(const Machine&) = delete;
+    ~Machine() { fs::remove_all(folder); }
 
-    void File(const std::uint8_t* data, std::size_t size) const {
-        std::ofstream(folder_ / "drives" / "c" / "fuzz.ini", std::ios::binary)
-            .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
-    }
-
-private:
-    fs::path folder_;
+    const fs::path folder = fs::temp_directory_path() / ("vtv4v-fuzz-" + std::to_string(getpid()));
+    const fs::path file = folder / "drives/c/fuzz.ini";
 };
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const Machine machine;
-    machine.File(data, size);
+    std::ofstream(machine.file, std::ios::binary)
+        .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
     IniFile4 document;
     document.FilePath(u"C:\\fuzz.ini");
     for (const auto& [place, section] : document.Sections()) {
