@@ -1,69 +1,26 @@
 #include "faults/FaultMachine.h"
 
 #include <algorithm>
-#include <array>
 #include <filesystem>
 #include <iterator>
-#include <vector>
+#include <regex>
 
 #include "Check.h"
 #include "RawRegistry.h"
 #include "app/Main.h"
 #include "platform/Process.h"
-#include "platform/host/Machine.h"
+#include "platform/Regional.h"
 #include "platform/host/console/FrontEndRun.h"
 #include "samples/InstalledSuite.h"
+#include "version/ProductProfileMain.h"
+#include "version/ProductProfileReporting.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-const std::string MainProduct = "Software\\Vandrel\\Tallora\\V4";
-const std::string ReportingProduct = MainProduct + "\\Reporting";
-const std::string Table = "\\Version\\ForcedVersion";
-
-// All that the program can tell on its own, and the descriptions that may stand below.
-constexpr std::array ToldTexts = {"Fehlgeschlagen!",
-                                  "Kann Steuerungs-Datei nicht schreiben:",
-                                  "Kann Version File nicht öffnen:",
-                                  "Kann Versions-Einstellungen nicht laden:",
-                                  "Kann Programm nicht ausführen:",
-                                  "Vandrel Core Elements V1",
-                                  "Datei nicht gefunden",
-                                  "Pfad nicht gefunden",
-                                  "Fehler beim Zugriff auf Pfad/Datei",
-                                  "Zugriff verweigert",
-                                  "Datenträger voll",
-                                  "Ein-/Ausgabefehler beim Gerät",
-                                  "Nicht genügend Speicher",
-                                  "Key not opened: ",
-                                  "File not found",
-                                  "Path not found",
-                                  "Access denied",
-                                  "No association for file extension",
-                                  "DLL not found",
-                                  "Unknown error"};
-
-using Items = std::vector<std::pair<std::string, std::uint32_t>>;
-
-void TableSet(const std::string& product, const Items& items) {
-    platform::RegDeleteKeyA(platform::KeyLocalMachine, product + Table);
-    for (const auto& [name, version] : items) {
-        RawValueSet(platform::KeyLocalMachine, product + Table, name, RawNumber(version));
-    }
-}
-
-std::string TableText(const std::string& product) {
-    std::string text;
-    for (const std::string& name : RawValueNames(platform::KeyLocalMachine, product + Table)) {
-        const RawData data = RawValue(platform::KeyLocalMachine, product + Table, name).value();
-        text += name + "=" + std::to_string(int{data.bytes.at(0)}) + ";";
-    }
-    return text;
-}
-
-long OpenFiles() {
-    return std::distance(fs::directory_iterator("/proc/self/fd"), {});
+std::ptrdiff_t FilesIn(const fs::path& folder) {
+    return std::distance(fs::directory_iterator(folder), {});
 }
 
 }  // namespace
@@ -78,47 +35,43 @@ FaultMachine::FaultMachine(const std::set<std::string>& without) {
     RawValueSet(platform::KeyClassesRoot, ".txt", "", RawText("text"));
     RawValueSet(platform::KeyClassesRoot, "text\\shell\\open\\command", "", RawText("true %1"));
     Reset();
-    // The first start makes the user's note, which every later one finds.
-    Session("Fertig\n");
 }
 
+// The profiles also make the user's note, which a start finds then.
 void FaultMachine::Reset() {
-    TableSet(MainProduct, {{"", 3}, {"hugo", 0}, {"ruedi", 1}});
-    TableSet(ReportingProduct, {{"", 3}, {"hugo", 1}, {"ruedi", 99}});
-    FileContent(ControlFile(), Before.file);
+    ProductProfileMain().Profile.Table->ForcedVersionAll(true, u"(Standard)=3;hugo=0;ruedi=1;");
+    ProductProfileReporting().Profile.Table->ForcedVersionAll(true, u"(Standard)=3;hugo=1;ruedi=99;");
+    FileContent(ControlFile(), "[Tallora]\r\na=1\r\nb=2\r\nc=3\r\n[Reporting]\r\nd=4\r\ne=5\r\n");
 }
 
-Outcome FaultMachine::Present(const std::string& told) const {
-    std::string file = FileContent(ControlFile()).value_or("no file");
-    if (file.starts_with("[Info]") && file.ends_with("\r\n[End]\r\n")) {
+std::string FaultMachine::Left() const {
+    std::string file = std::regex_replace(FileContent(ControlFile()).value_or("no file"), std::regex("\r\n"), ";");
+    if (file.starts_with("[Info]") && file.ends_with(";[End];")) {
         file.erase(0, std::min(file.find("[Tallora]"), file.size()));
     }
-    return {told, TableText(MainProduct), TableText(ReportingProduct), file};
+    return platform::AnsiFromText(ProductProfileMain().Profile.Table->ForcedVersionAll(true) + u"\n" +
+                                  ProductProfileReporting().Profile.Table->ForcedVersionAll(true)) +
+           "\n" + file;
 }
 
 Outcome FaultMachine::Session(const std::string& input, const SeamFault& fault) {
-    const long openFiles = OpenFiles();
+    const std::ptrdiff_t openFiles = FilesIn("/proc/self/fd");
     const int openHandles = SeamOpenHandles();
-    std::string told;
+    Text told;
     {
         const FrontEndRun run(input);
         SeamStart(fault);
         Main();
-        SeamStop();
-        const std::string output = run.Output();
-        for (const char* const text : ToldTexts) {
-            told += output.find(text) == std::string::npos ? "" : text + std::string("\n");
-        }
+        told = SeamStop() + (run.Shows("Vandrel Core Elements V1") ? u"check failed" : u"");
     }
-    CHECK(OpenFiles() == openFiles);
+    CHECK(FilesIn("/proc/self/fd") == openFiles);
     CHECK(SeamOpenHandles() == openHandles);
     CHECK(LastError().Number() == 0);
     CHECK(LastError().Description().empty());
     CHECK(FolderClean());
-    return Present(told);
+    return {told, Left()};
 }
 
 bool FaultMachine::FolderClean() const {
-    const fs::path folder = platform::host::MachineFolder() / "drives/c/Users/hugo/Eigene Dateien";
-    return std::distance(fs::directory_iterator(folder), {}) == 1;
+    return FilesIn(OnDisk(ControlFile()).parent_path()) == 1;
 }
