@@ -145,9 +145,9 @@ void EachFault(const SeamCounts& earlier, const SeamCounts& all,
         INFO(std::string(names[place]));
         for (int occurrence = earlier.Of(call) + 1; occurrence <= all.Of(call); ++occurrence) {
             CAPTURE(occurrence);
-            for (const auto& [result, description] : FailuresOf(call)) {
-                INFO("result ", result);
-                check({call, occurrence, result}, description);
+            for (const auto& failure : FailuresOf(call)) {
+                INFO("result ", failure.first);
+                check({call, occurrence, failure.first}, failure.second);
             }
         }
     }
