@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
     IniFile4 document;
     document.FilePath(u"C:\\fuzz.ini");
-    for (const auto& [place, section] : document.Sections()) {
+    for (const auto& [place, section] : *document.Sections()) {
         const Text heading = section.First();
         for (const auto& [linePlace, line] : section) {
             // A heading's name stands between its brackets, an item's before its first "=".

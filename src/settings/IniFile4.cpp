@@ -1,5 +1,6 @@
 #include "settings/IniFile4.h"
 
+#include <memory>
 #include <utility>
 
 #include "common/Error.h"
@@ -17,10 +18,9 @@ Text ItemKey(const Text& name) {
     return u"KEY" + name;
 }
 
-// What follows `position`. The position behind the last of 32767 characters could not be told in 16 bits.
+// What follows `position`.
 Text Behind(const Text& line, std::int16_t position) {
-    return static_cast<std::size_t>(position) == line.size() ? Text()
-                                                             : MidFixed(line, static_cast<std::int16_t>(position + 1));
+    return line.substr(static_cast<std::size_t>(position));
 }
 
 // A heading is shown from behind its first ";".
@@ -48,7 +48,7 @@ void StreamSection(Text& stream, const IniSection& section) {
 
 }  // namespace
 
-void IniFile4::Sections(IniSections sections) {
+void IniFile4::Sections(std::shared_ptr<IniSections> sections) {
     sections_ = std::move(sections);
 }
 
@@ -58,7 +58,7 @@ void IniFile4::FilePath(const Text& thisFilePath) {
 }
 
 void IniFile4::Clear() {
-    sections_ = {};
+    sections_ = std::make_shared<IniSections>();
 }
 
 void IniFile4::ReadFile(const Text& thisFilePath) {
@@ -97,10 +97,10 @@ void IniFile4::ParseLine(const Text& fileLine) {
 void IniFile4::Section(const Text& thisName) {
     ResumeTrap trap;
     trap([&] {
-        if (sections_.Find(ItemKey(thisName)) == nullptr) {
+        if (sections_->Find(ItemKey(thisName)) == nullptr) {
             IniSection section;
             section.Add(ItemKey(HeadingName), u"[" + thisName + u"]");
-            sections_.Add(ItemKey(thisName), std::move(section));
+            sections_->Add(ItemKey(thisName), std::move(section));
         }
     });
 }
@@ -110,7 +110,7 @@ void IniFile4::Value(const Text& thisSection, const Text& thisName, const Text& 
     Section(thisSection);
     ResumeTrap trap;
     trap([&] {
-        if (IniSection* const section = sections_.Find(ItemKey(thisSection))) {
+        if (IniSection* const section = sections_->Find(ItemKey(thisSection))) {
             section->Remove(ItemKey(thisName));
             section->Add(ItemKey(thisName), line);
         }
@@ -124,7 +124,7 @@ Text IniFile4::Value(const Text& thisSection, const Text& thisName) const {
 }
 
 Text IniFile4::ValueFull(const Text& thisSection, const Text& thisName) const {
-    const IniSection* const section = sections_.Find(ItemKey(thisSection));
+    const IniSection* const section = sections_->Find(ItemKey(thisSection));
     const Text* const line = section == nullptr ? nullptr : section->Find(ItemKey(thisName));
     return line == nullptr ? Text() : *line;
 }
@@ -133,7 +133,7 @@ void IniFile4::WriteFile(const Text& thisFilePath, bool thisOverwite) {
     if (!thisFilePath.empty()) {
         filePath_ = thisFilePath;
     }
-    if (filePath_.empty() || sections_.IsEmpty()) {
+    if (filePath_.empty() || sections_->IsEmpty()) {
         return;
     }
     if (!thisOverwite && Exists()) {
@@ -146,11 +146,11 @@ void IniFile4::WriteFile(const Text& thisFilePath, bool thisOverwite) {
 
 Text IniFile4::Stream() const {
     Text stream;
-    if (sections_.IsEmpty()) {
+    if (sections_->IsEmpty()) {
         return stream;
     }
     const JumpTrap trap([&] {
-        for (const auto& [place, section] : sections_) {
+        for (const auto& [place, section] : *sections_) {
             StreamSection(stream, section);
         }
     });

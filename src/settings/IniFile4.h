@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "common/Text.h"
 #include "settings/KeyedList.h"
 
@@ -13,9 +15,9 @@ using IniSections = KeyedList<IniSection>;
 // could be read of it, a missing item the empty text. Comments and empty lines of a file are not kept.
 class IniFile4 {
 public:
-    // The document itself.
-    [[nodiscard]] IniSections& Sections() { return sections_; }
-    void Sections(IniSections sections);
+    // The document itself, shared with whoever holds it. Clearing and reading begin a new one.
+    [[nodiscard]] std::shared_ptr<IniSections> Sections() const { return sections_; }
+    void Sections(std::shared_ptr<IniSections> sections);
 
     // Setting the path of the document's file replaces the document by what the file holds.
     [[nodiscard]] Text FilePath() const { return filePath_; }
@@ -56,7 +58,7 @@ public:
 private:
     void ParseLine(const Text& fileLine);
 
-    IniSections sections_;
+    std::shared_ptr<IniSections> sections_ = std::make_shared<IniSections>();
     Text filePath_;
     Text readSection_;
 };

@@ -51,14 +51,28 @@ TEST_CASE("Items are set, moved to the end, and looked up") {
         CHECK(document.Value(each.section, each.name) == each.value);
         CHECK(document.ValueFull(each.section, each.name) == each.line);
     }
-    const Text longest(32767, u'x');
+    // A line may have 32767 characters, its name and "=" among them, and not one more.
+    const Text longest(32765, u'x');
     document.Value(u"U", u"e", longest);
-    CHECK(RaisedBy([&] { return document.Value(u"U", u"e"); }).number == 6);
+    CHECK(document.Value(u"U", u"e") == longest);
+    document.Value(u"U", u"ee", longest);
+    CHECK(RaisedBy([&] { return document.Value(u"U", u"ee"); }).number == 6);
     // What goes wrong in a section's text is told in its place.
-    document.Sections().Add(u"KEYV", {});
+    document.Sections()->Add(u"KEYV", {});
     document.Section(u"W");
     CHECK(document.Stream().ends_with(u"=" + longest + u"\r\n\r\nIndex außerhalb des gültigen Bereichs"));
     CHECK(LastError().Number() == 0);
+}
+
+TEST_CASE("Two documents may share their sections, until one of them is cleared") {
+    IniFile4 document;
+    IniFile4 other;
+    other.Sections(document.Sections());
+    other.Value(u"S", u"a", u"1");
+    CHECK(document.Value(u"S", u"a") == u"1");
+    document.Clear();
+    CHECK(document.Stream().empty());
+    CHECK(other.Value(u"S", u"a") == u"1");
 }
 
 TEST_CASE("The section that was read last receives what a second reading finds above the first heading") {
