@@ -1,9 +1,8 @@
 #pragma once
 
-#include <unistd.h>
-
-#include <array>
 #include <cstdio>
+#include <fstream>
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -18,25 +17,16 @@ public:
     }
 
     [[nodiscard]] std::string Output() const {
-        std::string output;
-        std::array<char, 4096> bytes{};
-        ssize_t count = 0;
-        while ((count = pread(fileno(output_.get()), bytes.data(), bytes.size(), static_cast<off_t>(output.size()))) >
-               0) {
-            output.append(bytes.data(), static_cast<std::size_t>(count));
-        }
-        return output;
+        std::ifstream output("/proc/self/fd/" + std::to_string(fileno(output_.get())), std::ios::binary);
+        return {std::istreambuf_iterator<char>(output), {}};
     }
 
     [[nodiscard]] bool Shows(const std::string& text) const { return Output().find(text) != std::string::npos; }
 
 private:
-    struct FileClose {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-    using File = std::unique_ptr<std::FILE, FileClose>;
+    using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-    File input_{std::tmpfile()};
-    File output_{std::tmpfile()};
+    File input_{std::tmpfile(), std::fclose};
+    File output_{std::tmpfile(), std::fclose};
     platform::host::ConsoleStreams streams_{fileno(input_.get()), fileno(output_.get())};
 };
