@@ -16,6 +16,7 @@
 #include "platform/host/Machine.h"
 #include "platform/host/drive/Drive.h"
 #include "samples/SampleImage.h"
+#include "samples/SuiteComponents.h"
 
 namespace {
 
@@ -25,55 +26,27 @@ struct Folder {
     const char* usual;
     const char* below;  // where the suite's files lie in it
 };
-constexpr Folder System = {"SystemRoot", "C:\\Windows", "\\System32\\"};
-constexpr Folder Common = {"CommonProgramFiles", "C:\\Program Files\\Common Files", "\\"};
-constexpr Folder Core = {"ProgramFiles", "C:\\Program Files", "\\Vandrel\\Core\\V1\\"};
+// By SuiteFolder.
+constexpr std::array<Folder, 4> Folders = {{
+    {"SystemRoot", "C:\\Windows", "\\System32\\"},
+    {"CommonProgramFiles", "C:\\Program Files\\Common Files", "\\"},
+    {"ProgramFiles", "C:\\Program Files", "\\Vandrel\\Core\\V1\\"},
+    {"ProgramFiles", "C:\\Program Files", "\\"},
+}};
 
 constexpr const char* CorePackageCode = "{6B1F0C52-8E1D-4C0B-9A53-2D7F40E1C9A1}";
-
-struct Component {
-    const Folder& folder;
-    std::string_view file;  // below the folder
-};
-
-constexpr std::array<Component, 26> Components = {{
-    {System, "MSVBVM60.DLL"},
-    {System, "OLEAUT32.DLL"},
-    {System, "OLEPRO32.DLL"},
-    {System, "ASYCFILT.DLL"},
-    {System, "STDOLE2.TLB"},
-    {System, "COMCAT.DLL"},
-    {System, "VB6DE.DLL"},
-    {System, "MSSTDFMT.DLL"},
-    {System, "SCRRUN.DLL"},
-    {System, "COMDLG32.OCX"},
-    {System, "MSCOMCTL.OCX"},
-    {System, "MSCOMCT2.OCX"},
-    {System, "COMCT332.OCX"},
-    {Common, "Microsoft Shared\\DAO\\DAO360.DLL"},
-    {Common, "Designer\\MSADDNDR.DLL"},
-    {System, "sevPopUp2.dll"},
-    {System, "sevImLib2.dll"},
-    {System, "sevCmd4.ocx"},
-    {System, "sevEin20.ocx"},
-    {System, "sevClb30.ocx"},
-    {System, "sevMenuXP2.ocx"},
-    {System, "sevXPCtl.ocx"},
-    {System, "sevDataGrid3.ocx"},
-    {System, "sevDTA30.dll"},
-    {Core, "vcutil1.dll"},
-    {Core, "Extras\\MazeWalker.exe"},
-}};
 
 struct Registration {
     const char* programmaticIdentifier;
     const char* classIdentifier;
-    const Folder& folder;
+    SuiteFolder folder;
     const char* file;
 };
 
-constexpr Registration PopUp = {"sevPopUp2.PopUp", "{3C0E5F0A-52B4-4E0E-8D5E-9C1B6A7F2101}", System, "sevPopUp2.dll"};
-constexpr Registration DebugLog = {"VCUTIL1.DebugLog", "{3C0E5F0A-52B4-4E0E-8D5E-9C1B6A7F2102}", Core, "vcutil1.dll"};
+constexpr Registration PopUp = {"sevPopUp2.PopUp", "{3C0E5F0A-52B4-4E0E-8D5E-9C1B6A7F2101}", SuiteFolder::System,
+                                "sevPopUp2.dll"};
+constexpr Registration DebugLog = {"VCUTIL1.DebugLog", "{3C0E5F0A-52B4-4E0E-8D5E-9C1B6A7F2102}", SuiteFolder::Core,
+                                   "vcutil1.dll"};
 
 std::string Lower(std::string_view text) {
     std::string lower(text);
@@ -83,18 +56,13 @@ std::string Lower(std::string_view text) {
     return lower;
 }
 
-std::string_view FileName(std::string_view path) {
-    return path.substr(path.rfind('\\') + 1);
-}
-
 bool LeftOut(const std::set<std::string>& without, std::string_view name) {
     return std::any_of(without.begin(), without.end(),
                        [&](const std::string& left) { return Lower(left) == Lower(name); });
 }
 
-// The one component whose row has another name than its file.
-bool ComponentLeftOut(const std::set<std::string>& without, std::string_view file) {
-    return LeftOut(without, file) || (file == PopUp.file && LeftOut(without, PopUp.programmaticIdentifier));
+bool ComponentLeftOut(const std::set<std::string>& without, const SuiteComponent& component) {
+    return LeftOut(without, component.row) || LeftOut(without, component.file);
 }
 
 std::filesystem::file_time_type ReleaseTime() {
@@ -109,7 +77,8 @@ std::filesystem::file_time_type ReleaseTime() {
     return std::chrono::file_clock::from_sys(std::chrono::system_clock::from_time_t(std::mktime(&local)));
 }
 
-std::string FolderPath(const Folder& folder) {
+std::string FolderPath(SuiteFolder suiteFolder) {
+    const Folder& folder = Folders[static_cast<std::size_t>(suiteFolder)];
     const std::string set = platform::GetEnvironmentVariableA(folder.variable);
     return (set.empty() ? folder.usual : set) + folder.below;
 }
@@ -130,7 +99,7 @@ platform::host::DrivePlace PlaceMade(const std::string& path) {
     return platform::host::FindPlace(path);
 }
 
-void AddFile(const Component& component) {
+void AddFile(const SuiteComponent& component) {
     const std::string path = FolderPath(component.folder) + std::string(component.file);
     const platform::host::DrivePlace place = PlaceMade(path);
     if (place.status == platform::StatusSuccess) {
@@ -185,38 +154,38 @@ void AddCorePackage() {
     };
     text("DisplayName", "Vandrel Core V1");
     text("UninstallString", std::string("MsiExec.exe /X") + CorePackageCode);
-    text("InstallLocation", FolderPath(Core));
+    text("InstallLocation", FolderPath(SuiteFolder::Core));
     AddValue(platform::KeyLocalMachine, key, "Version", platform::RegDword, {"\x03\x00\x02\x01", 4});  // 1.2.3
 }
 
 }  // namespace
 
 void InstalledSuiteAdd(const std::set<std::string>& without) {
-    for (const Folder& folder : {System, Common, Core}) {
+    for (const Folder& folder : Folders) {
         if (platform::GetEnvironmentVariableA(folder.variable).empty()) {
             AddLine("environment", std::string(folder.variable) + "=" + folder.usual);
         }
     }
-    for (const Component& component : Components) {
-        if (!ComponentLeftOut(without, FileName(component.file))) {
+    for (const SuiteComponent& component : SuiteComponents) {
+        if (!ComponentLeftOut(without, component)) {
             AddFile(component);
         }
     }
     for (const Registration& registration : {PopUp, DebugLog}) {
-        if (!ComponentLeftOut(without, registration.file) && !LeftOut(without, registration.programmaticIdentifier)) {
+        if (!LeftOut(without, registration.file) && !LeftOut(without, registration.programmaticIdentifier)) {
             AddRegistration(registration);
         }
     }
     AddCorePackage();
     std::int32_t result = 0;
-    const std::string library = FolderPath(System) + "sevDTA30.dll";
+    const std::string library = FolderPath(SuiteFolder::System) + "sevDTA30.dll";
     if (platform::CallTextFunction(library, "sevDTA_Init", "", result) != platform::StatusSuccess) {
         AddLine("components", "sevDTA30.dll!sevDTA_Init=0");
     }
 }
 
 bool InstalledSuiteKnows(const std::string& name) {
-    return LeftOut({name}, PopUp.programmaticIdentifier) || LeftOut({name}, DebugLog.programmaticIdentifier) ||
-           std::any_of(Components.begin(), Components.end(),
-                       [&](const Component& component) { return LeftOut({name}, FileName(component.file)); });
+    return LeftOut({name}, DebugLog.programmaticIdentifier) ||
+           std::any_of(SuiteComponents.begin(), SuiteComponents.end(),
+                       [&](const SuiteComponent& component) { return ComponentLeftOut({name}, component); });
 }

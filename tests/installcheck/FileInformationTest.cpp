@@ -9,10 +9,9 @@
 #include "platform/Process.h"
 #include "platform/Regional.h"
 
-TEST_CASE("A file is there by its own path alone, with the date of its last change") {
-    const TestMachine machine;
-    FileContent(machine.ControlFile(), "text");
-    const Text path = platform::TextFromAnsi(machine.ControlFile());
+TEST_CASE_FIXTURE(TestMachine, "A file is there by its own path alone, with the date of its last change") {
+    FileContent(ControlFile(), "text");
+    const Text path = platform::TextFromAnsi(ControlFile());
     const Text folder = path.substr(0, path.rfind(u'\\'));
     CHECK(FileExists(path));
     CHECK(std::abs(std::get<Date>(FileDateGet(path)).days - platform::Now()) < 60.0 / 86400);
