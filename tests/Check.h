@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <utility>
 #include <vector>
@@ -16,12 +17,7 @@ namespace doctest {
 template <>
 struct StringMaker<Text> {
     static String convert(const Text& text) {
-        std::string shown;
-        for (const char16_t character : text) {
-            shown += character < 0x80 ? std::string(1, static_cast<char>(character))
-                                      : "\\u" + std::to_string(static_cast<unsigned>(character));
-        }
-        return shown.c_str();
+        return std::filesystem::path(text).string().c_str();  // in the system's own encoding
     }
 };
 }  // namespace doctest

@@ -22,11 +22,7 @@ constexpr std::uint32_t Room = 4096;
 }  // namespace
 
 RawData RawNumber(std::uint32_t number) {
-    std::string bytes;
-    for (unsigned shift = 0; shift < 32; shift += 8) {
-        bytes += static_cast<char>(static_cast<unsigned char>(number >> shift));
-    }
-    return {RegDword, bytes};
+    return {RegDword, {reinterpret_cast<const char*>(&number), sizeof number}};
 }
 
 RawData RawText(const std::string& text) {

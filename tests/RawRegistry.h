@@ -15,7 +15,7 @@ struct RawData {
     bool operator==(const RawData&) const = default;
 };
 
-// Four bytes as the registry stores a number.
+// The four bytes of a number, in the order in which the processor keeps them too.
 RawData RawNumber(std::uint32_t number);
 // A text with its terminator.
 RawData RawText(const std::string& text);
