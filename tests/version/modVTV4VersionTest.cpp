@@ -1,5 +1,3 @@
-#include <optional>
-
 #include "Check.h"
 #include "TestMachine.h"
 #include "version/ProductProfileMain.h"
@@ -12,107 +10,89 @@ const std::string VersionList =
     "\r\n[Versions]\r\nFull=0\r\nDemo=1\r\nLawyer=2\r\nBrowser=3\r\nClassic=4\r\nClient=5\r\nNotInstalled=99\r\n\r\n";
 
 // A machine with the program's globals set as the loaded window sets them.
-class LoadedMachine {
-public:
+struct LoadedMachine : TestMachine {
     LoadedMachine() {
-        MainVersions = main_.Profile.Table;
-        ReportingVersions = reporting_.Profile.Table;
+        MainVersions = ProductProfileMain().Profile.Table;
+        ReportingVersions = ProductProfileReporting().Profile.Table;
         ControlFilePath = ControlFilePathGet();
     }
     ~LoadedMachine() {
         ReportingVersions.reset();
         MainVersions.reset();
     }
-    LoadedMachine(const LoadedMachine&) = delete;
-    LoadedMachine& operator=(const LoadedMachine&) = delete;
-
-    void Tables(const Text& main, const Text& reporting) {
+    static void Tables(const Text& main, const Text& reporting) {
         MainVersions->ForcedVersionAll(true, main);
         ReportingVersions->ForcedVersionAll(true, reporting);
     }
-    [[nodiscard]] std::string File() const { return FileContent(machine_.ControlFile()).value_or("no file"); }
-    void File(const std::string& bytes) { FileContent(machine_.ControlFile(), bytes); }
+    static Text Tables() {
+        return MainVersions->ForcedVersionAll(true) + u" | " + ReportingVersions->ForcedVersionAll(true);
+    }
+    [[nodiscard]] std::string File() const { return FileContent(ControlFile()).value_or("no file"); }
     // The control file from its version list on: all that does not depend on machine and time.
     [[nodiscard]] std::string Sections() const { return File().substr(File().find("\r\n[Versions]")); }
-    TestMachine& Machine() { return machine_; }
-
-private:
-    TestMachine machine_;
-    ProductProfileMain main_;
-    ProductProfileReporting reporting_;
 };
 
 }  // namespace
 
-TEST_CASE("The control file is laid out line by line, and what is imported is what was exported") {
-    LoadedMachine loaded;
-    WriteDemoFile();
-    CHECK(
-        loaded.File().starts_with("[Info]\r\nFile=" + loaded.Machine().ControlFile() + "\r\nUser=hugo\r\nTimeStamp="));
-    CHECK(loaded.Sections() == VersionList +
-                                   "[Tallora]\r\n(Standard)=3\r\nhugo=0\r\nruedi=1\r\n\r\n"
-                                   "[Reporting]\r\n(Standard)=3\r\nhugo=1\r\nruedi=99\r\n\r\n\r\n[End]\r\n");
-    const std::string demonstration = loaded.Sections();
-    ImportVersions();
-    CHECK(ReportingVersions->ForcedVersionAll(true) == u"(Standard)=3;hugo=1;ruedi=99;");
-    ExportVersions();
-    CHECK(loaded.Sections() == demonstration);
+TEST_CASE_FIXTURE(LoadedMachine,
+                  "The control file is laid out line by line, and what is imported is what was exported") {
+    for (const auto& write : {WriteDemoFile, ExportVersions}) {
+        write();
+        CHECK(File().starts_with("[Info]\r\nFile=" + ControlFile() + "\r\nUser=hugo\r\nTimeStamp="));
+        CHECK(Sections() == VersionList +
+                                "[Tallora]\r\n(Standard)=3\r\nhugo=0\r\nruedi=1\r\n\r\n"
+                                "[Reporting]\r\n(Standard)=3\r\nhugo=1\r\nruedi=99\r\n\r\n\r\n[End]\r\n");
+        ImportVersions();
+        CHECK(Tables() == u"(Standard)=3;hugo=0;ruedi=1; | (Standard)=3;hugo=1;ruedi=99;");
+    }
     ClearVersions();
     ExportVersions();
-    CHECK(loaded.Sections() == VersionList + "[Tallora]\r\n[Reporting]\r\n\r\n[End]\r\n");
+    CHECK(Sections() == VersionList + "[Tallora]\r\n[Reporting]\r\n\r\n[End]\r\n");
 }
 
-TEST_CASE("The import gathers the lines of its two sections") {
-    LoadedMachine loaded;
+TEST_CASE_FIXTURE(LoadedMachine, "The import gathers the lines of its two sections") {
     struct {
         const char* what;
         std::string file;
-        Text main, reporting;
+        Text tables;
     } const cases[] = {
-        {"a section again", "z=1\n[Tallora]\na=1\n[Reporting]\nb=2\n[End]\nx=1\n[Tallora]\n\nc=3\n", u"a=1;c=3;",
-         u"b=2;"},
-        {"blanks around head and line", "  [Tallora]  \r  a=1  \r", u"a=1;", u""},
-        {"a tab is no blank", "\t[Tallora]\na=1\n", u"", u""},
-        {"other letter case", "[tallora]\na=1\n[Reporting]\nb=2\n", u"", u"b=2;"},
-        {"no closing bracket", "[Reporting\na=1\n[Tallora\nb=1\n", u"", u""},
-        {"any last character", "[Tallora)\na=1\n", u"a=1;", u""},
-        {"text behind the bracket", "[Tallora] x\na=1\n[\nb=1\n[]\nc=1\n", u"", u""},
-        {"two items on a line", "[Tallora]\na=1;b=2\n;remark\n", u"a=1;b=2;", u""},
+        {"a section again", "z=1\n[Tallora]\na=1\n[Reporting]\nb=2\n[End]\nx=1\n[Tallora]\n\nc=3\n",
+         u"a=1;c=3; | b=2;"},
+        {"blanks around head and line", "  [Tallora]  \r  a=1  \r", u"a=1; | "},
+        {"a tab is no blank", "\t[Tallora]\na=1\n", u" | "},
+        {"other letter case", "[tallora]\na=1\n[Reporting]\nb=2\n", u" | b=2;"},
+        {"no closing bracket", "[Reporting\na=1\n[Tallora\nb=1\n", u" | "},
+        {"any last character", "[Tallora)\na=1\n", u"a=1; | "},
+        {"text behind the bracket", "[Tallora] x\na=1\n[\nb=1\n[]\nc=1\n", u" | "},
+        {"two items on a line", "[Tallora]\na=1;b=2\n;remark\n", u"a=1;b=2; | "},
     };
     for (const auto& each : cases) {
         INFO(each.what);
-        loaded.Tables(u"old=1;", u"old=1;");
-        loaded.File(each.file);
+        Tables(u"old=1;", u"old=1;");
+        FileContent(ControlFile(), each.file);
         ImportVersions();
-        CHECK(MainVersions->ForcedVersionAll(true) == each.main);
-        CHECK(ReportingVersions->ForcedVersionAll(true) == each.reporting);
+        CHECK(Tables() == each.tables);
     }
 }
 
-TEST_CASE("An import that cannot be read whole changes no table") {
-    LoadedMachine loaded;
-    loaded.Tables(u"old=1;", u"old=2;");
+TEST_CASE_FIXTURE(LoadedMachine, "An import that cannot be read whole changes no table") {
+    Tables(u"old=1;", u"old=2;");
     CHECK(RaisedBy(ImportVersions).number == 53);
-    for (const std::string& line : {std::string(32768, 'x'), "[" + std::string(40000, 'x')}) {
-        loaded.File("[Tallora]\r\na=1\r\n[Other]\r\n" + line + "\r\n");
-        CHECK(RaisedBy(ImportVersions).number == 6);
-    }
-    CHECK(MainVersions->ForcedVersionAll(true) == u"old=1;");
-    CHECK(ReportingVersions->ForcedVersionAll(true) == u"old=2;");
-    // A number beyond 32 bits ends it before the second table.
-    loaded.File("[Tallora]\r\na=1\r\n[Other]\r\n" + std::string(32767, 'x') +
-                "\r\n[Tallora]\r\nb=99999999999\r\n[Reporting]\r\nc=1\r\n");
+    FileContent(ControlFile(), "[Tallora]\r\na=1\r\n[Other]\r\n" + std::string(32768, 'x') + "\r\n");
     CHECK(RaisedBy(ImportVersions).number == 6);
-    CHECK(MainVersions->ForcedVersionAll(true) == u"a=1;");
-    CHECK(ReportingVersions->ForcedVersionAll(true) == u"old=2;");
+    CHECK(Tables() == u"old=1; | old=2;");
+    // A number beyond 32 bits ends it before the second table.
+    FileContent(ControlFile(), "[Tallora]\r\na=1\r\n[Other]\r\n" + std::string(32767, 'x') +
+                                   "\r\n[Tallora]\r\nb=2147483648\r\nc=1\r\n[Reporting]\r\nd=1\r\n");
+    CHECK(RaisedBy(ImportVersions).number == 6);
+    CHECK(Tables() == u"a=1; | old=2;");
 }
 
-TEST_CASE("The control file stands below the user's home, with blanks cut at both ends") {
-    TestMachine machine;
-    machine.Environment("HOMEDRIVE", " C:");
-    machine.Environment("HOMEPATH", "\\Users\\hugo ");
+TEST_CASE_FIXTURE(TestMachine, "The control file stands below the user's home, with blanks cut at both ends") {
+    Environment("HOMEDRIVE", " C:");
+    Environment("HOMEPATH", "\\Users\\hugo ");
     CHECK(ControlFilePathGet() == u"C:\\Users\\hugo \\Eigene Dateien\\vtv4v.txt");
-    machine.Environment("HOMEDRIVE", {});
-    machine.Environment("HOMEPATH", {});
+    Environment("HOMEDRIVE", {});
+    Environment("HOMEPATH", {});
     CHECK(ControlFilePathGet() == u"\\Eigene Dateien\\vtv4v.txt");
 }
