@@ -8,6 +8,7 @@
 #include "installcheck/modPathGet.h"
 #include "platform/Process.h"
 #include "platform/Regional.h"
+#include "samples/SampleImage.h"
 
 TEST_CASE_FIXTURE(TestMachine, "A file is there by its own path alone, with the date of its last change") {
     FileContent(ControlFile(), "text");
@@ -23,4 +24,11 @@ TEST_CASE_FIXTURE(TestMachine, "A file is there by its own path alone, with the 
     CHECK(info.Name == u"vtv4v.txt");
     CHECK(info.TypeText == u"Unbekannt");
     CHECK(info.Version == u"0.0.0.0");
+}
+
+TEST_CASE_FIXTURE(TestMachine, "A program's version is told word by word, each with its sign, and its type in words") {
+    FileContent(ControlFile(), SampleImage({.version = {1, 40000, 65535, 32767}, .fileType = 1}));
+    const FileInfo info = FileInfoGet(platform::TextFromAnsi(ControlFile()));
+    CHECK(info.Version == u"1.-25536.-1.32767");
+    CHECK(info.TypeText == u"Anwendung");
 }

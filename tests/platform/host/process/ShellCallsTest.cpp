@@ -65,7 +65,7 @@ TEST_CASE("A command line is started, waited for, and goes on behind a time-out"
     CHECK(std::filesystem::exists(sign + ".seen"));
     CHECK(platform::CloseHandle(handle) == platform::StatusSuccess);
     CHECK(platform::WaitForSingleObject(handle, platform::WaitInfinite) == platform::WaitFailed);
-    CHECK(waitpid(-1, nullptr, WNOHANG) == -1);  // no ended program is left behind
+    CHECK(waitpid(process, nullptr, WNOHANG) == -1);  // no ended program is left behind
 }
 
 TEST_CASE("A command line falls into arguments as on Windows") {
