@@ -34,13 +34,15 @@ TEST_CASE("An exception that leaves an event leaves the modal show, once") {
     }
 }
 
-TEST_CASE("The clipboard is tried again while another program holds it open for a moment") {
-    std::promise<bool> opened;
-    const std::jthread holder([&] {
-        opened.set_value(::OpenClipboard(nullptr) != FALSE);
-        ::Sleep(40);
-        ::CloseClipboard();
-    });
-    REQUIRE(opened.get_future().get());
-    CHECK(platform::ClipboardSet("text", platform::ClipboardText));
+TEST_CASE("The clipboard is tried again while another program holds it open for a moment, and no longer") {
+    for (const DWORD held : {40, 2000}) {  // milliseconds
+        std::promise<bool> opened;
+        const std::jthread holder([&] {
+            opened.set_value(::OpenClipboard(nullptr) != FALSE);
+            ::Sleep(held);
+            ::CloseClipboard();
+        });
+        REQUIRE(opened.get_future().get());
+        CHECK(platform::ClipboardSet("text", platform::ClipboardText) == (held == 40));
+    }
 }
