@@ -1,15 +1,15 @@
 #include <doctest/doctest.h>
 
-#include <array>
-#include <cstdlib>
+#include <algorithm>
 #include <filesystem>
 
-#include "Session.h"
+#include "Program.h"
 
 // The program as the administrator meets it: windows, mouse, keyboard, message boxes.
 
 namespace {
 
+constexpr char MainTitle[] = "VTV4 Version Controller";
 const std::string ProgramTitle = "Vandrel Tallora V4 Version Controller";
 const std::string ImportEffect =
     "Die Steuerungs-Datei wird importiert. Die neuen Versions-Einstellungen werden gesetzt.";
@@ -17,21 +17,75 @@ const std::string ClearEffect = "Alle Versions-Einstellungen werden gel\xF6scht.
 const std::string Import = "Importieren";
 const std::string Clear = "L\xF6schen";
 
-const std::string ControlFileText =
-    "[Tallora]\r\n(Standard)=3\r\nhugo=0\r\n\r\n[Reporting]\r\nruedi=99\r\n\r\n[End]\r\n";
+// The program with its window open.
+class Session : public Program {
+public:
+    // Waits until the window is in the task bar, for which it goes and comes once.
+    explicit Session(const std::string& start = MasterStart()) : Program(start) {
+        REQUIRE(Eventually([this] { return InTaskBar() && Waiting() && Focus(window) != nullptr; }));
+    }
 
-// Checks the box that the program shows, whole, and answers it.
-void CheckBox(const Session& session, const std::string& title, const std::string& text, LPCSTR icon,
-              const std::vector<int>& buttons, int answer) {
-    const HWND box = session.program.Box();
-    const std::vector<HWND> labels = Children(box, "Static");
-    REQUIRE(labels.size() == 2);
+    [[nodiscard]] HWND Button(const std::string& caption) const {
+        return ::FindWindowExA(window, nullptr, "BUTTON", caption.c_str());
+    }
+    // True while the window waits for the user and shows no box.
+    [[nodiscard]] bool Waiting() const {
+        return ::IsWindowVisible(window) && ::IsWindowEnabled(window) && ::FindWindowA("#32770", nullptr) == nullptr;
+    }
+    [[nodiscard]] bool InTaskBar() const { return (::GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_APPWINDOW) != 0; }
+
+    HWND window = Shown(MainTitle);
+};
+
+// What the machine's registry holds of forced versions, as "=3 otto=5 | ruedi=99 | ": the main product's, the other's.
+std::string ForcedVersions() {
+    std::string held;
+    for (const std::string product : {"V4", "V4\\Reporting"}) {
+        const std::string key = "Software\\Vandrel\\Tallora\\" + product + "\\Version\\ForcedVersion";
+        for (const std::string name : {"", "hugo", "otto", "ruedi"}) {
+            DWORD number = 0;
+            DWORD size = sizeof number;
+            if (::RegGetValueA(HKEY_LOCAL_MACHINE, key.c_str(), name.c_str(), RRF_RT_REG_DWORD, nullptr, &number,
+                               &size) == ERROR_SUCCESS) {
+                held += name + "=" + std::to_string(number) + " ";
+            }
+        }
+        held += "| ";
+    }
+    return held;
+}
+
+// What a button is told by its user. None of it can be missed, as a click of the mouse is when a window comes.
+void Click(HWND button) {
+    ::PostMessageA(button, BM_CLICK, 0, 0);
+}
+
+void DoubleClick(HWND button) {
+    ::PostMessageA(button, WM_LBUTTONDBLCLK, MK_LBUTTON, 0);
+    ::PostMessageA(button, WM_LBUTTONUP, 0, 0);
+}
+
+void Press(HWND focused, WPARAM key) {
+    ::PostMessageA(focused, WM_KEYDOWN, key, 0);
+    ::PostMessageA(focused, WM_KEYUP, key, 0);
+}
+
+void Point(HWND window) {
+    RECT place{};
+    ::GetWindowRect(window, &place);
+    ::SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+}
+
+// Checks the box that is shown, whole, and answers it.
+void CheckBox(const std::string& title, const std::string& text, LPCSTR icon, const std::vector<int>& buttons,
+              int answer) {
+    const HWND box = Box();
+    const std::vector<HWND> labels = Parts(box, "Static");
     CHECK(Caption(box) == title);
-    CHECK(Caption(labels[1]) == text);
-    const Dots picture = ScreenPlace(labels[0]);
-    CHECK(Eventually([&] { return Picture(picture) == Picture(picture, icon); }));
+    CHECK(Caption(labels.at(1)) == text);
+    CHECK(Eventually([&] { return Picture(labels.at(0)) == Picture(labels.at(0), icon); }));
     std::vector<int> shown;
-    for (const HWND button : Children(box, "Button")) {
+    for (const HWND button : Parts(box, "Button")) {
         shown.push_back(::GetDlgCtrlID(button));
     }
     CHECK(shown == buttons);
@@ -49,10 +103,9 @@ void CheckBox(const Session& session, const std::string& title, const std::strin
 TEST_CASE("The window has its told form, shows tool tips, and ends by a click of the mouse") {
     const Session session;
     const HWND window = session.window;
-    const LONG style = ::GetWindowLongA(window, GWL_STYLE);
-    CHECK((style & (WS_CAPTION | WS_SYSMENU)) == (WS_CAPTION | WS_SYSMENU));
-    CHECK((style & (WS_MINIMIZEBOX | WS_MAXIMIZEBOX | WS_THICKFRAME)) == 0);
-    CHECK((::GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_APPWINDOW) != 0);
+    CHECK((::GetWindowLongA(window, GWL_STYLE) & (WS_OVERLAPPEDWINDOW)) == (WS_CAPTION | WS_SYSMENU));
+    const HMODULE program = ::LoadLibraryExA(ProgramPath().c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    CHECK(::FindResourceA(program, MAKEINTRESOURCEA(1), MAKEINTRESOURCEA(14)) != nullptr);  // RT_GROUP_ICON
     RECT client{};
     ::GetClientRect(window, &client);
     CHECK(client.right == 237);
@@ -74,9 +127,9 @@ TEST_CASE("The window has its told form, shows tool tips, and ends by a click of
         {"Bearbeiten", 128, 56, "Die Steuerungs-Datei bearbeiten."},
         {"Fertig", 128, 96, "Programm beenden."},
     };
-    const std::vector<HWND> buttons = Children(window);
+    const std::vector<HWND> buttons = Parts(window);
     REQUIRE(buttons.size() == std::size(forms));
-    CHECK(Eventually([&] { return Focus(window) == buttons.front(); }));
+    CHECK(Focus(window) == buttons.front());
     Screenshot("window");
     for (std::size_t number = 0; number < buttons.size(); ++number) {
         CAPTURE(number);
@@ -84,44 +137,44 @@ TEST_CASE("The window has its told form, shows tool tips, and ends by a click of
         CHECK(Place(buttons[number]) == Dots{forms[number].left, forms[number].top, 89, 25});
         CHECK(Eventually([&] {
             Point(window);  // between the buttons
-            StillAfterAWhile([&] { return session.program.ToolTip().empty(); });
+            StillAfterAWhile([&] { return ToolTip(window).empty(); });
             Point(buttons[number]);
-            return StillAfterAWhile([&] { return session.program.ToolTip() == forms[number].toolTip; });
+            return StillAfterAWhile([&] { return ToolTip(window) == forms[number].toolTip; });
         }));
         const HWND next = buttons[(number + 1) % buttons.size()];
         Press(Focus(window), VK_TAB);
         CHECK(Eventually([&] { return Focus(window) == next; }));
     }
-    Screenshot("tooltip");
     CHECK(Eventually([&] {
         Point(buttons.back());
         ::mouse_event(MOUSEEVENTF_LEFTDOWN | MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
         return StillAfterAWhile([&] { return !::IsWindow(window); });
     }));
-    CHECK(session.program.Ended() == 0);
+    CHECK(session.EndedWell());
 }
 
-// A window's own icon cannot be asked for from outside everywhere.
-TEST_CASE("The program file holds the window's icon") {
-    const HMODULE program = ::LoadLibraryExA(ProgramPath().c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
-    const HRSRC found = ::FindResourceA(program, MAKEINTRESOURCEA(1), MAKEINTRESOURCEA(14));  // RT_GROUP_ICON
-    REQUIRE(found != nullptr);
-    const auto* const group = static_cast<const BYTE*>(::LockResource(::LoadResource(program, found)));
-    CHECK(group[4] == 1);   // pictures
-    CHECK(group[6] == 32);  // width
-    CHECK(group[7] == 32);  // height
-    CHECK(group[8] == 16);  // colours
-    ::FreeLibrary(program);
-}
-
-TEST_CASE("Only the option alone opens the window") {
-    const TestMachine machine;
+// What is sent arrives while the program's own loop waits. Nothing else may wake that, as a mouse over the window does.
+TEST_CASE("Only the option alone opens the window, and each way of ending it ends the process") {
     for (const std::string tail : {"", " -MASTER", " -Master", " \"-master\"", " -master x", " -master\t"}) {
         CAPTURE(tail);
-        CHECK(Program(ProgramPath() + tail).Ended() == 0);
+        CHECK(Program(ProgramPath() + tail).EndedWell());
     }
-    for (const std::string& start : {ProgramPath() + "   -master  ", "\"" + ProgramPath() + "\" -master"}) {
-        CHECK(Program(start).Window("VTV4 Version Controller") != nullptr);
+    struct {
+        std::string start;
+        void (*end)(const Session&);
+    } const flows[] = {
+        {ProgramPath() + "   -master  ", [](const Session& session) { CloseByFrame(session.window); }},
+        {"\"" + ProgramPath().insert(2, "\\a b\\..") + "\" -master",
+         [](const Session& session) { ::SendMessageA(session.window, WM_CLOSE, 0, 0); }},
+        {MasterStart(), [](const Session& session) { ::SendMessageA(session.Button("Fertig"), BM_CLICK, 0, 0); }},
+    };
+    ::SetCursorPos(9999, 9999);
+    for (const auto& [start, end] : flows) {
+        CAPTURE(start);
+        const Session session(start);
+        CHECK(StillAfterAWhile([&] { return session.Waiting(); }));
+        end(session);
+        CHECK(session.EndedWell());
     }
 }
 
@@ -129,46 +182,41 @@ TEST_CASE("Import and Clear ask; Yes runs them and tells how it went, and anythi
     const auto enter = [](HWND button) { Press(button, VK_RETURN); };
     const auto space = [](HWND button) { Press(button, VK_SPACE); };
     const std::string done = "Fertig";
-    const Tables before = {{{"", 3}, {"otto", 5}}, {{"", 1}}};
-    const Tables imported = {{{"", 3}, {"hugo", 0}}, {{"ruedi", 99}}};
+    const std::string first = "[Tallora]\r\n(Standard)=3\r\notto=5\r\n\r\n[Reporting]\r\nruedi=99\r\n\r\n[End]\r\n";
+    const std::string firstHeld = "=3 otto=5 | ruedi=99 | ";
+    const std::string second = "[Tallora]\r\nhugo=0\r\n\r\n[End]\r\n";
     struct {
         std::string button;
         void (*press)(HWND);
-        bool hasFile;
+        std::string file;  // empty for none
         int answer;
         std::string message;
-        Tables after;
+        std::string held;
     } const flows[] = {
-        {Import, Click, false, IDYES, "Fehlgeschlagen!", before},
-        {Import, enter, true, IDNO, "", before},
-        {Import, space, true, IDCANCEL, "", before},
-        {Import, Click, true, CloseBox, "", before},
-        {Import, DoubleClick, true, IDYES, done, imported},
-        {Clear, Click, false, IDNO, "", before},
-        {Clear, enter, false, IDCANCEL, "", before},
-        {Clear, space, false, CloseBox, "", before},
-        {Clear, DoubleClick, false, IDYES, done, {}},
+        {Import, Click, first, IDYES, done, firstHeld},   {Import, Click, "", IDYES, "Fehlgeschlagen!", firstHeld},
+        {Import, enter, second, IDNO, "", firstHeld},     {Import, space, second, IDCANCEL, "", firstHeld},
+        {Import, Click, second, CloseBox, "", firstHeld}, {Import, DoubleClick, second, IDYES, done, "hugo=0 | | "},
+        {Clear, Click, "", IDNO, "", "hugo=0 | | "},      {Clear, enter, "", IDCANCEL, "", "hugo=0 | | "},
+        {Clear, space, "", CloseBox, "", "hugo=0 | | "},  {Clear, DoubleClick, "", IDYES, done, "| | "},
     };
     const Session session;
     for (const auto& flow : flows) {
         CAPTURE(flow.button);
         CAPTURE(flow.answer);
-        TablesSet(before);
         std::filesystem::remove(session.machine.ControlFile());
-        if (flow.hasFile) {
-            FileContent(session.machine.ControlFile(), ControlFileText);
+        if (!flow.file.empty()) {
+            FileContent(session.machine.ControlFile(), flow.file);
         }
         const HWND button = session.Button(flow.button);
         flow.press(button);
-        CheckBox(session, ProgramTitle, (flow.button == Import ? ImportEffect : ClearEffect) + "\r\nWeiterfahren?",
-                 IDI_QUESTION, {IDYES, IDNO, IDCANCEL}, flow.answer);
+        CheckBox(ProgramTitle, (flow.button == Import ? ImportEffect : ClearEffect) + "\r\nWeiterfahren?", IDI_QUESTION,
+                 {IDYES, IDNO, IDCANCEL}, flow.answer);
         if (!flow.message.empty()) {
-            CheckBox(session, flow.button, flow.message, flow.message == done ? IDI_INFORMATION : IDI_ERROR, {IDOK},
-                     IDOK);
+            CheckBox(flow.button, flow.message, flow.message == done ? IDI_INFORMATION : IDI_ERROR, {IDOK}, IDOK);
         }
         CHECK(Eventually([&] { return session.Waiting() && Focus(session.window) == button; }));
         CHECK(StillAfterAWhile([&] { return session.Waiting(); }));
-        CHECK(TablesNow() == flow.after);
+        CHECK(ForcedVersions() == flow.held);
     }
 }
 
@@ -179,91 +227,57 @@ TEST_CASE("Export and Edit open the control file or tell why not; Demo writes it
         "Kann Version File nicht \xF6"
         "ffnen:\r\n" +
         file + "\r\n";
-    const Tables tables = {{{"", 3}, {"otto", 5}}, {}};
-    TablesSet(tables);
-    session.ClickButton("Bearbeiten");
-    CheckBox(session, ProgramTitle, head + "File not found", IDI_WARNING, {IDOK}, IDOK);
-    {
-        const ClassChange noEditor(".txt", "vtv4v.none");
-        session.ClickButton("Exportieren");
-        CheckBox(session, ProgramTitle, head + "No association for file extension", IDI_WARNING, {IDOK}, IDOK);
-        CHECK(FileContent(file).has_value());
-    }
+    Click(session.Button("Bearbeiten"));
+    CheckBox(ProgramTitle, head + "File not found", IDI_WARNING, {IDOK}, IDOK);
+    const ClassText noEditor(".txt", "vtv4v.none");
+    Click(session.Button("Exportieren"));
+    CheckBox(ProgramTitle, head + "No association for file extension", IDI_WARNING, {IDOK}, IDOK);
     // An editor that notes what it is asked to open and ends at once.
     const std::string note = file + ".opened";
-    const ClassChange editor(".txt", "vtv4v.driver");
-    const ClassChange command("vtv4v.driver\\shell\\open\\command", "cmd.exe /c echo %1>>\"" + note + "\"");
-    const auto opened = [&] { return FileContent(note).value_or(""); };
-    FileContent(file, "earlier");
-    session.ClickButton("Exportieren");
-    CHECK(Eventually([&] { return opened() == file + "\r\n"; }));
-    CHECK(FileContent(file).value_or("").ends_with(
-        "\r\n[Tallora]\r\n(Standard)=3\r\notto=5\r\n\r\n[Reporting]\r\n\r\n[End]\r\n"));
-    session.ClickButton("Bearbeiten");
-    CHECK(Eventually([&] { return opened() == file + "\r\n" + file + "\r\n"; }));
-    std::filesystem::remove(note);
-    std::filesystem::remove(file);
-    session.ClickButton("Demo");
-    CHECK(Eventually([&] { return FileContent(file).has_value(); }));
-    CHECK(StillAfterAWhile([&] { return session.Waiting() && opened().empty(); }));
-    const std::string demo = FileContent(file).value_or("");
-    CHECK(demo.starts_with("[Info]\r\nFile=" + file + "\r\nUser=hugo\r\nTimeStamp="));
-    CHECK(
-        demo.ends_with("[Tallora]\r\n(Standard)=3\r\nhugo=0\r\nruedi=1\r\n\r\n"
-                       "[Reporting]\r\n(Standard)=3\r\nhugo=1\r\nruedi=99\r\n\r\n\r\n[End]\r\n"));
-    CHECK(TablesNow() == tables);
+    const ClassText editor(".txt", "vtv4v.driver");
+    const ClassText command("vtv4v.driver\\shell\\open\\command", "cmd.exe /c echo %1>>\"" + note + "\"");
+    std::string opened;
+    for (const std::string button : {"Exportieren", "Bearbeiten"}) {
+        Click(session.Button(button));
+        opened += file + "\r\n";
+        CHECK(Eventually([&] { return FileContent(note) == opened; }));
+    }
+    CHECK(FileContent(file).value_or("").ends_with("\r\n[Tallora]\r\n[Reporting]\r\n\r\n[End]\r\n"));
+    Click(session.Button("Demo"));
+    CHECK(Eventually([&] { return FileContent(file).value_or("").ends_with("ruedi=99\r\n\r\n\r\n[End]\r\n"); }));
+    CHECK(StillAfterAWhile([&] { return session.Waiting() && FileContent(note) == opened; }));
+    CHECK(ForcedVersions() == "| | ");
 }
 
 // The number of rounds is $VTV4V_ROUNDS; a thousand take minutes.
 TEST_CASE("Rounds of all operations leave nothing behind in the system") {
     const Session session;
-    const ClassChange noEditor(".txt", "vtv4v.none");  // an editor would take the front from the boxes that follow
+    const ClassText noEditor(".txt", "vtv4v.none");  // an editor would take the front from the boxes that follow
     const auto round = [&] {
-        session.ClickButton("Exportieren");
-        Answer(session.program.Box(), IDOK);
+        Click(session.Button("Exportieren"));
+        Answer(Box(), IDOK);
         for (const std::string& button : {Import, Clear}) {
-            session.ClickButton(button);
-            Answer(session.program.Box(), IDYES);
-            Answer(session.program.Box(), IDOK);
+            Click(session.Button(button));
+            Answer(Box(), IDYES);
+            Answer(Box(), IDOK);
             REQUIRE(Eventually([&] { return session.Waiting(); }));
         }
     };
-    char text[16];
-    const int rounds = ::GetEnvironmentVariableA("VTV4V_ROUNDS", text, sizeof text) == 0 ? 20 : std::atoi(text);
+    const int rounds = std::stoi(ProcessVariable("VTV4V_ROUNDS").value_or("20"));
     round();
-    const HeldObjects first = session.program.Objects();
-    REQUIRE(first.handles > 0);
-    REQUIRE(first.drawing > 0);
-    REQUIRE(first.user > 0);
+    const HeldObjects first = session.Objects();
+    REQUIRE(std::min({first.handles, first.drawing, first.user}) > 0);
     for (int number = 1; number < rounds; ++number) {
         round();
     }
     HeldObjects last{};
     // The system keeps some drawing objects for the next time, a dozen at most. A leak is as many as the rounds.
     CHECK(Eventually([&] {
-        last = session.program.Objects();
+        last = session.Objects();
         return last.handles == first.handles && last.user == first.user && last.drawing <= first.drawing + 12;
     }));
     MESSAGE(rounds, " rounds: handles ", first.handles, " then ", last.handles, ", drawing objects ", first.drawing,
             " then ", last.drawing, ", user objects ", first.user, " then ", last.user);
-}
-
-// What other programs send arrives without passing the program's own loop.
-TEST_CASE("Fertig and the close box end the process, posted or sent") {
-    void (*const ends[])(const Session&) = {
-        [](const Session& session) { session.ClickButton("Fertig"); },
-        [](const Session& session) { ::SendMessageA(session.Button("Fertig"), BM_CLICK, 0, 0); },
-        [](const Session& session) { CloseByFrame(session.window); },
-        [](const Session& session) { ::SendMessageA(session.window, WM_CLOSE, 0, 0); },
-    };
-    for (const auto& end : ends) {
-        CAPTURE(&end - ends);
-        const Session session;
-        end(session);
-        CHECK(session.program.Ended() == 0);
-        CHECK_FALSE(FileContent(session.machine.ControlFile()).has_value());
-        CHECK(TablesNow() == Tables{});
-    }
 }
 
 TEST_CASE("A window that becomes active again keeps its focus and its place in the task bar; Escape does nothing") {
@@ -272,10 +286,9 @@ TEST_CASE("A window that becomes active again keeps its focus and its place in t
     const HWND import = session.Button(Import);
     REQUIRE(Eventually([&] { return Focus(session.window) == import; }));
     Press(import, VK_ESCAPE);
-    const LONG style = ::GetWindowLongA(session.window, GWL_EXSTYLE);
-    ::SetWindowLongA(session.window, GWL_EXSTYLE, style & ~static_cast<LONG>(WS_EX_APPWINDOW));
+    ::SetWindowLongA(session.window, GWL_EXSTYLE, 0);
     ::SendMessageA(session.window, WM_ACTIVATE, WA_INACTIVE, 0);
     ::SendMessageA(session.window, WM_ACTIVATE, WA_ACTIVE, 0);
     CHECK(StillAfterAWhile([&] { return session.Waiting() && Focus(session.window) == import; }));
-    CHECK((::GetWindowLongA(session.window, GWL_EXSTYLE) & WS_EX_APPWINDOW) != 0);
+    CHECK(session.InTaskBar());
 }
