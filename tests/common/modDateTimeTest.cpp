@@ -6,12 +6,9 @@ TEST_CASE("A date value is stamped to the second, and refused outside the calend
     struct {
         double when;
         Text stamp;
-    } const cases[] = {{43085 + 37000 * second, u"20171216 101640"},
-                       {-0.25, u"18991230 060000"},
-                       {-1 - 86399.6 * second, u"18991230 000000"},
-                       {43085 + 59.4 * second, u"20171216 000059"},
-                       {43085 + 59.6 * second, u"20171216 000100"},
-                       {-657434, u"01000101 000000"},
+    } const cases[] = {{43085 + 37000 * second, u"20171216 101640"},  {-0.25, u"18991230 060000"},
+                       {-1 - 86399.6 * second, u"18991230 000000"},   {43085 + 59.4 * second, u"20171216 000059"},
+                       {43085 + 59.6 * second, u"20171216 000100"},   {-657434, u"01000101 000000"},
                        {2958465 + 86399 * second, u"99991231 235959"}};
     for (const auto& each : cases) {
         CHECK(DateTimeStamp(each.when) == each.stamp);
