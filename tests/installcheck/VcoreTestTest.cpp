@@ -50,7 +50,7 @@ TEST_CASE_FIXTURE(ComponentMachine, "The report of a machine without any compone
 }
 
 TEST_CASE_FIXTURE(ComponentMachine,
-                  "A library that cannot be loaded has not failed to initialise; an object has failed") {
+                  "A library that cannot be loaded has not failed to initialise, and an object has failed") {
     for (const std::string below : {"Windows\\System32\\sevDTA30.dll", "Core\\vcutil1.dll"}) {
         FileContent(Folder + below, "plain");
     }
