@@ -138,7 +138,7 @@ std::u16string WindowHint(const HostWindow& window) {
         parts.emplace_back(u"? Erklärungen");
     }
     if (window.sizable) {
-        parts.emplace_back(u"9000x6000 Größe in Twips");
+        parts.emplace_back(u"Größe in Twips, zum Beispiel 9000x6000");
     }
     parts.emplace_back(u"x Schließen");
     return Joined(parts, u" · ");
