@@ -12,10 +12,9 @@
 #include "bench/OpenAndRead.h"
 #include "installcheck/VcoreTest.h"
 #include "samples/InstalledSuite.h"
+#include "samples/SuiteComponents.h"
 
 namespace {
-
-constexpr std::size_t SuiteFiles = 26;
 
 // Bytes: 0 leaves the sample files as small as they are.
 constexpr std::int64_t SampleSize = 0;
@@ -50,7 +49,7 @@ BENCHMARK(WholeCheck)->Arg(SampleSize)->Arg(LibrarySize);
 void BareLoop(benchmark::State& state) {
     const BenchMachine machine;
     const std::vector<std::string> files = SuiteMade(machine, state.range());
-    if (files.size() != SuiteFiles) {
+    if (files.size() != SuiteComponents.size()) {
         state.SkipWithError("these are not the suite's files");
         return;
     }

@@ -177,16 +177,16 @@ void Registry::SubKeyCreate(const Text& path) {
 
 bool Registry::SubKeyEnter(const Text& path, std::int32_t mask) {
     KeyAccess(platform::KeyCreateSubKey, false);
-    platform::Handle entered = 0;
+    const Text entered = key_.empty() ? path : key_ + u"\\" + path;
+    platform::Handle key = 0;
     mask |= accessMode_;
-    if (platform::RegOpenKeyExA(currentKey_, platform::AnsiFromText(path), 0, mask, entered) !=
-        platform::StatusSuccess) {
+    if (platform::RegOpenKeyExA(root_, platform::AnsiFromText(entered), 0, mask, key) != platform::StatusSuccess) {
         return false;
     }
     platform::RegCloseKey(currentKey_);
-    currentKey_ = entered;
+    currentKey_ = key;
     accessMode_ = mask;
-    key_ += (key_.empty() ? u"" : u"\\") + path;
+    key_ = entered;
     return true;
 }
 
