@@ -138,7 +138,7 @@ std::u16string WindowHint(const HostWindow& window) {
         parts.emplace_back(u"? Erklärungen");
     }
     if (window.sizable) {
-        parts.emplace_back(u"Größe in Twips, zum Beispiel 9000x6000");
+        parts.emplace_back(u"Größe in Twips, zum Beispiel 9000x18000");
     }
     parts.emplace_back(u"x Schließen");
     return Joined(parts, u" · ");
@@ -157,7 +157,7 @@ std::u16string WindowChoices(const HostWindow& window) {
     }
     parts.emplace_back(u"? für Erklärungen");
     if (window.sizable) {
-        parts.emplace_back(u"Breite x Höhe in Twips, wie 9000x6000");
+        parts.emplace_back(u"Breite x Höhe in Twips, wie 9000x18000");
     }
     parts.emplace_back(u"x zum Schließen");
     return Joined(parts, u", ") + u".";

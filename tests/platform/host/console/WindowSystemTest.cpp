@@ -99,5 +99,5 @@ TEST_CASE("A sizable window is given its outer size, by its owner or by a line o
     CHECK(WindowOuterSize(window).height == 4710);
     WindowShowModal(window);
     CHECK(widths == std::vector<std::int32_t>{8730, 12000, 1, 8730});
-    CHECK(run.Shows("Größe in Twips, zum Beispiel 9000x6000 · x Schließen"));
+    CHECK(run.Shows("Größe in Twips, zum Beispiel 9000x18000 · x Schließen"));
 }
