@@ -46,21 +46,34 @@ check_row() {
     row "$1" "$(jq -c .check <<<"$measured")" "$3" "$(jq -c ".$2" <<<"$measured")" us
 }
 
-# Real libraries are larger than the sample's, which a loop that reads them whole feels, and the check does not. They get
-# their own size back, so that the machine is the same for the next run.
+# The files that are enlarged now, and their own sizes: they get those back whatever happens, so that the machine is the
+# same for the next run.
+files=()
+sizes=()
+
+files_restore() {
+    local number
+    for number in "${!files[@]}"; do truncate -s "${sizes[number]}" "${files[number]}"; done
+    files=()
+}
+
+# Real libraries are larger than the sample's, which a loop that reads them whole feels, and the check does not. A file
+# that is a link is not this machine's own and stays.
 check_compared() {
-    local measured file files=() sizes=()
+    local measured file
     measured=$(wine "$programs/bench-check.exe" "$ROUNDS")
     check_row 'whole check, in a loop, Windows' calls 'the same calls of the system alone'
     check_row '' read 'bare loop, the sample as it is'
     while read -r file; do
-        files+=("$(winepath -u "$file")")
-        sizes+=("$(stat -c %s "${files[-1]}")")
+        file=$(winepath -u "$file")
+        [[ ! -L $file ]] || continue
+        files+=("$file")
+        sizes+=("$(stat -c %s "$file")")
     done < <(wine "$programs/bench-check.exe" files | tr -d '\r')
     truncate -s '>512K' "${files[@]}"
     measured=$(wine "$programs/bench-check.exe" "$ROUNDS")
     check_row '' read 'bare loop, files of 512 KiB and above'
-    for file in "${!files[@]}"; do truncate -s "${sizes[file]}" "${files[file]}"; done
+    files_restore
 }
 
 # Control file and .reg file of that many values.
@@ -113,5 +126,5 @@ if [[ ${1:-} != --on-display ]]; then
     exec taskset -c 0 xvfb-run -a -s '-screen 0 800x600x24' "$0" --on-display
 fi
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+trap 'files_restore; rm -rf "$work"' EXIT
 on_display
