@@ -22,19 +22,29 @@ Status StatusFromErrno(int number) {
             return StatusPathNotFound;
         case EACCES:
         case EPERM:
-        case EROFS:
         case EISDIR:
         case EBADF:  // a file that was not opened for what is asked of it
             return StatusAccessDenied;
+        case EXDEV:
+            return StatusNotSameDevice;
+        case EROFS:
+            return StatusWriteProtect;
+        case EHOSTDOWN:
+        case EHOSTUNREACH:
+        case ESTALE:
+        case ENOTCONN:
+            return StatusBadNetPath;
         case ETXTBSY:
             return StatusSharingViolation;
         case EEXIST:
             return StatusFileExists;
         case ENOSPC:
-        case EDQUOT:
         case EFBIG:
             return StatusDiskFull;
+        case EDQUOT:
+            return StatusDiskQuota;
         case ENAMETOOLONG:
+            return StatusNameTooLong;
         case EILSEQ:
             return StatusInvalidName;
         case EAGAIN:

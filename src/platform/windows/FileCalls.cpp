@@ -76,6 +76,10 @@ Status MoveFileExA(const std::string& from, const std::string& to) {
         ::MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
 }
 
+Status ReplaceFileA(const std::string& replaced, const std::string& replacement) {
+    return windows::StatusOf(::ReplaceFileA(replaced.c_str(), replacement.c_str(), nullptr, 0, nullptr, nullptr));
+}
+
 Status DeleteFileA(const std::string& path) {
     return windows::StatusOf(::DeleteFileA(path.c_str()));
 }

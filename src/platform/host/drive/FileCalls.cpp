@@ -79,6 +79,18 @@ void SyncFolder(const fs::path& folder) {
     }
 }
 
+// Gives one file the owner and mode of another. The mode comes last: a change of owner may take bits from it.
+bool RightsTaken(const fs::path& file, const fs::path& from) {
+    struct stat rights {};
+    struct stat present {};
+    if (stat(from.c_str(), &rights) != 0 || stat(file.c_str(), &present) != 0) {
+        return false;
+    }
+    const bool sameOwner = rights.st_uid == present.st_uid && rights.st_gid == present.st_gid;
+    return (sameOwner || chown(file.c_str(), rights.st_uid, rights.st_gid) == 0) &&
+           chmod(file.c_str(), rights.st_mode & 07777U) == 0;
+}
+
 bool IsHidden(std::string_view name) {
     return name.starts_with('.');
 }
@@ -207,6 +219,28 @@ Status MoveFileExA(const std::string& from, const std::string& to) {
         fs::permissions(source.path, fs::status(place, failure).permissions(), failure);
     }
     if (std::rename(source.path.c_str(), place.c_str()) != 0) {
+        return host::StatusFromErrno(errno);
+    }
+    SyncFolder(place.parent_path());
+    return StatusSuccess;
+}
+
+Status ReplaceFileA(const std::string& replaced, const std::string& replacement) {
+    const host::DrivePlace source = host::FindPlace(replacement);
+    const host::DrivePlace target = host::FindPlace(replaced);
+    for (const host::DrivePlace* const place : {&source, &target}) {
+        if (const Status refusal = ChangeRefusal(*place); refusal != StatusSuccess) {
+            return refusal;
+        }
+    }
+    std::error_code failure;
+    const fs::path place = fs::canonical(target.path, failure);  // a link stays one
+    for (const fs::path& each : {fs::path(source.path), place}) {
+        if (const Status refusal = FolderRefusal(each); refusal != StatusSuccess) {
+            return refusal;
+        }
+    }
+    if (!RightsTaken(source.path, place) || std::rename(source.path.c_str(), place.c_str()) != 0) {
         return host::StatusFromErrno(errno);
     }
     SyncFolder(place.parent_path());

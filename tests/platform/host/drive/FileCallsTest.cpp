@@ -1,3 +1,5 @@
+#include <sys/stat.h>
+
 #include "Check.h"
 #include "host/MachineFiles.h"
 #include "platform/FileCalls.h"
@@ -37,7 +39,7 @@ TEST_CASE("A file is found in any letter case, and what cannot be opened, replac
                        {"C:\\locked\\new", 2, 5},
                        {"C:\\Users\\a*b", 123, 123},
                        {"C:\\Users\\file\\", 123, 123},
-                       {"C:\\Users\\" + std::string(300, 'x'), 123, 123},
+                       {"C:\\Users\\" + std::string(300, 'x'), 206, 206},
                        {"C:\\Users\\..\\..\\..\\Users\\.\\file. .", 0, 0}};
     for (const auto& each : cases) {
         CAPTURE(each.path);
@@ -53,6 +55,32 @@ TEST_CASE("A file is found in any letter case, and what cannot be opened, replac
     CHECK(MoveFileExA("C:\\Users\\none", "C:\\Users\\file") == 2);
     CHECK(DeleteFileA("C:\\Users\\readonly") == 5);
     CHECK(DeleteFileA("C:\\Users\\none") == 2);
+}
+
+TEST_CASE("A file takes another's place with the owner and mode of that one, through a link too") {
+    const TestMachine machine;
+    FileContent("C:\\new", "new");
+    FileContent("C:\\away\\old", "old");
+    CHECK(ReplaceFileA("C:\\away\\none", "C:\\new") == 2);
+    CHECK(ReplaceFileA("C:\\away\\old", "C:\\none") == 2);
+    std::filesystem::create_symlink("away/old", OnMachine("drives/c/link"));
+    chmod(OnDisk("C:\\away\\old").c_str(), 0640);
+    const bool changed = chown(OnDisk("C:\\away\\old").c_str(), 1, 2) == 0;  // root alone may
+    CHECK(ReplaceFileA("C:\\link", "C:\\new") == 0);
+    struct stat rights {};
+    REQUIRE(stat(OnDisk("C:\\away\\old").c_str(), &rights) == 0);
+    CHECK((rights.st_mode & 07777U) == 0640);
+    CHECK((!changed || (rights.st_uid == 1 && rights.st_gid == 2)));
+    CHECK(FileContent("C:\\away\\old") == "new");
+    CHECK(!std::filesystem::exists(OnDisk("C:\\new")));
+
+    FileContent("C:\\new", "newer");
+    Writable("drives/c/away", false);
+    CHECK(ReplaceFileA("C:\\link", "C:\\new") == 5);
+    CHECK(Opened("C:\\link", GenericWrite, CreateAlways) == 0);
+    Writable("drives/c/away", true);
+    Writable("drives/c/away/old", false);
+    CHECK(ReplaceFileA("C:\\link", "C:\\new") == 5);
 }
 
 TEST_CASE("A search finds plain files alone") {
