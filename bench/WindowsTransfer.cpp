@@ -18,7 +18,7 @@ int main(int argumentCount, char* arguments[]) {
     const ProductProfileReporting reportingProfile;
     MainVersions = mainProfile.Profile.Table;
     ReportingVersions = reportingProfile.Profile.Table;
-    const JumpTrap trap([&] {
+    TrapError([&] {
         if (operation == "import") {
             ImportVersions();
         } else if (operation == "export") {

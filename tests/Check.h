@@ -25,6 +25,5 @@ struct StringMaker<Text> {
 // The error that `steps` raise; number 0 when they raise none.
 template <typename Steps>
 Error RaisedBy(Steps&& steps) {
-    const JumpTrap trap(steps);
-    return trap.Caught() ? Error{LastError().Number(), LastError().Description()} : Error{0, {}};
+    return TrapError(steps).value_or(Error(0, {}));
 }

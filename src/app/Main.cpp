@@ -1,5 +1,7 @@
 #include "app/Main.h"
 
+#include <optional>
+
 #include "app/frmVTV4V.h"
 #include "common/Error.h"
 #include "common/Text.h"
@@ -12,14 +14,14 @@ void Main() {
     if (Trim(platform::CommandLineTail()) != u"-master") {
         return;
     }
-    const JumpTrap trap([] {
+    const std::optional<Error> error = TrapError([] {
         if (VcoreTest().Ok(true)) {
             frmVTV4V window;
             window.ShowModal();
         }
     });
-    if (trap.Caught()) {
+    if (error) {
         FailureShow(u"Kann Programm nicht ausführen:", platform::TextFromAnsi(platform::ProgramFolder()),
-                    LastError().Description());
+                    error->description);
     }
 }

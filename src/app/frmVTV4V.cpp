@@ -1,5 +1,7 @@
 #include "app/frmVTV4V.h"
 
+#include <optional>
+
 #include "app/modTaskBar.h"
 #include "common/Error.h"
 #include "platform/Process.h"
@@ -11,21 +13,30 @@ namespace {
 // The buttons by their tab index, which is their place in the design.
 enum Button : std::size_t { btnExport, btnImport, btnDemo, btnClear, btnEdit, btnQuit };
 
-const Text ExportToolTip =
-    u"Die aktuellen Versions-Einstellungen werden in die Steuerungs-Datei exportiert. Die kann angepasst und "
-    u"abgespeichert werden.";
-const Text ImportToolTip = u"Die Steuerungs-Datei wird importiert. Die neuen Versions-Einstellungen werden gesetzt.";
-const Text DemoToolTip =
-    u"Es wird eine Steuerungs-Datei zu Demonstrationszwecken erstellt. Die kann angepasst und abgespeichert werden.";
-const Text ClearToolTip = u"Alle Versions-Einstellungen werden gelöscht.";
-const Text EditToolTip = u"Die Steuerungs-Datei bearbeiten.";
-const Text QuitToolTip = u"Programm beenden.";
+constexpr TextView ImportToolTip =
+    u"Die Steuerungs-Datei wird importiert. Die neuen Versions-Einstellungen werden gesetzt.";
+constexpr TextView ClearToolTip = u"Alle Versions-Einstellungen werden gelöscht.";
 
-const Text ImportCaption = u"Importieren";
-const Text ClearCaption = u"Löschen";
+struct ToolTip {
+    Button button;
+    TextView text;
+};
+constexpr ToolTip ToolTips[] = {
+    {btnClear, ClearToolTip},
+    {btnDemo,
+     u"Es wird eine Steuerungs-Datei zu Demonstrationszwecken erstellt. Die kann angepasst und abgespeichert werden."},
+    {btnExport,
+     u"Die aktuellen Versions-Einstellungen werden in die Steuerungs-Datei exportiert. Die kann angepasst und "
+     u"abgespeichert werden."},
+    {btnImport, ImportToolTip},
+    {btnEdit, u"Die Steuerungs-Datei bearbeiten."},
+    {btnQuit, u"Programm beenden."}};
 
-platform::Control ButtonDesign(const Text& caption, std::int32_t left, std::int32_t top) {
-    return {platform::ControlKind::Button, caption, {left, top, 1335, 375}};
+constexpr TextView ImportCaption = u"Importieren";
+constexpr TextView ClearCaption = u"Löschen";
+
+platform::Control ButtonDesign(TextView caption, std::int32_t left, std::int32_t top) {
+    return {platform::ControlKind::Button, Text(caption), {left, top, 1335, 375}};
 }
 
 // All lengths in twips.
@@ -41,29 +52,29 @@ platform::WindowDesign Design() {
 }
 
 // Asks before an operation that changes the registry, and tells how it ended; what went wrong is not told.
-void Confirmed(const Text& caption, const Text& effect, void (*operation)()) {
+void Confirmed(TextView caption, TextView effect, void (*operation)()) {
     const std::int32_t answer =
-        platform::MessageBoxW(effect + u"\r\nWeiterfahren?", platform::ProgramVersionGet().fileDescription,
+        platform::MessageBoxW(Text(effect) + u"\r\nWeiterfahren?", platform::ProgramVersionGet().fileDescription,
                               platform::ButtonsYesNoCancel + platform::IconQuestion);
     if (answer != platform::AnswerYes) {
         return;
     }
-    const JumpTrap trap([&] {
+    const std::optional<Error> error = TrapError([&] {
         operation();
-        platform::MessageBoxW(u"Fertig", caption, platform::ButtonsOk + platform::IconInformation);
+        platform::MessageBoxW(u"Fertig", Text(caption), platform::ButtonsOk + platform::IconInformation);
     });
-    if (trap.Caught()) {
-        platform::MessageBoxW(u"Fehlgeschlagen!", caption, platform::ButtonsOk + platform::IconCritical);
+    if (error) {
+        platform::MessageBoxW(u"Fehlgeschlagen!", Text(caption), platform::ButtonsOk + platform::IconCritical);
     }
 }
 
 // Runs an operation that writes the control file; false when it could not be written, which the user then knows.
 bool ControlFileWritten(void (*operation)()) {
-    const JumpTrap trap(operation);
-    if (trap.Caught()) {
-        FailureShow(u"Kann Steuerungs-Datei nicht schreiben:", ControlFilePath, LastError().Description());
+    const std::optional<Error> error = TrapError(operation);
+    if (error) {
+        FailureShow(u"Kann Steuerungs-Datei nicht schreiben:", ControlFilePath, error->description);
     }
-    return !trap.Caught();
+    return !error;
 }
 
 }  // namespace
@@ -88,15 +99,14 @@ void frmVTV4V::ShowModal() {
 }
 
 bool frmVTV4V::Loaded() {
-    const JumpTrap trap([this] { Load(); });
-    if (trap.Caught()) {
-        const Text& product =
-            MainVersions == nullptr ? ProductProfileMain::RegistryPath : ProductProfileReporting::RegistryPath;
+    const std::optional<Error> error = TrapError([this] { Load(); });
+    if (error) {
+        const Text product(MainVersions == nullptr ? MainRegistryPath : ReportingRegistryPath);
         // A registry failure may have no description but the one that was pending; its number tells it in any case.
         FailureShow(u"Kann Versions-Einstellungen nicht laden:", product,
-                    Trim(LastError().Description() + u" (Fehler " + DecimalText(LastError().Number()) + u")"));
+                    Trim(error->description + u" (Fehler " + DecimalText(error->number) + u")"));
     }
-    return !trap.Caught();
+    return !error;
 }
 
 void frmVTV4V::Load() {
@@ -105,12 +115,9 @@ void frmVTV4V::Load() {
     reportingProfile_ = std::make_unique<ProductProfileReporting>();
     ReportingVersions = reportingProfile_->Profile.Table;
     ControlFilePath = ControlFilePathGet();
-    platform::ControlToolTip(window_, btnClear, ClearToolTip);
-    platform::ControlToolTip(window_, btnDemo, DemoToolTip);
-    platform::ControlToolTip(window_, btnExport, ExportToolTip);
-    platform::ControlToolTip(window_, btnImport, ImportToolTip);
-    platform::ControlToolTip(window_, btnEdit, EditToolTip);
-    platform::ControlToolTip(window_, btnQuit, QuitToolTip);
+    for (const ToolTip& toolTip : ToolTips) {
+        platform::ControlToolTip(window_, toolTip.button, Text(toolTip.text));
+    }
 }
 
 void frmVTV4V::Unload() {

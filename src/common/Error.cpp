@@ -1,10 +1,11 @@
 #include "common/Error.h"
 
+#include <string>
 #include <utility>
 
 namespace {
 
-Text RuntimeErrorText(RuntimeError error) {
+TextView RuntimeErrorText(RuntimeError error) {
     switch (error) {
         case RuntimeError::InvalidArgument:
             return u"Ungültiger Prozeduraufruf oder ungültiges Argument";
@@ -59,12 +60,18 @@ RuntimeError FromFileStatus(platform::Status status) {
 
 }  // namespace
 
+Error::Error(std::int32_t thisNumber, Text thisDescription)
+    : std::runtime_error("error " + std::to_string(thisNumber)),
+      number(thisNumber),
+      description(std::move(thisDescription)) {
+}
+
 void ErrorState::Set(const Error& error) {
     number_ = error.number;
     description_ = error.description;
 }
 
-void ErrorState::Clear() {
+void ErrorState::Clear() noexcept {
     number_ = 0;
     description_.clear();
 }
@@ -75,17 +82,20 @@ ErrorState& LastError() {
 }
 
 Error RuntimeErrorOf(RuntimeError error) {
-    return {static_cast<std::int32_t>(error), RuntimeErrorText(error)};
+    return {static_cast<std::int32_t>(error), Text(RuntimeErrorText(error))};
 }
 
-void Raise(std::int32_t number, Text description) {
-    LastError().Set({number, description});
-    throw Error{number, std::move(description)};
+void Raise(const Error& error) {
+    LastError().Set(error);
+    throw error;
+}
+
+void Raise(std::int32_t number, const Text& description) {
+    Raise(Error(number, description));
 }
 
 void Raise(RuntimeError error) {
-    Error raised = RuntimeErrorOf(error);
-    Raise(raised.number, std::move(raised.description));
+    Raise(RuntimeErrorOf(error));
 }
 
 void RaiseFileStatus(platform::Status status) {

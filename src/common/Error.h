@@ -2,13 +2,16 @@
 
 #include <cstdint>
 #include <new>
-#include <utility>
+#include <optional>
+#include <stdexcept>
 
 #include "common/Text.h"
 #include "platform/Handle.h"
 
-// A raised error on its way to a trap.
-struct Error {
+// A raised error on its way to the trap that ends it.
+struct Error : std::runtime_error {
+    Error(std::int32_t thisNumber, Text thisDescription);
+
     std::int32_t number;
     Text description;
 };
@@ -20,7 +23,7 @@ public:
     [[nodiscard]] std::int32_t Number() const { return number_; }
     [[nodiscard]] const Text& Description() const { return description_; }
     void Set(const Error& error);
-    void Clear();
+    void Clear() noexcept;
 
 private:
     std::int32_t number_ = 0;
@@ -51,56 +54,45 @@ enum class RuntimeError : std::int32_t {
 Error RuntimeErrorOf(RuntimeError error);
 
 // Enters the error in the error state and throws it as an Error.
-[[noreturn]] void Raise(std::int32_t number, Text description);
+[[noreturn]] void Raise(const Error& error);
+[[noreturn]] void Raise(std::int32_t number, const Text& description);
 // With the error's German text as the description.
 [[noreturn]] void Raise(RuntimeError error);
 
 // Raises the language's error for a file call's status; StatusSuccess raises nothing.
 void RaiseFileStatus(platform::Status status);
 
-// Runs `steps` and absorbs the error that leaves them, with the error state holding it. True when there was one. The
-// one place that catches errors for good; the traps below are its only callers.
+// The trap that jumps: runs `steps`, which an error leaves at once, and gives that error. The error state is clear
+// then. Without an error the state stays as it was: what it holds may be an outer trap's.
 template <typename Steps>
-bool ErrorAbsorbed(const Steps& steps) {
+std::optional<Error> TrapError(const Steps& steps) {
+    std::optional<Error> trapped;
     try {
         steps();
-        return false;
     } catch (const Error& error) {
-        LastError().Set(error);
+        trapped = error;
     } catch (const std::bad_alloc&) {
-        LastError().Set(RuntimeErrorOf(RuntimeError::OutOfMemory));
+        trapped = RuntimeErrorOf(RuntimeError::OutOfMemory);
     }
-    return true;
+    if (trapped) {
+        LastError().Clear();
+    }
+    return trapped;
 }
 
-// The trap that jumps: runs `steps` as it is made; an error leaves them at once, and execution goes on behind the
-// making of the trap. The error state lasts until the trap ends with its scope.
-class JumpTrap {
-public:
-    template <typename Steps>
-    explicit JumpTrap(const Steps& steps) : caught_(ErrorAbsorbed(steps)) {}
-    ~JumpTrap() { LastError().Clear(); }
-    JumpTrap(const JumpTrap&) = delete;
-    JumpTrap& operator=(const JumpTrap&) = delete;
-
-    [[nodiscard]] bool Caught() const { return caught_; }
-
-private:
-    bool caught_;
-};
-
-// The trap that goes on with the next statement: each call runs one step and absorbs its error, which stays in the
-// error state until a later step raises, the state is cleared, or the trap ends with its scope.
-class ResumeTrap {
-public:
-    ResumeTrap() = default;
-    ~ResumeTrap() { LastError().Clear(); }
-    ResumeTrap(const ResumeTrap&) = delete;
-    ResumeTrap& operator=(const ResumeTrap&) = delete;
-
-    // True when the step ran to its end.
-    template <typename Step>
-    bool operator()(const Step& step) {
-        return !ErrorAbsorbed(step);
+// The trap that goes on with the next step: runs each of `steps`, and an error ends its own step alone. The steps
+// behind it find it in the error state, which is clear once all have run. Without an error the state stays as it was.
+template <typename... Steps>
+void IgnoreErrors(const Steps&... steps) {
+    bool trapped = false;
+    const auto run = [&](const auto& step) {
+        if (const std::optional<Error> error = TrapError(step)) {
+            LastError().Set(*error);
+            trapped = true;
+        }
+    };
+    (run(steps), ...);
+    if (trapped) {
+        LastError().Clear();
     }
-};
+}

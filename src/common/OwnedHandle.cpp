@@ -1,6 +1,6 @@
 #include "common/OwnedHandle.h"
 
-void OwnedHandle::Close() {
+void OwnedHandle::Close() noexcept {
     if (handle_ != 0) {
         platform::CloseHandle(handle_);
         handle_ = 0;

@@ -12,7 +12,7 @@ public:
     OwnedHandle& operator=(const OwnedHandle&) = delete;
 
     [[nodiscard]] platform::Handle Get() const { return handle_; }
-    void Close();
+    void Close() noexcept;
 
 private:
     platform::Handle handle_ = 0;

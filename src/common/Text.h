@@ -2,10 +2,14 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 // A text of 16-bit characters. Positions in it count from 1.
 using Text = std::u16string;
+
+// Part of a text that is kept elsewhere; the form of all texts that are known at compile time.
+using TextView = std::u16string_view;
 
 // Decimal digits, with a "-" before a negative number.
 Text DecimalText(std::int32_t number);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <limits>
-#include <vector>
+#include <utility>
 
 #include "common/Error.h"
 
@@ -145,15 +145,10 @@ Text FoldAccents(const Text& text) {
 }
 
 Text ExpandUmlauts(const Text& text) {
-    struct Pair {
-        Text umlaut;
-        Text letters;
-    };
-    static const std::vector<Pair> pairs = {{u"ä", u"ae"}, {u"Ä", u"AE"}, {u"ö", u"oe"},
-                                            {u"Ö", u"OE"}, {u"ü", u"ue"}, {u"Ü", u"UE"}};
     Text expanded = text;
-    for (const Pair& pair : pairs) {
-        expanded = ReplaceAll(expanded, pair.umlaut, pair.letters);
+    for (const auto& [umlaut, letters] :
+         {std::pair(u"ä", u"ae"), {u"Ä", u"AE"}, {u"ö", u"oe"}, {u"Ö", u"OE"}, {u"ü", u"ue"}, {u"Ü", u"UE"}}) {
+        expanded = ReplaceAll(expanded, umlaut, letters);
     }
     return expanded;
 }

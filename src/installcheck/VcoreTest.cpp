@@ -1,6 +1,7 @@
 #include "installcheck/VcoreTest.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "common/Conversion.h"
@@ -19,10 +20,10 @@
 
 namespace {
 
-const Text CoreProductName = u"Vandrel Core V1";
+constexpr TextView CoreProductName = u"Vandrel Core V1";
 
-const Text TestMark = u", Test=";
-const Text Passed = u"Ok";
+constexpr TextView TestMark = u", Test=";
+constexpr TextView Passed = u"Ok";
 
 Text Failed(const Text& failure) {
     return u"*** " + failure + u" ***";
@@ -82,7 +83,7 @@ std::int32_t sevDTA_Init(const Text& libraryPath) {
 }  // namespace
 
 VcoreTest::VcoreTest() {
-    coreProduct_.DisplayName(CoreProductName);
+    coreProduct_.DisplayName(::Text(CoreProductName));
     report_.FilePath(platform::TextFromAnsi(platform::ProgramFolder()));
 }
 
@@ -206,14 +207,15 @@ void VcoreTest::TestMazeWalker() {
 }
 
 void VcoreTest::ObjectTest(const ::Text& rowName, const ::Text& fileText, const ::Text& programmaticIdentifier) {
-    ItemAdd(rowName, FileFound(fileText) ? fileText + TestMark + ObjectTestText(programmaticIdentifier) : fileText);
+    ItemAdd(rowName,
+            FileFound(fileText) ? fileText + ::Text(TestMark) + ObjectTestText(programmaticIdentifier) : fileText);
 }
 
 ::Text VcoreTest::ObjectTestText(const ::Text& programmaticIdentifier) {
-    const JumpTrap trap([&] { const OwnedObject object(programmaticIdentifier); });
-    if (!trap.Caught()) {
-        return Passed;
+    const std::optional<Error> error = TrapError([&] { const OwnedObject object(programmaticIdentifier); });
+    if (!error) {
+        return ::Text(Passed);
     }
     allOk_ = false;
-    return Failed(LastError().Description());
+    return Failed(error->description);
 }

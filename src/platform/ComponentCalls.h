@@ -16,7 +16,7 @@ using ObjectReference = std::intptr_t;
 Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReference& object);
 
 // Releases an object; 0 is passed over.
-void ReleaseObject(ObjectReference object);
+void ReleaseObject(ObjectReference object) noexcept;
 
 // Loads the library at `libraryPath`, calls its `function` (stdcall on 32-bit systems) with one text, and unloads it.
 // All three are in the system's 8-bit code page. `result` is set on StatusSuccess alone; 126 when the library cannot be

@@ -43,7 +43,7 @@ Status MoveFileExA(const std::string& from, const std::string& to);
 Status ReplaceFileA(const std::string& replaced, const std::string& replacement);
 
 // Deletes a file: 2 or 3 when it is missing, 5 when it is read-only or a folder.
-Status DeleteFileA(const std::string& path);
+Status DeleteFileA(const std::string& path) noexcept;
 
 // A directory search with the normal attribute set: the name of the first file that matches `path`, the empty text for
 // none. Hidden files, system files and folders do not match.

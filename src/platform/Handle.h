@@ -36,6 +36,6 @@ inline constexpr Status StatusIoDevice = 1117;        // ERROR_IO_DEVICE: any ot
 inline constexpr Status StatusDiskQuota = 1295;       // ERROR_DISK_QUOTA_EXCEEDED
 
 // Closes a handle of a file or a process. StatusInvalidHandle for anything else, 0 included.
-Status CloseHandle(Handle handle);
+Status CloseHandle(Handle handle) noexcept;
 
 }  // namespace platform

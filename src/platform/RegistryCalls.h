@@ -37,7 +37,7 @@ inline constexpr std::uint32_t RegMultiSz = 7;
 Status RegOpenKeyExA(Handle key, const std::string& subKey, std::uint32_t options, std::int32_t access, Handle& opened);
 
 // Closes an open key; 6 for a number that is no handle.
-Status RegCloseKey(Handle key);
+Status RegCloseKey(Handle key) noexcept;
 
 // Opens `subKey` below `key` with the rights of `access` and creates every level that is missing. `disposition` is 1
 // when the key was created and 2 when it was there.

@@ -69,7 +69,7 @@ Handle WindowCreate(const WindowDesign& design, WindowEvents events);
 void WindowShowModal(Handle window);
 
 // Destroys the window; one that is gone already is passed over.
-void WindowDestroy(Handle window);
+void WindowDestroy(Handle window) noexcept;
 
 void ControlCaption(Handle window, std::size_t control, const std::u16string& caption);
 void ControlToolTip(Handle window, std::size_t control, const std::u16string& text);

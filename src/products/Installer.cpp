@@ -10,10 +10,11 @@ namespace {
 
 constexpr std::size_t ListCapacity = 1000;
 
-const Text UnInstallRoot = u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\UnInstall";
+constexpr TextView UnInstallRoot = u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\UnInstall";
 // The installer keeps what it installed for all users under the identity of the system's own account.
-const Text InstallerRoot = u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Installer\\UserData\\S-1-5-18\\Products";
-const Text InstallerSubKey = u"\\InstallProperties";
+constexpr TextView InstallerRoot =
+    u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Installer\\UserData\\S-1-5-18\\Products";
+constexpr TextView InstallerSubKey = u"\\InstallProperties";
 
 // What stands in the first braces of an uninstall string, without a look at its form.
 Text ExtractGUI(const Text& unInstallString) {
@@ -95,11 +96,11 @@ void Installer::FindProduct(const Text& match, bool byGUI) {
 
 // The one walk behind every lookup and, with an empty `match`, behind the list.
 void Installer::ScanProducts(const Text& match, bool byGUI, bool userMode) {
-    const Text root = userMode ? InstallerRoot : UnInstallRoot;
-    const Text below = userMode ? InstallerSubKey : Text();
+    const Text root(userMode ? InstallerRoot : UnInstallRoot);
+    const TextView below = userMode ? InstallerSubKey : TextView();
     Registry products;
     const KeyCloser closer(products);
-    const JumpTrap trap([&] {
+    TrapError([&] {
         products.KeyOpenLocalMachine(root);
         for (products.SubKeyFirst(); !products.EOF_SubKey(); products.SubKeyNext()) {
             Text path = root;
@@ -117,13 +118,12 @@ void Installer::ReadRecord(const Text& path) {
     ClearRecord();
     Registry product;
     const KeyCloser closer(product);
-    ResumeTrap trap;
-    trap([&] { product.KeyOpenLocalMachine(path); });
-    trap([&] { record_.displayName = TextFrom(product.Value(u"DisplayName")); });
-    trap([&] { record_.unInstallString = TextFrom(product.Value(u"UnInstallString")); });
-    trap([&] { record_.gui = ExtractGUI(record_.unInstallString); });
-    trap([&] { record_.version = LongFrom(product.Value(u"Version")); });
-    trap([&] { record_.installLocation = TextFrom(product.Value(u"InstallLocation")); });
+    IgnoreErrors([&] { product.KeyOpenLocalMachine(path); },
+                 [&] { record_.displayName = TextFrom(product.Value(u"DisplayName")); },
+                 [&] { record_.unInstallString = TextFrom(product.Value(u"UnInstallString")); },
+                 [&] { record_.gui = ExtractGUI(record_.unInstallString); },
+                 [&] { record_.version = LongFrom(product.Value(u"Version")); },
+                 [&] { record_.installLocation = TextFrom(product.Value(u"InstallLocation")); });
 }
 
 bool Installer::EndsWalk(const Text& match, bool byGUI) {

@@ -1,6 +1,7 @@
 #include "settings/IniFile4.h"
 
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "common/Error.h"
@@ -12,7 +13,7 @@
 namespace {
 
 // The name under whose key a section's heading stands.
-const Text HeadingName = u"_";
+constexpr TextView HeadingName = u"_";
 
 Text ItemKey(const Text& name) {
     return u"KEY" + name;
@@ -69,7 +70,7 @@ void IniFile4::ReadFile(const Text& thisFilePath) {
     if (filePath_.empty()) {
         return;
     }
-    const JumpTrap trap([this] {
+    TrapError([this] {
         TextFileReader file(filePath_);
         while (!file.AtEnd()) {
             ParseLine(file.ReadLine());
@@ -95,11 +96,10 @@ void IniFile4::ParseLine(const Text& fileLine) {
 }
 
 void IniFile4::Section(const Text& thisName) {
-    ResumeTrap trap;
-    trap([&] {
+    IgnoreErrors([&] {
         if (sections_->Find(ItemKey(thisName)) == nullptr) {
             IniSection section;
-            section.Add(ItemKey(HeadingName), u"[" + thisName + u"]");
+            section.Add(ItemKey(Text(HeadingName)), u"[" + thisName + u"]");
             sections_->Add(ItemKey(thisName), std::move(section));
         }
     });
@@ -108,8 +108,7 @@ void IniFile4::Section(const Text& thisName) {
 void IniFile4::Value(const Text& thisSection, const Text& thisName, const Text& thisValue) {
     const Text line = thisValue.empty() ? thisName : thisName + u"=" + thisValue;
     Section(thisSection);
-    ResumeTrap trap;
-    trap([&] {
+    IgnoreErrors([&] {
         if (IniSection* const section = sections_->Find(ItemKey(thisSection))) {
             section->Remove(ItemKey(thisName));
             section->Add(ItemKey(thisName), line);
@@ -149,13 +148,13 @@ Text IniFile4::Stream() const {
     if (sections_->IsEmpty()) {
         return stream;
     }
-    const JumpTrap trap([&] {
+    const std::optional<Error> error = TrapError([&] {
         for (const auto& [place, section] : *sections_) {
             StreamSection(stream, section);
         }
     });
-    if (trap.Caught()) {
-        StreamLine(stream, LastError().Description());
+    if (error) {
+        StreamLine(stream, error->description);
     }
     return stream;
 }

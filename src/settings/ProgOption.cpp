@@ -1,5 +1,7 @@
 #include "settings/ProgOption.h"
 
+#include <optional>
+
 #include "common/Error.h"
 #include "common/modStringLibrary.h"
 #include "platform/RegistryCalls.h"
@@ -7,8 +9,8 @@
 
 namespace {
 
-const Text ProbeName = u"_ProgOption_";
-const Text ProbeText = u"_Test1234_";
+constexpr TextView ProbeName = u"_ProgOption_";
+constexpr TextView ProbeText = u"_Test1234_";
 
 }  // namespace
 
@@ -28,13 +30,11 @@ Text ProgOption::SectionKey(const Text& section) const {
 
 Variant ProgOption::Get(Store open, const Text& section, const Text& name, const Variant& byDefault) {
     Variant result = std::holds_alternative<NotGiven>(byDefault) ? Variant(Empty{}) : byDefault;
-    {
-        const JumpTrap trap([&] {
-            (optionKey_.*open)(SectionKey(section), false);
-            result = optionKey_.Value(name);
-        });
-        optionKey_.KeyClose();
-    }
+    TrapError([&] {
+        (optionKey_.*open)(SectionKey(section), false);
+        result = optionKey_.Value(name);
+    });
+    optionKey_.KeyClose();
     platform::DoEvents();
     return result;
 }
@@ -73,22 +73,21 @@ void ProgOption::Set(Store open, const Text& section, const Text& name, const Va
 }
 
 void ProgOption::Delete(Store open, const Text& section, const Text& name) {
-    {
-        const JumpTrap trap([&] {
-            (optionKey_.*open)(SectionKey(section), false);
-            optionKey_.ValueNameDelete(name);
-        });
-        optionKey_.KeyClose();
-    }
+    TrapError([&] {
+        (optionKey_.*open)(SectionKey(section), false);
+        optionKey_.ValueNameDelete(name);
+    });
+    optionKey_.KeyClose();
     platform::DoEvents();
 }
 
 bool ProgOption::CanWrite(Store open, const Text& section) {
-    const JumpTrap trap([&] {
-        Set(open, section, ProbeName, ProbeText);
-        Delete(open, section, ProbeName);
+    const Text probe(ProbeName);
+    const std::optional<Error> error = TrapError([&] {
+        Set(open, section, probe, Text(ProbeText));
+        Delete(open, section, probe);
     });
-    return !trap.Caught();
+    return !error;
 }
 
 Variant ProgOption::CurrentUser(const Text& section, const Text& name, const Variant& byDefault) {

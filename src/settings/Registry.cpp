@@ -48,7 +48,7 @@ std::int32_t NumberFromBytes(const std::string& bytes) {
 
 }  // namespace
 
-void Registry::KeyReset() {
+void Registry::KeyReset() noexcept {
     accessMode_ = platform::KeyQueryValue;
     accessExpected_ = 0;
     root_ = 0;
@@ -58,7 +58,7 @@ void Registry::KeyReset() {
     valueName_.clear();
 }
 
-void Registry::KeyClose() {
+void Registry::KeyClose() noexcept {
     platform::RegCloseKey(currentKey_);
     KeyReset();
 }

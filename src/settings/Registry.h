@@ -42,7 +42,7 @@ public:
     [[nodiscard]] const Text& SubKey() const { return subKey_; }
     [[nodiscard]] const Text& ValueName() const { return valueName_; }
 
-    void KeyClose();
+    void KeyClose() noexcept;
 
     // Open the key `path` below a root, the empty text for the root itself. With `force` a missing key is created with
     // all its levels. A failure closes and resets the object and is described "Key not opened: " and the path.
@@ -79,7 +79,7 @@ public:
     void Value(const Text& name, const Variant& value);
 
 private:
-    void KeyReset();
+    void KeyReset() noexcept;
     void KeyAccess(std::int32_t mask, bool force);
     void KeyOpenAhead(const std::string& path);
     void CreateFromRoot();

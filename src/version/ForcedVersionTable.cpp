@@ -17,15 +17,14 @@ constexpr std::int32_t NotInstalled = 99;
 
 // The section below a product's root that holds its table. The reporting module's root is the key "Reporting" below the
 // main product's: with any other section name no product's table can fall on the other's.
-const Text VersionSection = u"Version";
-const Text TableKey = u"ForcedVersion";
-const Text TableSection = VersionSection + u"\\" + TableKey;
-const Text UserNote = u"User";
+constexpr TextView VersionSection = u"Version";
+constexpr TextView TableKey = u"ForcedVersion";
+constexpr TextView TableSection = u"Version\\ForcedVersion";
 
-const Text DefaultItemName = u"(Standard)";
+constexpr TextView DefaultItemName = u"(Standard)";
 
 Text ItemNameOf(const Text& valueName) {
-    return valueName.empty() ? DefaultItemName : valueName;
+    return valueName.empty() ? Text(DefaultItemName) : valueName;
 }
 
 Text ValueNameOf(const Text& itemName) {
@@ -43,12 +42,13 @@ void Open(Registry& registry, bool localMachine, const Text& path) {
 }  // namespace
 
 Text ForcedVersionTable::VersionSectionKey() const {
-    return progOption_->SectionRoot() + u"\\" + VersionSection;
+    return progOption_->SectionRoot() + u"\\" + Text(VersionSection);
 }
 
 std::int32_t ForcedVersionTable::ForcedVersion(bool localMachine, const Text& valueName) const {
-    const Variant stored = localMachine ? progOption_->LocalMachine(TableSection, valueName)
-                                        : progOption_->CurrentUser(TableSection, valueName);
+    const Text section(TableSection);
+    const Variant stored =
+        localMachine ? progOption_->LocalMachine(section, valueName) : progOption_->CurrentUser(section, valueName);
     if (std::holds_alternative<Empty>(stored) || !IsNumeric(stored)) {
         return -1;
     }
@@ -56,33 +56,32 @@ std::int32_t ForcedVersionTable::ForcedVersion(bool localMachine, const Text& va
 }
 
 void ForcedVersionTable::ForcedVersion(bool localMachine, const Text& valueName, std::int32_t version) {
+    const Text section(TableSection);
     if (version >= 0) {
         if (localMachine) {
-            progOption_->LocalMachine(TableSection, valueName, NotGiven{}, version);
+            progOption_->LocalMachine(section, valueName, NotGiven{}, version);
         } else {
-            progOption_->CurrentUser(TableSection, valueName, NotGiven{}, version);
+            progOption_->CurrentUser(section, valueName, NotGiven{}, version);
         }
     } else if (localMachine) {
-        progOption_->LocalMachineDelete(TableSection, valueName);
+        progOption_->LocalMachineDelete(section, valueName);
     } else {
-        progOption_->CurrentUserDelete(TableSection, valueName);
+        progOption_->CurrentUserDelete(section, valueName);
     }
 }
 
 void ForcedVersionTable::ForcedVersionClear(bool localMachine) {
     Registry registry;
-    ResumeTrap trap;
-    trap([&] { Open(registry, localMachine, VersionSectionKey()); });
-    trap([&] { registry.SubKeyDelete(TableKey); });
-    trap([&] { registry.KeyClose(); });
+    IgnoreErrors([&] { Open(registry, localMachine, VersionSectionKey()); },
+                 [&] { registry.SubKeyDelete(Text(TableKey)); }, [&] { registry.KeyClose(); });
 }
 
 Text ForcedVersionTable::ForcedVersionAll(bool localMachine) const {
     Text items;
     Registry registry;
     const KeyCloser closer(registry);
-    const JumpTrap trap([&] {
-        Open(registry, localMachine, VersionSectionKey() + u"\\" + TableKey);
+    TrapError([&] {
+        Open(registry, localMachine, VersionSectionKey() + u"\\" + Text(TableKey));
         registry.ValueNameFirst();
         while (!registry.EOF_ValueName()) {
             const Text name = registry.ValueName();
@@ -141,7 +140,7 @@ void ForcedVersionTable::ResolveVersion() {
     ForcedCheckOne(true, domainUser);
     machineVersion_ = versionInForce_;
     ForcedCheckOne(false, {});
-    progOption_->CurrentUser(VersionSection, UserNote, NotGiven{}, domainUser);
+    progOption_->CurrentUser(Text(VersionSection), u"User", NotGiven{}, domainUser);
 }
 
 void ForcedVersionTable::ForcedCheckOne(bool localMachine, const Text& valueName) {

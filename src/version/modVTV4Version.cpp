@@ -1,5 +1,7 @@
 #include "version/modVTV4Version.h"
 
+#include <optional>
+
 #include "common/Environment.h"
 #include "common/Error.h"
 #include "common/TextFile.h"
@@ -15,11 +17,11 @@ std::shared_ptr<ForcedVersionTable> ReportingVersions;
 
 namespace {
 
-const Text MainSection = u"Tallora";
-const Text ReportingSection = u"Reporting";
+constexpr TextView MainSection = u"Tallora";
+constexpr TextView ReportingSection = u"Reporting";
 
-Text SectionHead(const Text& section) {
-    return u"[" + section + u"]";
+Text SectionHead(TextView section) {
+    return u"[" + Text(section) + u"]";
 }
 
 // A line for each piece. The empty piece behind an item string's last ";" is the empty line behind each list.
@@ -108,9 +110,8 @@ void ClearVersions() {
 
 void EditControlFile() {
     LastError().Clear();
-    const JumpTrap trap([] { ShellOpen(ControlFilePath); });
-    if (trap.Caught()) {
-        FailureShow(u"Kann Version File nicht öffnen:", ControlFilePath, LastError().Description());
+    if (const std::optional<Error> error = TrapError([] { ShellOpen(ControlFilePath); })) {
+        FailureShow(u"Kann Version File nicht öffnen:", ControlFilePath, error->description);
     }
 }
 

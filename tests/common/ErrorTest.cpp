@@ -1,3 +1,6 @@
+#include <new>
+#include <string_view>
+
 #include "Check.h"
 
 TEST_CASE("An error passes an inner trap that ended before it, and exhausted memory is an error too") {
@@ -9,4 +12,14 @@ TEST_CASE("An error passes an inner trap that ended before it, and exhausted mem
     });
     CHECK(raised.number == 5);
     CHECK(raised.description == u"außen");
+    CHECK(raised.what() == std::string_view("error 5"));
+    CHECK(LastError().Number() == 0);
+}
+
+TEST_CASE("The steps behind an error find it pending, also behind a trap that caught nothing") {
+    const auto pending = [](std::int32_t number) { CHECK(LastError().Number() == number); };
+    IgnoreErrors([&] { pending(0); }, [] { Raise(5, u"a"); }, [&] { pending(5); }, [] { TrapError([] {}); },
+                 [] { IgnoreErrors([] {}); }, [&] { pending(5); }, [] { throw std::bad_alloc(); }, [&] { pending(7); },
+                 [] { TrapError([] { Raise(5, u"b"); }); }, [&] { pending(0); });
+    CHECK(LastError().Number() == 0);
 }

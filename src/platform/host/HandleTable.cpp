@@ -37,7 +37,7 @@ HandleObject* HandleFind(Handle handle) {
 
 namespace platform {
 
-Status CloseHandle(Handle handle) {
+Status CloseHandle(Handle handle) noexcept {
     return host::Table().objects.erase(handle) == 0 ? StatusInvalidHandle : StatusSuccess;
 }
 

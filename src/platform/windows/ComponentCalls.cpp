@@ -47,7 +47,7 @@ Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReferenc
     return StatusSuccess;
 }
 
-void ReleaseObject(ObjectReference object) {
+void ReleaseObject(ObjectReference object) noexcept {
     if (object != 0) {
         reinterpret_cast<IUnknown*>(object)->Release();
     }

@@ -80,7 +80,7 @@ Status ReplaceFileA(const std::string& replaced, const std::string& replacement)
     return windows::StatusOf(::ReplaceFileA(replaced.c_str(), replacement.c_str(), nullptr, 0, nullptr, nullptr));
 }
 
-Status DeleteFileA(const std::string& path) {
+Status DeleteFileA(const std::string& path) noexcept {
     return windows::StatusOf(::DeleteFileA(path.c_str()));
 }
 

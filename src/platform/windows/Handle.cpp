@@ -4,7 +4,7 @@
 
 namespace platform {
 
-Status CloseHandle(Handle handle) {
+Status CloseHandle(Handle handle) noexcept {
     return windows::StatusOf(::CloseHandle(windows::SystemHandleOf<HANDLE>(handle)));
 }
 

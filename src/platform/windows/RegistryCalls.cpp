@@ -42,7 +42,7 @@ Status RegOpenKeyExA(Handle key, const std::string& subKey, std::uint32_t option
     return status;
 }
 
-Status RegCloseKey(Handle key) {
+Status RegCloseKey(Handle key) noexcept {
     return ::RegCloseKey(KeyOf(key));
 }
 

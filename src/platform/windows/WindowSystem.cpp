@@ -74,7 +74,7 @@ void WindowShowModal(Handle window) {
     windows::EventFailureThrow();
 }
 
-void WindowDestroy(Handle window) {
+void WindowDestroy(Handle window) noexcept {
     if (windows::Window::Find(WindowOf(window)) != nullptr) {
         ::DestroyWindow(WindowOf(window));
     }

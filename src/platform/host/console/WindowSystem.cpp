@@ -138,7 +138,7 @@ void WindowShowModal(Handle window) {
     }
 }
 
-void WindowDestroy(Handle window) {
+void WindowDestroy(Handle window) noexcept {
     host::WindowRemove(window);
 }
 

@@ -247,15 +247,19 @@ Status ReplaceFileA(const std::string& replaced, const std::string& replacement)
     return StatusSuccess;
 }
 
-Status DeleteFileA(const std::string& path) {
-    const host::DrivePlace place = host::FindPlace(path);
-    if (const Status refusal = ChangeRefusal(place); refusal != StatusSuccess) {
-        return refusal;
+Status DeleteFileA(const std::string& path) noexcept {
+    try {
+        const host::DrivePlace place = host::FindPlace(path);
+        if (const Status refusal = ChangeRefusal(place); refusal != StatusSuccess) {
+            return refusal;
+        }
+        if (const Status refusal = FolderRefusal(place.path); refusal != StatusSuccess) {
+            return refusal;
+        }
+        return unlink(place.path.c_str()) == 0 ? StatusSuccess : host::StatusFromErrno(errno);
+    } catch (const std::bad_alloc&) {
+        return host::StatusFromErrno(ENOMEM);
     }
-    if (const Status refusal = FolderRefusal(place.path); refusal != StatusSuccess) {
-        return refusal;
-    }
-    return unlink(place.path.c_str()) == 0 ? StatusSuccess : host::StatusFromErrno(errno);
 }
 
 std::string FindNormalFile(const std::string& path) {

@@ -128,7 +128,7 @@ Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReferenc
     return StatusSuccess;
 }
 
-void ReleaseObject(ObjectReference) {
+void ReleaseObject(ObjectReference) noexcept {
     // Nothing stands behind an object's number.
 }
 

@@ -149,7 +149,7 @@ Status RegOpenKeyExA(Handle key, const std::string& subKey, std::uint32_t /*opti
     return StatusSuccess;
 }
 
-Status RegCloseKey(Handle key) {
+Status RegCloseKey(Handle key) noexcept {
     return OpenKeys::OfMachine().Close(key);
 }
 
