@@ -4,16 +4,16 @@
 
 #include "platform/WindowSystem.h"
 
-void ShowInTaskBar(platform::Handle window, bool show) {
+void ShowInTaskBar(platform::Handle hWnd, bool show) {
     platform::LockWindowUpdate(platform::GetDesktopWindow());
-    platform::ShowWindow(window, platform::ShowHide);
-    std::int32_t style = platform::GetWindowLongA(window, platform::LongExtendedStyle);
+    platform::ShowWindow(hWnd, platform::ShowHide);
+    std::int32_t style = platform::GetWindowLongA(hWnd, platform::LongExtendedStyle);
     if (show) {
         style |= platform::ExtendedStyleAppWindow;
     } else {
         style &= ~platform::ExtendedStyleAppWindow;
     }
-    platform::SetWindowLongA(window, platform::LongExtendedStyle, style);
-    platform::ShowWindow(window, platform::ShowShow);
+    platform::SetWindowLongA(hWnd, platform::LongExtendedStyle, style);
+    platform::ShowWindow(hWnd, platform::ShowShow);
     platform::LockWindowUpdate(0);
 }

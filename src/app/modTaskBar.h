@@ -4,4 +4,4 @@
 
 // Gives a window a button in the task bar, or takes it away. The window is hidden and shown again for that, which makes
 // it active once more.
-void ShowInTaskBar(platform::Handle window, bool show);
+void ShowInTaskBar(platform::Handle hWnd, bool show);

@@ -1,5 +1,7 @@
 #include "common/Conversion.h"
 
+#include <cmath>
+
 #include "common/Error.h"
 #include "platform/Regional.h"
 
@@ -46,6 +48,14 @@ std::int32_t LongFrom(const Variant& value) {
         Raise(RuntimeError::TypeMismatch);
     }
     return *number;
+}
+
+std::int16_t IntegerFrom(double number) {
+    const double rounded = std::nearbyint(number);  // a tie to the even number, as the C library starts
+    if (!(rounded >= INT16_MIN && rounded <= INT16_MAX)) {
+        Raise(RuntimeError::Overflow);
+    }
+    return static_cast<std::int16_t>(rounded);
 }
 
 Text TextFrom(const Variant& value) {

@@ -18,5 +18,8 @@ bool IsNumeric(const Variant& value);
 // even one. Raises the overflow error (6) beyond 32 bits and the type mismatch (13) for any other value.
 std::int32_t LongFrom(const Variant& value);
 
+// The number as a signed 16-bit one, rounded in the same way. Raises the overflow error (6) beyond 16 bits.
+std::int16_t IntegerFrom(double number);
+
 // A text as it is, a whole number in decimal digits, a date in its default form; the empty text for any other value.
 Text TextFrom(const Variant& value);

@@ -185,9 +185,9 @@ void VcoreTest::TestMazeWalker() {
 
 ::Text VcoreTest::FileTest(const ::Text& path, bool noAdd) {
     ::Text text = u"Path(" + path + u"), ";
-    if (const ::Text stored = FilePathStored(path); !stored.empty()) {
-        text += u"Version(" + FileInfoGet(stored).Version + u"), ";
-        text += u"Release(" + TextFrom(FileDateGet(stored)) + u")";
+    if (FileExists(path)) {
+        text += u"Version(" + FileInfoGet(path).Version + u"), ";
+        text += u"Release(" + TextFrom(FileDateGet(path)) + u")";
     } else {
         allOk_ = false;
         text += Failed(u"File not Found");

@@ -4,16 +4,7 @@
 #include "platform/FileCalls.h"
 #include "platform/Regional.h"
 
+// A path that ends in a backslash is never a file: that is the rule here, whatever a search for it would find.
 bool FileExists(const Text& path) {
-    return !FilePathStored(path).empty();
-}
-
-Text FilePathStored(const Text& path) {
-    const Text name = PathFileName(path);
-    // A search for a path that ends in a backslash would find a file in that folder.
-    if (name.empty()) {
-        return {};
-    }
-    const Text stored = platform::TextFromAnsi(platform::FindNormalFile(platform::AnsiFromText(path)));
-    return stored.empty() ? stored : path.substr(0, path.size() - name.size()) + stored;
+    return !PathFileName(path).empty() && !platform::FindNormalFile(platform::AnsiFromText(path)).empty();
 }

@@ -19,7 +19,8 @@ Text ItemKey(const Text& name) {
     return u"KEY" + name;
 }
 
-// What follows `position`.
+// What follows `position`. MidFixed would overflow here: it adds position and length, which is beyond 16 bits for a
+// line of 32767 characters, and such a line is read, found and shown whole.
 Text Behind(const Text& line, std::int16_t position) {
     return line.substr(static_cast<std::size_t>(position));
 }
@@ -30,27 +31,30 @@ Text HeadingText(const Text& line) {
     return semicolon == 0 ? line : Behind(line, semicolon);
 }
 
-void StreamLine(Text& stream, const Text& line) {
-    if (!stream.empty()) {
-        stream += u"\r\n";
+void StreamLine(Text& streamText, const Text& line) {
+    if (!streamText.empty()) {
+        streamText += u"\r\n";
     }
-    stream += line;
+    streamText += line;
 }
 
-void StreamSection(Text& stream, const IniSection& section) {
-    StreamLine(stream, HeadingText(section.First()));
+void StreamSection(Text& streamText, const IniSection& section) {
+    StreamLine(streamText, HeadingText(section.First()));
     for (const auto& [place, line] : section) {
         if (!line.starts_with(u'[')) {
-            StreamLine(stream, line);
+            StreamLine(streamText, line);
         }
     }
-    StreamLine(stream, {});
+    StreamLine(streamText, {});
 }
 
 }  // namespace
 
 void IniFile4::Sections(std::shared_ptr<IniSections> sections) {
-    sections_ = std::move(sections);
+    Clear();
+    if (sections != nullptr) {
+        sections_ = std::move(sections);
+    }
 }
 
 void IniFile4::FilePath(const Text& thisFilePath) {
@@ -71,9 +75,9 @@ void IniFile4::ReadFile(const Text& thisFilePath) {
         return;
     }
     TrapError([this] {
-        TextFileReader file(filePath_);
-        while (!file.AtEnd()) {
-            ParseLine(file.ReadLine());
+        TextFileReader readStream(filePath_);
+        while (!readStream.AtEnd()) {
+            ParseLine(readStream.ReadLine());
         }
     });
 }
@@ -144,19 +148,19 @@ void IniFile4::WriteFile(const Text& thisFilePath, bool thisOverwite) {
 }
 
 Text IniFile4::Stream() const {
-    Text stream;
+    Text streamText;
     if (sections_->IsEmpty()) {
-        return stream;
+        return streamText;
     }
     const std::optional<Error> error = TrapError([&] {
         for (const auto& [place, section] : *sections_) {
-            StreamSection(stream, section);
+            StreamSection(streamText, section);
         }
     });
     if (error) {
-        StreamLine(stream, error->description);
+        StreamLine(streamText, error->description);
     }
-    return stream;
+    return streamText;
 }
 
 void IniFile4::Delete() const {

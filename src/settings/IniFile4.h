@@ -15,7 +15,8 @@ using IniSections = KeyedList<IniSection>;
 // could be read of it, a missing item the empty text. Comments and empty lines of a file are not kept.
 class IniFile4 {
 public:
-    // The document itself, shared with whoever holds it. Clearing and reading begin a new one.
+    // The document itself, shared with whoever holds it. Clearing and reading begin a new one, and so does setting it
+    // to null.
     [[nodiscard]] std::shared_ptr<IniSections> Sections() const { return sections_; }
     void Sections(std::shared_ptr<IniSections> sections);
 

@@ -4,7 +4,6 @@
 
 #include "common/Error.h"
 #include "common/modStringLibrary.h"
-#include "platform/RegistryCalls.h"
 #include "platform/WindowSystem.h"
 
 namespace {
@@ -39,36 +38,22 @@ Variant ProgOption::Get(Store open, const Text& section, const Text& name, const
     return result;
 }
 
-// A section's name that, put behind the root's path, is the section's path: no blank or backslash in it counts for
-// nothing.
-bool ProgOption::IsBelowRoot(const Text& section) const {
-    const Text root = SectionKey({});
-    return !root.ends_with(u'\\') && !section.starts_with(u'\\') && SectionKey(section) == root + u'\\' + section;
-}
-
-// Opens a section to write in it, and creates what is missing of it. A section that is there is entered from the root,
-// with all rights that creating it, opening it and writing would have asked for one by one. Where that is not to be had
-// each of them asks for its own, so that the one that fails tells why.
-void ProgOption::SectionOpen(Store open, const Text& section) {
+// Root and section are opened to be read, and each step then asks for the one right that it needs besides. To open them
+// with all rights at once would be fewer calls; but a right that is refused must fail the step that needs it, in that
+// step's words.
+void ProgOption::StoreValue(Store open, const Text& section, const Text& name, const Variant& value) {
+    const KeyCloser closer(optionKey_);
     if (!section.empty()) {
-        optionKey_.AccessExpected(platform::KeyCreateSubKey);
         (optionKey_.*open)(SectionKey({}), true);
-        if (IsBelowRoot(section) && optionKey_.SubKeyEnter(section, platform::KeySetValue)) {
-            return;
-        }
         optionKey_.SubKeyCreate(section);
         optionKey_.KeyClose();
     }
-    optionKey_.AccessExpected(platform::KeySetValue);
     (optionKey_.*open)(SectionKey(section), true);
+    optionKey_.Value(name, value);
 }
 
 void ProgOption::Set(Store open, const Text& section, const Text& name, const Variant& value) {
-    {
-        const KeyCloser closer(optionKey_);
-        SectionOpen(open, section);
-        optionKey_.Value(name, value);
-    }
+    StoreValue(open, section, name, value);
     platform::DoEvents();
 }
 

@@ -38,8 +38,7 @@ private:
 
     [[nodiscard]] Text SectionKey(const Text& section) const;
     Variant Get(Store open, const Text& section, const Text& name, const Variant& byDefault);
-    [[nodiscard]] bool IsBelowRoot(const Text& section) const;
-    void SectionOpen(Store open, const Text& section);
+    void StoreValue(Store open, const Text& section, const Text& name, const Variant& value);
     void Set(Store open, const Text& section, const Text& name, const Variant& value);
     void Delete(Store open, const Text& section, const Text& name);
     bool CanWrite(Store open, const Text& section);

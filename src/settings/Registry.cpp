@@ -2,7 +2,6 @@
 
 #include <cstdint>
 #include <string>
-#include <utility>
 
 #include "common/Conversion.h"
 #include "common/Error.h"
@@ -50,92 +49,76 @@ std::int32_t NumberFromBytes(const std::string& bytes) {
 
 void Registry::KeyReset() noexcept {
     accessMode_ = platform::KeyQueryValue;
-    accessExpected_ = 0;
-    root_ = 0;
+    hKey_ = 0;
     key_.clear();
-    currentKey_ = 0;
+    hCurrentKey_ = 0;
     subKey_.clear();
     valueName_.clear();
 }
 
 void Registry::KeyClose() noexcept {
-    platform::RegCloseKey(currentKey_);
+    platform::RegCloseKey(hCurrentKey_);
     KeyReset();
 }
 
-void Registry::KeyOpenLocalMachine(const Text& path, bool force) {
-    KeyOpen(platform::KeyLocalMachine, path, force);
+void Registry::KeyOpenLocalMachine(const Text& szKey, bool force) {
+    KeyOpen(platform::KeyLocalMachine, szKey, force);
 }
 
-void Registry::KeyOpenCurrentUser(const Text& path, bool force) {
-    KeyOpen(platform::KeyCurrentUser, path, force);
+void Registry::KeyOpenCurrentUser(const Text& szKey, bool force) {
+    KeyOpen(platform::KeyCurrentUser, szKey, force);
 }
 
-void Registry::KeyOpenClassesRoot(const Text& path, bool force) {
-    KeyOpen(platform::KeyClassesRoot, path, force);
+void Registry::KeyOpenClassesRoot(const Text& szKey, bool force) {
+    KeyOpen(platform::KeyClassesRoot, szKey, force);
 }
 
-void Registry::KeyOpenUsers(const Text& path, bool force) {
-    KeyOpen(platform::KeyUsers, path, force);
+void Registry::KeyOpenUsers(const Text& szKey, bool force) {
+    KeyOpen(platform::KeyUsers, szKey, force);
 }
 
-void Registry::KeyOpen(platform::Handle root, const Text& path, bool force) {
-    root_ = root;
-    key_ = path;
+void Registry::KeyOpen(platform::Handle hKey, const Text& szKey, bool force) {
+    hKey_ = hKey;
+    key_ = szKey;
     KeyAccess(0, force);
 }
 
-// Opens keys, alone with KeyOpenAhead and SubKeyEnter. `mask` holds the rights that the coming operation needs, 0 for
-// an open that takes what AccessMode says.
-void Registry::KeyAccess(std::int32_t mask, bool force) {
-    if (currentKey_ != 0) {
-        if ((accessMode_ & mask) == mask) {
+// The only place that opens a key. `accessMode` holds the rights that the coming operation needs, 0 for an open that
+// takes what AccessMode says.
+void Registry::KeyAccess(std::int32_t accessMode, bool force) {
+    if (hCurrentKey_ != 0) {
+        if ((accessMode_ & accessMode) == accessMode) {
             return;
         }
-        platform::RegCloseKey(currentKey_);
-        currentKey_ = 0;
-        accessMode_ |= mask;
+        platform::RegCloseKey(hCurrentKey_);
+        hCurrentKey_ = 0;
+        accessMode_ |= accessMode;
     }
     const std::string path = platform::AnsiFromText(key_);
-    KeyOpenAhead(path);
-    if (currentKey_ != 0) {
-        return;
-    }
-    platform::Status status = platform::RegOpenKeyExA(root_, path, 0, accessMode_, currentKey_);
-    if (currentKey_ == 0 && force) {
+    platform::Status status = platform::RegOpenKeyExA(hKey_, path, 0, accessMode_, hCurrentKey_);
+    if (hCurrentKey_ == 0 && force) {
         CreateFromRoot();
-        status = platform::RegOpenKeyExA(root_, path, 0, accessMode_, currentKey_);
+        status = platform::RegOpenKeyExA(hKey_, path, 0, accessMode_, hCurrentKey_);
     }
-    if (currentKey_ == 0) {
+    if (hCurrentKey_ == 0) {
         const Text refused = key_;
         KeyClose();
         Raise(status, u"Key not opened: " + refused);
     }
 }
 
-// Opens the key with the expected rights, if there are any and they are granted; a failure leaves nothing behind.
-void Registry::KeyOpenAhead(const std::string& path) {
-    if (accessExpected_ == 0) {
-        return;
-    }
-    const std::int32_t mask = accessMode_ | std::exchange(accessExpected_, 0);
-    if (platform::RegOpenKeyExA(root_, path, 0, mask, currentKey_) == platform::StatusSuccess) {
-        accessMode_ = mask;
-    }
-}
-
 // Creates the key of `key_` from the root. With the path held aside, widening the rights opens the root anew and not
 // the key that is still missing. The root itself belongs to the caller, one that was opened anew to us.
 void Registry::CreateFromRoot() {
-    currentKey_ = root_;
+    hCurrentKey_ = hKey_;
     const Text path = key_;
     key_.clear();
     SubKeyCreate(path);
     key_ = path;
-    if (currentKey_ != root_) {
-        platform::RegCloseKey(currentKey_);
+    if (hCurrentKey_ != hKey_) {
+        platform::RegCloseKey(hCurrentKey_);
     }
-    currentKey_ = 0;
+    hCurrentKey_ = 0;
 }
 
 // Whatever the status, the step has advanced; only a name that was delivered is not the end.
@@ -162,37 +145,22 @@ void Registry::SubKeyNext() {
     std::uint32_t nameSize = EnumerationBufferSize;
     std::uint32_t classSize = EnumerationBufferSize;
     const platform::Status status =
-        platform::RegEnumKeyExA(currentKey_, subKeyIndex_, name, nameSize, className, classSize);
+        platform::RegEnumKeyExA(hCurrentKey_, subKeyIndex_, name, nameSize, className, classSize);
     EnumerationStep(status, name, nameSize, subKeyIndex_, subKey_, eofSubKey_);
 }
 
-void Registry::SubKeyCreate(const Text& path) {
+void Registry::SubKeyCreate(const Text& newSubKey) {
     KeyAccess(platform::KeyCreateSubKey, false);
     platform::Handle created = 0;
     std::uint32_t disposition = 0;
-    RaiseOnFailure(platform::RegCreateKeyExA(currentKey_, platform::AnsiFromText(path), "", 0,
+    RaiseOnFailure(platform::RegCreateKeyExA(hCurrentKey_, platform::AnsiFromText(newSubKey), "", 0,
                                              platform::KeyCreateSubKey, created, disposition));
     platform::RegCloseKey(created);
 }
 
-bool Registry::SubKeyEnter(const Text& path, std::int32_t mask) {
+void Registry::SubKeyDelete(const Text& key) {
     KeyAccess(platform::KeyCreateSubKey, false);
-    const Text entered = key_.empty() ? path : key_ + u"\\" + path;
-    platform::Handle key = 0;
-    mask |= accessMode_;
-    if (platform::RegOpenKeyExA(root_, platform::AnsiFromText(entered), 0, mask, key) != platform::StatusSuccess) {
-        return false;
-    }
-    platform::RegCloseKey(currentKey_);
-    currentKey_ = key;
-    accessMode_ = mask;
-    key_ = entered;
-    return true;
-}
-
-void Registry::SubKeyDelete(const Text& name) {
-    KeyAccess(platform::KeyCreateSubKey, false);
-    RaiseAsErrorOnFailure(platform::RegDeleteKeyA(currentKey_, platform::AnsiFromText(name)));
+    RaiseAsErrorOnFailure(platform::RegDeleteKeyA(hCurrentKey_, platform::AnsiFromText(key)));
 }
 
 void Registry::ValueNameFirst() {
@@ -209,13 +177,13 @@ void Registry::ValueNameNext() {
     std::uint32_t dataSize = EnumerationBufferSize;
     std::uint32_t type = 0;
     const platform::Status status =
-        platform::RegEnumValueA(currentKey_, valueNameIndex_, name, nameSize, type, data, dataSize);
+        platform::RegEnumValueA(hCurrentKey_, valueNameIndex_, name, nameSize, type, data, dataSize);
     EnumerationStep(status, name, nameSize, valueNameIndex_, valueName_, eofValueName_);
 }
 
 void Registry::ValueNameDelete(const Text& name) {
     KeyAccess(platform::KeySetValue, false);
-    RaiseAsErrorOnFailure(platform::RegDeleteValueA(currentKey_, platform::AnsiFromText(name)));
+    RaiseAsErrorOnFailure(platform::RegDeleteValueA(hCurrentKey_, platform::AnsiFromText(name)));
 }
 
 Variant Registry::Value(const Text& name) {
@@ -223,7 +191,7 @@ Variant Registry::Value(const Text& name) {
     std::string buffer(ValueBufferSize, ' ');
     std::uint32_t size = ValueBufferSize;
     std::uint32_t type = platform::RegNone;
-    RaiseOnFailure(platform::RegQueryValueExA(currentKey_, platform::AnsiFromText(name), type, buffer, size));
+    RaiseOnFailure(platform::RegQueryValueExA(hCurrentKey_, platform::AnsiFromText(name), type, buffer, size));
     switch (type) {
         case platform::RegSz:
         case platform::RegExpandSz:
@@ -258,5 +226,5 @@ void Registry::StoreNumber(const Text& name, std::int32_t number) {
 }
 
 void Registry::Store(const Text& name, std::uint32_t type, const std::string& data) {
-    RaiseOnFailure(platform::RegSetValueExA(currentKey_, platform::AnsiFromText(name), type, data));
+    RaiseOnFailure(platform::RegSetValueExA(hCurrentKey_, platform::AnsiFromText(name), type, data));
 }

@@ -8,8 +8,8 @@
 #include "platform/Handle.h"
 #include "platform/RegistryCalls.h"
 
-// The one road to the registry. An object stands on at most one open key, below one of the roots. It opens the key with
-// the right to query values alone, unless AccessExpected named more, and opens it anew with wider rights the moment
+// The one way to the registry. An object stands on at most one open key, below one of the roots. It opens the key with
+// the right to query values alone, unless AccessMode was set before, and opens it anew with wider rights the moment
 // that an operation needs them.
 //
 // Every failure is raised with the status of the system's call as its number. Where no other description is told, it is
@@ -29,41 +29,32 @@ public:
     // The rights that the next open asks for (platform::KeyQueryValue and the like); they only grow while a key is
     // open.
     [[nodiscard]] std::int32_t AccessMode() const { return accessMode_; }
-    void AccessMode(std::int32_t mask) { accessMode_ = mask; }
+    void AccessMode(std::int32_t accessMode) { accessMode_ = accessMode; }
 
-    // Names the rights that the operation behind the next open needs, so that this one open asks for them at once.
-    // Where they are refused, or the key is missing, the open starts anew without them, and fails or is widened as
-    // ever.
-    void AccessExpected(std::int32_t mask) { accessExpected_ = mask; }
-
-    [[nodiscard]] platform::Handle hKey() const { return root_; }
-    [[nodiscard]] platform::Handle hCurrentKey() const { return currentKey_; }
+    [[nodiscard]] platform::Handle hKey() const { return hKey_; }
+    [[nodiscard]] platform::Handle hCurrentKey() const { return hCurrentKey_; }
     [[nodiscard]] const Text& Key() const { return key_; }
     [[nodiscard]] const Text& SubKey() const { return subKey_; }
     [[nodiscard]] const Text& ValueName() const { return valueName_; }
 
     void KeyClose() noexcept;
 
-    // Open the key `path` below a root, the empty text for the root itself. With `force` a missing key is created with
+    // Open the key `szKey` below a root, the empty text for the root itself. With `force` a missing key is created with
     // all its levels. A failure closes and resets the object and is described "Key not opened: " and the path.
-    void KeyOpenLocalMachine(const Text& path, bool force = false);
-    void KeyOpenCurrentUser(const Text& path, bool force = false);
-    void KeyOpenClassesRoot(const Text& path, bool force = false);
-    void KeyOpenUsers(const Text& path, bool force = false);
-    void KeyOpen(platform::Handle root, const Text& path, bool force = false);
+    void KeyOpenLocalMachine(const Text& szKey, bool force = false);
+    void KeyOpenCurrentUser(const Text& szKey, bool force = false);
+    void KeyOpenClassesRoot(const Text& szKey, bool force = false);
+    void KeyOpenUsers(const Text& szKey, bool force = false);
+    void KeyOpen(platform::Handle hKey, const Text& szKey, bool force = false);
 
     // The subkeys one by one: SubKeyFirst; until EOF_SubKey, use SubKey and call SubKeyNext. A failed step ends the
     // enumeration and has advanced all the same.
     void SubKeyFirst();
     void SubKeyNext();
     // Creates a key of one or several levels below the open one, on which the object stays.
-    void SubKeyCreate(const Text& path);
-    // In the place of SubKeyCreate, and with the rights of it: moves the object from the open key to a key below it
-    // that is there, opened with the rights so far and those of `mask`. Where that key is missing or refuses one of
-    // them, False, and the object stays where it is.
-    bool SubKeyEnter(const Text& path, std::int32_t mask);
+    void SubKeyCreate(const Text& newSubKey);
     // Deletes a key that has no subkeys, with its values. A failure is described "Error " and the pending description.
-    void SubKeyDelete(const Text& name);
+    void SubKeyDelete(const Text& key);
 
     // The values in the same way. A value with more than 255 bytes of data fails its step (234).
     void ValueNameFirst();
@@ -80,8 +71,7 @@ public:
 
 private:
     void KeyReset() noexcept;
-    void KeyAccess(std::int32_t mask, bool force);
-    void KeyOpenAhead(const std::string& path);
+    void KeyAccess(std::int32_t accessMode, bool force);
     void CreateFromRoot();
     static void EnumerationStep(platform::Status status, const std::string& buffer, std::uint32_t size,
                                 std::int32_t& index, Text& name, bool& end);
@@ -91,10 +81,9 @@ private:
     bool eofSubKey_ = false;
     bool eofValueName_ = false;
     std::int32_t accessMode_ = platform::KeyQueryValue;
-    std::int32_t accessExpected_ = 0;
-    platform::Handle root_ = 0;
+    platform::Handle hKey_ = 0;
     Text key_;
-    platform::Handle currentKey_ = 0;
+    platform::Handle hCurrentKey_ = 0;
     Text subKey_;
     Text valueName_;
     std::int32_t subKeyIndex_ = 0;

@@ -23,12 +23,12 @@ constexpr TextView TableSection = u"Version\\ForcedVersion";
 
 constexpr TextView DefaultItemName = u"(Standard)";
 
-Text ItemNameOf(const Text& valueName) {
-    return valueName.empty() ? Text(DefaultItemName) : valueName;
+Text ItemNameOf(const Text& name) {
+    return name.empty() ? Text(DefaultItemName) : name;
 }
 
-Text ValueNameOf(const Text& itemName) {
-    return itemName == DefaultItemName ? Text() : itemName;
+Text ValueNameOf(const Text& name) {
+    return name == DefaultItemName ? Text() : name;
 }
 
 void Open(Registry& registry, bool localMachine, const Text& path) {
@@ -41,32 +41,49 @@ void Open(Registry& registry, bool localMachine, const Text& path) {
 
 }  // namespace
 
+// The rules look at the starting version alone, so that an entry can undo what an earlier one set. Every installation
+// starts from Full today; an installation that starts from another version is held to that one, or to Demo.
+bool ForcedVersionApplies(std::int32_t startVersion, bool localMachine, std::int32_t forced) {
+    switch (startVersion) {
+        case Lawyer:
+        case Classic:
+        case Client:
+        case NotInstalled:
+            return false;
+        case Full:
+            // Only the administrator, who alone can write the local machine's store, sets Full.
+            return forced != Full || localMachine;
+        default:
+            return forced == Demo;
+    }
+}
+
 Text ForcedVersionTable::VersionSectionKey() const {
     return progOption_->SectionRoot() + u"\\" + Text(VersionSection);
 }
 
-std::int32_t ForcedVersionTable::ForcedVersion(bool localMachine, const Text& valueName) const {
+std::int32_t ForcedVersionTable::ForcedVersion(bool localMachine, const Text& regValue) const {
     const Text section(TableSection);
     const Variant stored =
-        localMachine ? progOption_->LocalMachine(section, valueName) : progOption_->CurrentUser(section, valueName);
+        localMachine ? progOption_->LocalMachine(section, regValue) : progOption_->CurrentUser(section, regValue);
     if (std::holds_alternative<Empty>(stored) || !IsNumeric(stored)) {
         return -1;
     }
     return LongFrom(stored);
 }
 
-void ForcedVersionTable::ForcedVersion(bool localMachine, const Text& valueName, std::int32_t version) {
+void ForcedVersionTable::ForcedVersion(bool localMachine, const Text& regValue, std::int32_t forcedVersion) {
     const Text section(TableSection);
-    if (version >= 0) {
+    if (forcedVersion >= 0) {
         if (localMachine) {
-            progOption_->LocalMachine(section, valueName, NotGiven{}, version);
+            progOption_->LocalMachine(section, regValue, NotGiven{}, forcedVersion);
         } else {
-            progOption_->CurrentUser(section, valueName, NotGiven{}, version);
+            progOption_->CurrentUser(section, regValue, NotGiven{}, forcedVersion);
         }
     } else if (localMachine) {
-        progOption_->LocalMachineDelete(section, valueName);
+        progOption_->LocalMachineDelete(section, regValue);
     } else {
-        progOption_->CurrentUserDelete(section, valueName);
+        progOption_->CurrentUserDelete(section, regValue);
     }
 }
 
@@ -92,9 +109,9 @@ Text ForcedVersionTable::ForcedVersionAll(bool localMachine) const {
     return items;
 }
 
-void ForcedVersionTable::ForcedVersionAll(bool localMachine, const Text& items) {
+void ForcedVersionTable::ForcedVersionAll(bool localMachine, const Text& itemsString) {
     ForcedVersionClear(localMachine);
-    for (const Text& item : Split(items, u';')) {
+    for (const Text& item : Split(itemsString, u';')) {
         const std::vector<Text> parts = Split(item, u'=');
         if (parts.size() != 2 || !IsNumeric(parts[1])) {
             continue;
@@ -109,8 +126,8 @@ Text ForcedVersionTable::Versions() {
     return u"Full=0;Demo=1;Lawyer=2;Browser=3;Classic=4;Client=5;NotInstalled=99;";
 }
 
-std::int32_t ForcedVersionTable::VersionInForce(std::int16_t level) const {
-    switch (level) {
+std::int32_t ForcedVersionTable::VersionInForce(std::optional<double> level) const {
+    switch (IntegerFrom(level.value_or(0))) {
         case 1:
             return machineVersion_;
         case 2:
@@ -123,7 +140,7 @@ std::int32_t ForcedVersionTable::VersionInForce(std::int16_t level) const {
 }
 
 void ForcedVersionTable::Init() {
-    versionInForce_ = Full;  // what an installation starts from; the rules below hold for any other start as well
+    versionInForce_ = Full;
     ResolveVersion();
 }
 
@@ -143,25 +160,9 @@ void ForcedVersionTable::ResolveVersion() {
     progOption_->CurrentUser(Text(VersionSection), u"User", NotGiven{}, domainUser);
 }
 
-void ForcedVersionTable::ForcedCheckOne(bool localMachine, const Text& valueName) {
-    const std::int32_t forced = ForcedVersion(localMachine, valueName);
-    if (forced >= 0 && Applies(localMachine, forced)) {
-        versionInForce_ = forced;
-    }
-}
-
-// The rules look at the starting version alone, so that an entry can undo what an earlier one set.
-bool ForcedVersionTable::Applies(bool localMachine, std::int32_t forced) const {
-    switch (startVersion_) {
-        case Lawyer:
-        case Classic:
-        case Client:
-        case NotInstalled:
-            return false;
-        case Full:
-            // Only the administrator, who alone can write the local machine's store, sets Full.
-            return forced != Full || localMachine;
-        default:
-            return forced == Demo;
+void ForcedVersionTable::ForcedCheckOne(bool localMachine, const Text& regValue) {
+    const std::int32_t forced = ForcedVersion(localMachine, regValue);
+    if (forced >= 0 && ForcedVersionApplies(startVersion_, localMachine, forced)) {
+        ForcedSet(forced);
     }
 }

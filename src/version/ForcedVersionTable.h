@@ -2,11 +2,15 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <utility>
 
 #include "common/Text.h"
 #include "settings/ProgOption.h"
 #include "settings/Registry.h"
+
+// The rule by which a forced version from one of the two stores takes the place of a starting version, or is refused.
+[[nodiscard]] bool ForcedVersionApplies(std::int32_t startVersion, bool localMachine, std::int32_t forced);
 
 // One product's forced versions, which fix the version that a user gets, and the version in force for the user who runs
 // the program. The table lives in the registry alone, once for the local machine and once for the current user; every
@@ -26,13 +30,14 @@ public:
 
     // The version as it stood at a level of the resolution: 0 everything applied, 1 without the current user's default
     // entry, 2 the machine's default entry alone, 3 no entry. Any other level is 0. It does not change after Init.
-    [[nodiscard]] std::int32_t VersionInForce(std::int16_t level = 0) const;
+    // The level becomes a 16-bit number: a fraction rounds, and one beyond 16 bits raises the overflow error (6).
+    [[nodiscard]] std::int32_t VersionInForce(std::optional<double> level = {}) const;
 
     // The number stored under a value name (the default entry's is empty), -1 for nothing usable. Raises the overflow
     // error for a text that reads as a number beyond 32 bits.
-    [[nodiscard]] std::int32_t ForcedVersion(bool localMachine, const Text& valueName) const;
+    [[nodiscard]] std::int32_t ForcedVersion(bool localMachine, const Text& regValue) const;
     // Stores a number from 0 upward, and raises what the registry raises; a negative one deletes the entry, silently.
-    void ForcedVersion(bool localMachine, const Text& valueName, std::int32_t version);
+    void ForcedVersion(bool localMachine, const Text& regValue, std::int32_t forcedVersion);
 
     // Deletes the table's key. Raises nothing; a key that cannot be deleted stays.
     void ForcedVersionClear(bool localMachine);
@@ -41,7 +46,7 @@ public:
     [[nodiscard]] Text ForcedVersionAll(bool localMachine) const;
     // Replaces the table by the items. Pieces that are no items, numbers that are none and negative ones are passed
     // over. Raises the overflow error and what the registry raises; the items before that one are set.
-    void ForcedVersionAll(bool localMachine, const Text& items);
+    void ForcedVersionAll(bool localMachine, const Text& itemsString);
 
     // The version list: every version's name and number, as an item string.
     [[nodiscard]] static Text Versions();
@@ -49,8 +54,8 @@ public:
 private:
     [[nodiscard]] Text VersionSectionKey() const;
     void ResolveVersion();
-    void ForcedCheckOne(bool localMachine, const Text& valueName);
-    [[nodiscard]] bool Applies(bool localMachine, std::int32_t forced) const;
+    void ForcedCheckOne(bool localMachine, const Text& regValue);
+    void ForcedSet(std::int32_t forced) { versionInForce_ = forced; }
 
     std::shared_ptr<ProgOption> progOption_;
     std::int32_t versionInForce_ = 0;

@@ -11,7 +11,7 @@ TEST_CASE_FIXTURE(TestMachine, "Every kind of line end ends a line, at every pla
     };
     std::vector<Case> cases = {
         {"", {}}, {"a\n", {u"a"}}, {"a\r\nb\nc\rd", {u"a", u"b", u"c", u"d"}}, {"\r\n\r\r\n\n", {u"", u"", u"", u""}}};
-    for (const std::size_t length : {65534U, 65535U, 65536U, 65537U}) {
+    for (const std::size_t length : {65534U, 65535U, 65536U, 65537U, 200000U}) {
         cases.push_back({std::string(length, 'x') + "\r\nend", {Text(length, u'x'), u"end"}});
     }
     for (const Case& each : cases) {

@@ -5,6 +5,8 @@ TEST_CASE("A part is cut as out of an endless row of pads, and fields have exact
     CHECK(MidFixed(u"abc", 2, 5, u"*") == u"bc***");
     CHECK(MidFixed(u"abc", 5, 2, u"*x") == u"**");
     CHECK(MidFixed(u"abc", -2, 7, u"*") == u"***abc*");
+    CHECK(MidFixed(u"abc", 3, 2, u"*") == u"c*");
+    CHECK(MidFixed(u"abc", -1, 2, u"*") == u"**");
     CHECK(MidFixed(u"abc", 0) == u" abc");
     CHECK(MidFixed(u"abc", 2, 4, u"") == u"bc  ");
     CHECK(FixLeft(u" abc", 6, u"*") == u" abc**");
@@ -18,6 +20,9 @@ TEST_CASE("Deleting and inserting stay inside the text") {
     CHECK(DeleteChars(u"abcdef", 5) == u"abcd");
     CHECK(DeleteChars(u"abcdef", 0, 2) == u"bcdef");
     CHECK(DeleteChars(u"abcdef", 4, 10) == u"abc");
+    CHECK(DeleteChars(u"abcdef", 3, -1) == u"abcdef");
+    CHECK(DeleteChars(u"abcdef", -1, 2) == u"abcdef");
+    CHECK(DeleteChars(u"abcdef", 6, 1) == u"abcde");
     CHECK(InsertText(u"abc", u"X", 4) == u"abcX");
     CHECK(InsertText(u"abc", u"X", 5) == u"abc");
     CHECK(InsertText(u"abc", u"X", 0) == u"abc");
@@ -27,6 +32,10 @@ TEST_CASE("ScanChars finds by membership, from either end") {
     CHECK(ScanChars(u"banana", u"n", true) == 1);
     CHECK(ScanChars(u"banana", u"n", {}, true) == 5);
     CHECK(ScanChars(u"banana", u"an", true, true) == 1);
+    CHECK(ScanChars(u"banana", u"", true) == 1);
+    CHECK(ScanChars(u"banana", u"", true, true) == 6);
+    CHECK(ScanChars(u"banana", u"", {}, true) == 0);
+    CHECK(ScanChars(u"aaa", u"a", true) == 0);
     CHECK(FindAnyChar(u"banana", u"xa") == 2);
 }
 
@@ -34,7 +43,7 @@ TEST_CASE("Characters and texts are replaced once, and quotes inside are doubled
     CHECK(TranslateChars(u"abc", u"abc", u"x") == u"xbc");
     CHECK(TranslateChars(u"aba", u"aa", u"xy") == u"xbx");
     CHECK(TranslateChars(u"ab", u"ab", u"ba") == u"ba");
-    CHECK(FoldAccents(u"àéîõüñçÿÄß") == u"aeiouncyÄß");
+    CHECK(FoldAccents(u"äáãâàåéêëèîïíìôóõòöûùúüñçÿÄß") == u"aaaaaaeeeeiiiiooooouuuuncyÄß");
     CHECK(ExpandUmlauts(u"äÄöÖüÜß") == u"aeAEoeOEueUEß");
     CHECK(ReplaceAll(u"aaa", u"a", u"aa") == u"aaaaaa");
     CHECK(ReplaceAll(u"aaa", u"aa", u"b") == u"ba");

@@ -87,7 +87,7 @@ TEST_CASE("A call that fails once in the start, an export, an import, a clearing
          // A product's folder that is not found fails the check, an entry that is not read is none.
          {{{RegOpenKeyExA, RegQueryValueExA, RegEnumKeyExA}, u"", before},
           {{RegOpenKeyExA, RegQueryValueExA, RegEnumKeyExA, FindNormalFile, CreateObject}, u"check failed", before},
-          {{RegOpenKeyExA, RegSetValueExA}, u"Kann Versions-Einstellungen nicht laden:\r\n", before},
+          {{RegOpenKeyExA, RegCreateKeyExA, RegSetValueExA}, u"Kann Versions-Einstellungen nicht laden:\r\n", before},
           {{WindowCreate}, u"Kann Programm nicht ausführen:\r\n", before}}},
         {"Exportieren\n",
          exported,

@@ -1,4 +1,5 @@
 #include <cmath>
+#include <cstdint>
 #include <variant>
 
 #include "Check.h"
@@ -27,8 +28,20 @@ TEST_CASE_FIXTURE(TestMachine, "A file is there by its own path alone, with the 
 }
 
 TEST_CASE_FIXTURE(TestMachine, "A program's version is told word by word, each with its sign, and its type in words") {
-    FileContent(ControlFile(), SampleImage({.version = {1, 40000, 65535, 32767}, .fileType = 1}));
-    const FileInfo info = FileInfoGet(platform::TextFromAnsi(ControlFile()));
-    CHECK(info.Version == u"1.-25536.-1.32767");
-    CHECK(info.TypeText == u"Anwendung");
+    const Text types[] = {u"Unbekannt",
+                          u"Anwendung",
+                          u"Dynamic Link Library (DLL)",
+                          u"Geräte Trieber",
+                          u"Schriftart",
+                          u"Virtueller Geräte Treiber",
+                          u"",
+                          u"Static Library",
+                          u""};
+    std::uint32_t fileType = 0;
+    for (const Text& type : types) {
+        FileContent(ControlFile(), SampleImage({.version = {1, 40000, 65535, 32767}, .fileType = fileType++}));
+        const FileInfo info = FileInfoGet(platform::TextFromAnsi(ControlFile()));
+        CHECK(info.Version == u"1.-25536.-1.32767");
+        CHECK(info.TypeText == type);
+    }
 }

@@ -10,7 +10,7 @@ TEST_CASE_FIXTURE(TestMachine, "A file is read by its headings and its equals si
         Text stream;
     } const cases[] = {
         {"[S]\r\na=b=c\r\n\r\n; note\r\nnote\r\n=v\r\n;k=v", u"[S]\r\na=b=c\r\n;k=v\r\n"},
-        {"[S]\nbare=\n  c d = e \n\t=f\n", u"[S]\r\nbare\r\nc d = e\r\n\t=f\r\n"},
+        {"[S]\nbare=\n  c d = e \n\t=f\t\n", u"[S]\r\nbare\r\nc d = e\r\n\t=f\t\r\n"},
         {"[S]\na=1\nb=2\n[T]\nc=3\n[s]\nA=4\n", u"[S]\r\nb=2\r\nA=4\r\n\r\n[T]\r\nc=3\r\n"},
         {"[\xC0\xDC\xDE\x8A]\n\xDF\xD6\xD7\x9F=1\n[\xE0\xFC\xFE\x9A]\n\xDF\xF6\xD7\xFF=2\n\xF7=3",
          u"[ÀÜÞŠ]\r\nßö×ÿ=2\r\n÷=3\r\n"},
@@ -38,11 +38,12 @@ TEST_CASE("Items are set, moved to the end, and looked up") {
     document.Section(u"T");
     CHECK(document.Stream() == u"[S]\r\nc\r\nA=4\r\n\r\n[T]\r\n");
     document.Value(u"S", u"d", u"5=6=");
+    document.Value(u"S", u"e=", u"");
     struct {
         Text section, name, value, line;
     } const cases[] = {{u"S", u"a", u"4", u"A=4"},       {u"S", u"[b", u"3", u"[b=3"}, {u"S", u"C", u"c", u"c"},
-                       {u"S", u"d", u"5=6=", u"d=5=6="}, {u"S", u"a ", u"", u""},      {u"U", u"a", u"", u""},
-                       {u"T", u"_", u"[T]", u"[T]"}};
+                       {u"S", u"d", u"5=6=", u"d=5=6="}, {u"S", u"e=", u"e=", u"e="},  {u"S", u"a ", u"", u""},
+                       {u"U", u"a", u"", u""},           {u"T", u"_", u"[T]", u"[T]"}};
     for (const auto& each : cases) {
         CHECK(document.Value(each.section, each.name) == each.value);
         CHECK(document.ValueFull(each.section, each.name) == each.line);
@@ -68,6 +69,10 @@ TEST_CASE("Two documents may share their sections, until one of them is cleared"
     document.Clear();
     CHECK(document.Stream().empty());
     CHECK(other.Value(u"S", u"a") == u"1");
+    other.Sections(nullptr);
+    CHECK(other.Stream().empty());
+    other.Value(u"T", u"b", u"2");
+    CHECK(other.Stream() == u"[T]\r\nb=2\r\n");
 }
 
 TEST_CASE_FIXTURE(TestMachine, "The section read last receives what a second reading finds above the first heading") {
@@ -87,6 +92,9 @@ TEST_CASE_FIXTURE(TestMachine, "The document is written over an earlier file onl
     IniFile4 document;
     document.WriteFile(path, true);
     document.Value(u"Ä", u"b", u"2");
+    IniFile4 withoutPath;
+    withoutPath.Sections(document.Sections());
+    CHECK(RaisedBy([&] { withoutPath.WriteFile(); }).number == 0);
     CHECK(RaisedBy([&] { document.WriteFile(); }).number == 58);
     CHECK(FileContent(ControlFile()) == "earlier");
     document.WriteFile({}, true);

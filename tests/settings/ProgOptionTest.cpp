@@ -29,6 +29,13 @@ TEST_CASE("Root and section make a path") {
         option.CurrentUserDelete(each.section, u"here");
         CHECK_FALSE(RawValue(User, each.key, "here"));
     }
+    // A path that begins with a backslash is none.
+    for (const auto& [root, section] : {std::pair(Text(), u"\\" + Root), {Text(u"\\"), Root}}) {
+        ProgOption option;
+        option.SectionRoot(root);
+        CHECK_FALSE(option.CurrentUserCanWrite(section));
+        CHECK(RawValueNames(User, RawRoot) == std::vector<std::string>{});
+    }
 }
 
 TEST_CASE("A get gives what is stored in its own store, else the default, else empty") {

@@ -1,3 +1,4 @@
+#include <functional>
 #include <tuple>
 
 #include "Check.h"
@@ -40,31 +41,52 @@ TEST_CASE_FIXTURE(RegistryOnKey,
     CHECK(RaisedBy([&] { registry.SubKeyFirst(); }).description == u"Key not opened: ");
 }
 
-TEST_CASE_FIXTURE(RegistryOnKey,
-                  "A missing key is refused, whatever rights are expected with it, or forced into being") {
-    const Text missing = Key + u"\\a\\b";
-    for (const std::int32_t expected : {0, platform::KeySetValue}) {
-        registry.AccessExpected(expected);
-        const Error raised = RaisedBy([&] { registry.KeyOpenCurrentUser(missing); });
-        CHECK(raised.number == 2);
-        CHECK(raised.description == u"Key not opened: " + missing);
-        CHECK(registry.hKey() == 0);
+TEST_CASE_FIXTURE(RegistryOnKey, "Each operation asks for its right, and each way to open has its root") {
+    struct {
+        std::int32_t rights;
+        std::function<void()> operation;
+    } const operations[] = {{9, [&] { registry.SubKeyFirst(); }},       {9, [&] { registry.ValueNameFirst(); }},
+                            {5, [&] { registry.SubKeyCreate(u"a"); }},  {5, [&] { registry.SubKeyDelete(u"a"); }},
+                            {3, [&] { registry.ValueNameDelete({}); }}, {3, [&] { registry.Value(u"v", Null{}); }}};
+    for (const auto& each : operations) {
+        registry.KeyOpenCurrentUser(Key);
+        each.operation();
+        CHECK(registry.AccessMode() == each.rights);
+        registry.KeyClose();
     }
+    struct {
+        platform::Handle root;
+        void (Registry::*open)(const Text& szKey, bool force);
+    } const roots[] = {{platform::KeyClassesRoot, &Registry::KeyOpenClassesRoot},
+                       {platform::KeyCurrentUser, &Registry::KeyOpenCurrentUser},
+                       {platform::KeyLocalMachine, &Registry::KeyOpenLocalMachine},
+                       {platform::KeyUsers, &Registry::KeyOpenUsers}};
+    for (const auto& each : roots) {
+        (registry.*each.open)({}, false);
+        CHECK(registry.hKey() == each.root);
+        CHECK(registry.hCurrentKey() != 0);
+        registry.KeyClose();
+    }
+}
+
+TEST_CASE_FIXTURE(RegistryOnKey, "A missing key is refused, or forced into being") {
+    const Text missing = Key + u"\\a\\b";
+    const Error raised = RaisedBy([&] { registry.KeyOpenCurrentUser(missing); });
+    CHECK(raised.number == 2);
+    CHECK(raised.description == u"Key not opened: " + missing);
+    CHECK(registry.hKey() == 0);
     registry.KeyOpenCurrentUser(Key, true);
     CHECK(registry.AccessMode() == 1);
     registry.KeyClose();
-    registry.AccessExpected(platform::KeySetValue);
-    registry.KeyOpenCurrentUser(Key);
-    CHECK(registry.AccessMode() == 3);
-    registry.KeyClose();
     registry.KeyOpenCurrentUser(missing, true);
+    CHECK(registry.AccessMode() == 5);
     registry.Value(u"n", std::int32_t{7});
     CHECK(RawValue(User, RawKey + "\\a\\b", "n") == RawNumber(7));
 }
 
 TEST_CASE_FIXTURE(RegistryOnKey, "Subkeys and values are enumerated to their end, and a value too long stops it once") {
-    RawValueSet(User, RawKey, "a", RawText(std::string(300, 'x')));
-    RawValueSet(User, RawKey, "b", RawNumber(1));
+    RawValueSet(User, RawKey, "a", RawText(std::string(255, 'x')));
+    RawValueSet(User, RawKey, "b", RawText(std::string(254, 'x')));
     RawValueSet(User, RawKey + "\\b", "x", RawNumber(1));
     RawValueSet(User, RawKey + "\\A", "x", RawNumber(1));
     registry.KeyOpenCurrentUser(Key);

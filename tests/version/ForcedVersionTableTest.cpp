@@ -1,4 +1,5 @@
 #include <memory>
+#include <vector>
 
 #include "Check.h"
 #include "RawRegistry.h"
@@ -71,6 +72,28 @@ TEST_CASE_FIXTURE(MachineWithTable, "What is stored otherwise reads as nothing, 
     CHECK(RawValue(User, Section, "User") == RawText("earlier"));
 }
 
+TEST_CASE("A forced version applies by the starting version, and Full from the local machine alone") {
+    struct {
+        std::vector<std::int32_t> starts;
+        bool fullOfMachine, fullOfUser, demo, other;
+    } const rules[] = {{{0}, true, false, true, true},
+                       {{1, 3}, false, false, true, false},
+                       {{2, 4, 5, 99}, false, false, false, false}};
+    for (const auto& rule : rules) {
+        for (const std::int32_t start : rule.starts) {
+            CAPTURE(start);
+            CHECK(ForcedVersionApplies(start, true, 0) == rule.fullOfMachine);
+            CHECK(ForcedVersionApplies(start, false, 0) == rule.fullOfUser);
+            for (const bool localMachine : {true, false}) {
+                CHECK(ForcedVersionApplies(start, localMachine, 1) == rule.demo);
+                for (const std::int32_t other : {2, 3, 4, 5, 7, 99}) {
+                    CHECK(ForcedVersionApplies(start, localMachine, other) == rule.other);
+                }
+            }
+        }
+    }
+}
+
 TEST_CASE_FIXTURE(MachineWithTable, "The last entry that applies gives the version in force") {
     constexpr std::int16_t levels = 4;
     struct {
@@ -94,6 +117,9 @@ TEST_CASE_FIXTURE(MachineWithTable, "The last entry that applies gives the versi
             CHECK(resolved->VersionInForce(level) == each.level[level]);
         }
         CHECK(resolved->VersionInForce(7) == each.level[0]);
+        CHECK(resolved->VersionInForce() == each.level[0]);
+        CHECK(resolved->VersionInForce(2.5) == each.level[2]);
+        CHECK(RaisedBy([&] { return resolved->VersionInForce(32767.5); }).number == 6);
     }
     RawValueSet(Machine, Key, "hugo", RawText("-1"));
     CHECK(MainTable()->VersionInForce() == 7);
