@@ -18,9 +18,9 @@ Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReferenc
 // Releases an object; 0 is passed over.
 void ReleaseObject(ObjectReference object) noexcept;
 
-// Loads the library at `libraryPath`, calls its `function` (stdcall on 32-bit systems) with one text, and unloads it.
-// All three are in the system's 8-bit code page. `result` is set on StatusSuccess alone; 126 when the library cannot be
-// loaded, 127 when it has no such function.
+// Loads the library at `libraryPath` and calls its `function` (stdcall on 32-bit systems) with one text. All three are
+// in the system's 8-bit code page. The library stays loaded to the process' end. `result` is set on StatusSuccess
+// alone; 126 when the library cannot be loaded, 127 when it has no such function.
 Status CallTextFunction(const std::string& libraryPath, const std::string& function, const std::string& text,
                         std::int32_t& result);
 

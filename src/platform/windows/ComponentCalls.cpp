@@ -1,7 +1,6 @@
 #include "platform/ComponentCalls.h"
 
 #include <array>
-#include <memory>
 
 #include "platform/windows/Apartment.h"
 #include "platform/windows/Win32.h"
@@ -12,14 +11,6 @@ namespace {
 
 constexpr Status StatusModuleNotFound = 126;     // ERROR_MOD_NOT_FOUND
 constexpr Status StatusProcedureNotFound = 127;  // ERROR_PROC_NOT_FOUND
-
-struct LibraryFree {
-    void operator()(HINSTANCE__* library) const { ::FreeLibrary(library); }
-};
-
-struct LocalMemoryFree {
-    void operator()(wchar_t* memory) const { ::LocalFree(memory); }
-};
 
 using TextFunction = std::int32_t(__stdcall*)(const char* text);
 
@@ -56,15 +47,14 @@ void ReleaseObject(ObjectReference object) noexcept {
 Status CallTextFunction(const std::string& libraryPath, const std::string& function, const std::string& text,
                         std::int32_t& result) {
     // The library's own folder comes first in the search for the libraries that it needs in turn; for that its path
-    // must be a full one.
+    // must be a full one. It is never unloaded: it may have left a thread, a hook or a timer behind.
     std::array<char, MAX_PATH> fullPath{};
     ::GetFullPathNameA(libraryPath.c_str(), MAX_PATH, fullPath.data(), nullptr);
-    const std::unique_ptr<HINSTANCE__, LibraryFree> library(
-        ::LoadLibraryExA(fullPath.data(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
+    const HMODULE library = ::LoadLibraryExA(fullPath.data(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     if (library == nullptr) {
         return StatusModuleNotFound;
     }
-    const TextFunction called = TextFunctionOf(library.get(), function);
+    const TextFunction called = TextFunctionOf(library, function);
     if (called == nullptr) {
         return StatusProcedureNotFound;
     }
@@ -77,11 +67,11 @@ std::u16string StatusText(Status status) {
     DWORD length =
         ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
                          nullptr, static_cast<DWORD>(status), 0, reinterpret_cast<wchar_t*>(&buffer), 0, nullptr);
-    const std::unique_ptr<wchar_t, LocalMemoryFree> owner(buffer);
+    const windows::Owned<wchar_t*, ::LocalFree> owner(buffer);
     while (length > 0 && buffer[length - 1] <= L' ') {
         --length;
     }
-    return {windows::Narrow(buffer), length};
+    return {windows::Portable(buffer), length};
 }
 
 }  // namespace platform

@@ -10,10 +10,8 @@ constexpr int TwipsPerInch = 1440;
 
 // The program is aware of the system's resolution, which is the same for all screens and does not change while it runs.
 int DotsPerInch() {
-    const HDC screen = ::GetDC(nullptr);
-    const int dots = ::GetDeviceCaps(screen, LOGPIXELSX);
-    ::ReleaseDC(nullptr, screen);
-    return dots;
+    const Owned<HDC, ::DeleteDC> screen(::CreateDCW(L"DISPLAY", nullptr, nullptr, nullptr));
+    return ::GetDeviceCaps(screen.get(), LOGPIXELSX);
 }
 
 LOGFONTW DialogFont() {

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
-#include <type_traits>
 
 #include "platform/WindowSystem.h"
 #include "platform/windows/Win32.h"
@@ -14,18 +12,9 @@ namespace platform::windows {
 int DotsFromTwips(std::int32_t twips);
 std::int32_t TwipsFromDots(int dots);
 
-struct DrawingObjectDelete {
-    void operator()(HGDIOBJ object) const { ::DeleteObject(object); }
-};
-
-using OwnedFont = std::unique_ptr<std::remove_pointer_t<HFONT>, DrawingObjectDelete>;
-using OwnedBrush = std::unique_ptr<std::remove_pointer_t<HBRUSH>, DrawingObjectDelete>;
-
-struct IconDestroy {
-    void operator()(HICON icon) const { ::DestroyIcon(icon); }
-};
-
-using OwnedIcon = std::unique_ptr<std::remove_pointer_t<HICON>, IconDestroy>;
+using OwnedFont = Owned<HFONT, ::DeleteObject>;
+using OwnedBrush = Owned<HBRUSH, ::DeleteObject>;
+using OwnedIcon = Owned<HICON, ::DestroyIcon>;
 
 // The icon of this number in the program's resources; none when there is no such icon.
 OwnedIcon ProgramIcon(std::int32_t number);

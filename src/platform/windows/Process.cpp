@@ -4,7 +4,7 @@
 
 #include "platform/Regional.h"
 #include "platform/windows/DateValue.h"
-#include "platform/windows/Win32.h"
+#include "platform/windows/SystemFolder.h"
 
 namespace platform {
 
@@ -26,9 +26,12 @@ std::u16string ProgramPath() {
 class VersionBlock {
 public:
     explicit VersionBlock(const std::u16string& path) {
-        const DWORD size = ::GetFileVersionInfoSizeW(windows::Wide(path), nullptr);
+        const wchar_t* const file = windows::Wide(path);
+        const DWORD size =
+            windows::VersionCall<decltype(::GetFileVersionInfoSizeW)>("GetFileVersionInfoSizeW", file, nullptr);
         block_.resize(size);
-        if (size == 0 || !::GetFileVersionInfoW(windows::Wide(path), 0, size, block_.data())) {
+        if (size == 0 || !windows::VersionCall<decltype(::GetFileVersionInfoW)>("GetFileVersionInfoW", file, 0, size,
+                                                                                block_.data())) {
             block_.clear();
         }
     }
@@ -37,7 +40,9 @@ public:
     [[nodiscard]] const Content* Find(const std::u16string& subBlock) const {
         void* content = nullptr;
         UINT size = 0;
-        const bool found = !block_.empty() && ::VerQueryValueW(block_.data(), windows::Wide(subBlock), &content, &size);
+        const bool found =
+            !block_.empty() && windows::VersionCall<decltype(::VerQueryValueW)>(
+                                   "VerQueryValueW", block_.data(), windows::Wide(subBlock), &content, &size);
         return found && size != 0 ? static_cast<const Content*>(content) : nullptr;
     }
 
@@ -67,14 +72,21 @@ private:
 }  // namespace
 
 // The system keeps the command line. A missing medium in a drive is an answer for the program, not a question to the
-// user.
+// user. Libraries that others load later, by name alone, come from the system's folder, beside those that they bring
+// with them; a Windows 7 without its updates cannot be asked for that.
 void ProcessStart(int /*argumentCount*/, char** /*arguments*/) {
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+    constexpr DWORD systemFolder = 0x800;  // LOAD_LIBRARY_SEARCH_SYSTEM32
+    const auto restrict = reinterpret_cast<BOOL(WINAPI*)(DWORD)>(
+        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories")));
+    if (restrict != nullptr) {
+        restrict(systemFolder);
+    }
 }
 
 // The program's name ends at the first blank or tab outside double quotes.
 std::u16string CommandLineTail() {
-    const std::u16string line = windows::Narrow(::GetCommandLineW());
+    const std::u16string line = windows::Portable(::GetCommandLineW());
     bool quoted = false;
     std::size_t end = 0;
     while (end < line.size() && (quoted || (line[end] != u' ' && line[end] != u'\t'))) {

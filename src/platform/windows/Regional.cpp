@@ -1,16 +1,10 @@
 #include "platform/Regional.h"
 
-#include <memory>
-
 #include "platform/windows/Win32.h"
 
 namespace platform {
 
 namespace {
-
-struct BstrFree {
-    void operator()(OLECHAR* text) const { ::SysFreeString(text); }
-};
 
 // UTF-8 as the system's code page has every character, and the conversion takes no substitute then.
 int AnsiConverted(const std::u16string& text, char* bytes, int size) {
@@ -57,8 +51,8 @@ std::u16string VarBstrFromDate(double date) {
     if (::VarBstrFromDate(date, LOCALE_USER_DEFAULT, 0, &result) != S_OK) {
         return {};
     }
-    const std::unique_ptr<OLECHAR, BstrFree> owner(result);
-    return {windows::Narrow(result), ::SysStringLen(result)};
+    const windows::Owned<BSTR, ::SysFreeString> owner(result);
+    return {windows::Portable(result), ::SysStringLen(result)};
 }
 
 }  // namespace platform

@@ -1,9 +1,27 @@
 #include "platform/ShellCalls.h"
 
+#include <array>
+
 #include "platform/windows/Apartment.h"
-#include "platform/windows/Win32.h"
+#include "platform/windows/SystemFolder.h"
 
 namespace platform {
+
+namespace {
+
+// The program that a command line names, where it names no folder and the system's own holds it; else empty.
+std::string SystemProgram(const std::string& command) {
+    const bool quoted = command.starts_with('"');
+    const std::size_t begin = quoted ? 1 : 0;
+    const std::string name = command.substr(begin, command.find_first_of(quoted ? "\"" : " \t", begin) - begin);
+    std::array<char, MAX_PATH> path{};
+    if (name.find_first_of("\\/:") == std::string::npos) {
+        ::SearchPathA(windows::SystemFolder().c_str(), name.c_str(), ".exe", MAX_PATH, path.data(), nullptr);
+    }
+    return path.data();
+}
+
+}  // namespace
 
 std::int32_t ShellExecuteA(Handle owner, const std::string& verb, const std::string& file,
                            const std::string& parameters, const std::string& directory, std::int32_t show) {
@@ -17,15 +35,16 @@ Status StartCommandLine(const std::string& command, std::int32_t windowStyle, st
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW;
     startup.wShowWindow = static_cast<WORD>(windowStyle);
-    PROCESS_INFORMATION process{};
+    PROCESS_INFORMATION started{};
+    const std::string program = SystemProgram(command);
     std::string commandBuffer = command;
-    if (!::CreateProcessA(nullptr, commandBuffer.data(), nullptr, nullptr, FALSE, CREATE_DEFAULT_ERROR_MODE, nullptr,
-                          nullptr, &startup, &process)) {
+    if (!::CreateProcessA(program.empty() ? nullptr : program.c_str(), commandBuffer.data(), nullptr, nullptr, FALSE,
+                          CREATE_DEFAULT_ERROR_MODE, nullptr, nullptr, &startup, &started)) {
         return windows::LastStatus();
     }
-    ::CloseHandle(process.hThread);
-    ::CloseHandle(process.hProcess);
-    processId = static_cast<std::int32_t>(process.dwProcessId);
+    const windows::Owned<HANDLE, ::CloseHandle> process(started.hProcess);
+    const windows::Owned<HANDLE, ::CloseHandle> thread(started.hThread);
+    processId = static_cast<std::int32_t>(started.dwProcessId);
     return StatusSuccess;
 }
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "platform/windows/Win32.h"
+#include "platform/windows/SystemFolder.h"
 
 namespace platform {
 
@@ -23,17 +23,20 @@ bool IsWhole(std::span<const char> block) {
 
 std::int32_t GetFileVersionInfoSizeA(const std::string& path) {
     DWORD handle = 0;
-    return static_cast<std::int32_t>(::GetFileVersionInfoSizeA(path.c_str(), &handle));
+    return static_cast<std::int32_t>(
+        windows::VersionCall<decltype(::GetFileVersionInfoSizeA)>("GetFileVersionInfoSizeA", path.c_str(), &handle));
 }
 
 bool GetFileVersionInfoA(const std::string& path, std::uint32_t handle, std::span<char> block) {
-    return ::GetFileVersionInfoA(path.c_str(), handle, static_cast<DWORD>(block.size()), block.data()) != FALSE;
+    return windows::VersionCall<decltype(::GetFileVersionInfoA)>(
+               "GetFileVersionInfoA", path.c_str(), handle, static_cast<DWORD>(block.size()), block.data()) != FALSE;
 }
 
 std::span<const char> VerQueryValueA(std::span<const char> block, const std::string& subBlock) {
     void* content = nullptr;
     UINT size = 0;
-    if (!IsWhole(block) || !::VerQueryValueA(block.data(), subBlock.c_str(), &content, &size)) {
+    if (!IsWhole(block) || !windows::VersionCall<decltype(::VerQueryValueA)>("VerQueryValueA", block.data(),
+                                                                             subBlock.c_str(), &content, &size)) {
         return {};
     }
     const std::uintptr_t offset =

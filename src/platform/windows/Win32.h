@@ -21,7 +21,9 @@
 #include <shellapi.h>
 
 #include <cstdint>
+#include <memory>
 #include <string>
+#include <type_traits>
 
 #include "platform/Handle.h"
 
@@ -59,8 +61,20 @@ inline wchar_t* Wide(std::u16string& text) {
     return reinterpret_cast<wchar_t*>(text.data());
 }
 
-inline const char16_t* Narrow(const wchar_t* text) {
+inline const char16_t* Portable(const wchar_t* text) {
     return reinterpret_cast<const char16_t*>(text);
 }
+
+template <auto Release>
+struct Releaser {
+    template <typename Object>
+    void operator()(Object* object) const noexcept {
+        Release(object);
+    }
+};
+
+// Owns what a call of the system gave, as a `Pointer`, and gives it back to the call `Release`.
+template <typename Pointer, auto Release>
+using Owned = std::unique_ptr<std::remove_pointer_t<Pointer>, Releaser<Release>>;
 
 }  // namespace platform::windows

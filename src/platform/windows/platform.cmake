@@ -1,6 +1,6 @@
 # Import libraries of Windows alone. Compiler and standard library go into the program, so that one file is all of it.
 enable_language(RC)
-target_link_libraries(vtv4v_system PUBLIC advapi32 comctl32 gdi32 ole32 oleaut32 shell32 user32 uuid version)
+target_link_libraries(vtv4v_system PUBLIC advapi32 comctl32 gdi32 ole32 oleaut32 shell32 user32 uuid)
 
 configure_file(src/platform/windows/vtv4v.manifest.in generated/platform/windows/vtv4v.manifest @ONLY)
 set(VTV4V_RESOURCES ${CMAKE_SOURCE_DIR}/src/platform/windows/vtv4v.rc)
