@@ -6,7 +6,7 @@
 #include <string>
 
 // The machine that a test case runs on: fresh when it is made, gone or put back when it ends. On the host it is a
-// folder of its own; on Windows it is the running system, of which the parts that the program touches are emptied.
+// folder of its own; on Windows it is the running system, with a folder and a registry of its own.
 // Texts are in the system's 8-bit code page, but for folder names on the host's own disk.
 class TestMachine {
 public:

@@ -1,15 +1,15 @@
 #include "TestMachine.h"
 
-#include <doctest/doctest.h>
-
 #include "platform/windows/Win32.h"
+#include "windows/OwnRegistry.h"
 
-// The running system with the parts that the program touches emptied before a case and after it. Run it where nothing
-// of the suite is installed.
+// The running system, with a folder of its own and, where a test runs the code in its own process, a registry of its
+// own.
 
 void TestMachine::Make() {
     static int machines = 0;
     Unmake();
+    OwnRegistryMake();
     folder_ = std::filesystem::temp_directory_path() /
               ("vtv4v-" + std::to_string(::GetCurrentProcessId()) + "-" + std::to_string(++machines));
     std::filesystem::remove_all(folder_);
@@ -18,10 +18,7 @@ void TestMachine::Make() {
 }
 
 void TestMachine::Unmake() {
-    for (const HKEY root : {HKEY_LOCAL_MACHINE, HKEY_CURRENT_USER}) {
-        const LSTATUS status = ::RegDeleteTreeA(root, "Software\\Vandrel\\Tallora");
-        REQUIRE((status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND));
-    }
+    OwnRegistryRemove();
 }
 
 std::optional<std::string> ProcessVariable(const std::string& name) {

@@ -7,6 +7,14 @@
 #include <algorithm>
 #include <array>
 
+#include "windows/OwnRegistry.h"
+
+void OwnRegistryMake() {
+}
+
+void OwnRegistryRemove() {
+}
+
 namespace {
 
 std::size_t Handles(DWORD process) {
@@ -43,12 +51,14 @@ std::string MasterStart() {
     return ProgramPath() + " -master";
 }
 
-Program::Program(const std::string& commandLine, const std::map<std::string, std::string>& environment) {
+Program::Program(const std::string& commandLine, const std::map<std::string, std::string>& environment, WORD show) {
     for (const auto& [name, value] : environment) {
         machine.Environment(name, value);
     }
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
+    startup.dwFlags = STARTF_USESHOWWINDOW;
+    startup.wShowWindow = show;
     std::string buffer = commandLine;
     REQUIRE(
         ::CreateProcessA(nullptr, buffer.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process_));

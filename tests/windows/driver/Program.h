@@ -16,11 +16,12 @@ struct HeldObjects {
     std::size_t user;
 };
 
-// The program on a machine without entries and without a control file, ended at the latest with the object.
+// The program without a control file, started as the shell would on being asked to show it so, and ended at the latest
+// with the object.
 class Program {
 public:
     explicit Program(const std::string& commandLine = MasterStart(),
-                     const std::map<std::string, std::string>& environment = {});
+                     const std::map<std::string, std::string>& environment = {}, WORD show = SW_SHOWNORMAL);
     ~Program();
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;

@@ -17,11 +17,21 @@ const std::string ClearEffect = "Alle Versions-Einstellungen werden gel\xF6scht.
 const std::string Import = "Importieren";
 const std::string Clear = "L\xF6schen";
 
-// The program with its window open.
+const std::string Tables = "Software\\Vandrel\\Tallora";
+
+// Removes the forced versions from the machine, which is why these tests run on one made for them.
+const std::string& TablesRemoved(const std::string& start) {
+    const LSTATUS status = ::RegDeleteTreeA(HKEY_LOCAL_MACHINE, Tables.c_str());
+    REQUIRE((status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND));
+    return start;
+}
+
+// The program with its window open, on a machine without forced versions.
 class Session : public Program {
 public:
     // Waits until the window is in the task bar, for which it goes and comes once.
-    explicit Session(const std::string& start = MasterStart()) : Program(start) {
+    explicit Session(const std::string& start = MasterStart(), WORD show = SW_SHOWNORMAL)
+        : Program(TablesRemoved(start), {}, show) {
         REQUIRE(Eventually([this] { return InTaskBar() && Waiting() && Focus(window) != nullptr; }));
     }
 
@@ -41,7 +51,7 @@ public:
 std::string ForcedVersions() {
     std::string held;
     for (const std::string product : {"V4", "V4\\Reporting"}) {
-        const std::string key = "Software\\Vandrel\\Tallora\\" + product + "\\Version\\ForcedVersion";
+        const std::string key = Tables + "\\" + product + "\\Version\\ForcedVersion";
         for (const std::string name : {"", "hugo", "otto", "ruedi"}) {
             DWORD number = 0;
             DWORD size = sizeof number;
@@ -101,7 +111,7 @@ void CheckBox(const std::string& title, const std::string& text, LPCSTR icon, co
 // What the mouse does here may be lost on a virtual display, where a window that comes or goes takes it; so it is done
 // again.
 TEST_CASE("The window has its told form, shows tool tips, and ends by a click of the mouse") {
-    const Session session;
+    const Session session(MasterStart(), SW_SHOWMAXIMIZED);
     const HWND window = session.window;
     CHECK((::GetWindowLongA(window, GWL_STYLE) & (WS_OVERLAPPEDWINDOW)) == (WS_CAPTION | WS_SYSMENU));
     const HMODULE program = ::LoadLibraryExA(ProgramPath().c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
