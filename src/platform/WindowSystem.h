@@ -65,7 +65,7 @@ struct WindowEvents {
 Handle WindowCreate(const WindowDesign& design, WindowEvents events);
 
 // Shows the window and serves events until, between two of them, it is hidden or gone. Its frame's close box destroys
-// it.
+// it, once a `clicked` that is running has returned.
 void WindowShowModal(Handle window);
 
 // Destroys the window; one that is gone already is passed over.

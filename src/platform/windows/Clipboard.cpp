@@ -1,5 +1,5 @@
 #include <cstring>
-#include <memory>
+#include <string_view>
 
 #include "platform/WindowSystem.h"
 #include "platform/windows/Win32.h"
@@ -11,14 +11,6 @@ namespace {
 // Another program holds the clipboard for moments only.
 constexpr int OpenTries = 10;
 constexpr DWORD OpenPause = 20;  // milliseconds
-
-struct WindowRelease {
-    void operator()(HWND__* window) const { ::DestroyWindow(window); }
-};
-
-struct GlobalMemoryFree {
-    void operator()(void* memory) const { ::GlobalFree(memory); }
-};
 
 // The open clipboard. It takes data only from a window, which nobody sees.
 class Clipboard {
@@ -40,38 +32,41 @@ public:
     Clipboard(const Clipboard&) = delete;
     Clipboard& operator=(const Clipboard&) = delete;
 
-    [[nodiscard]] bool IsOpen() const { return open_; }
+    // What is there says something else, and a format of it might be pasted instead of what comes.
+    bool Clear() { return open_ && ::EmptyClipboard() != FALSE; }
+
+    bool Add(UINT format, std::string_view bytes) {
+        windows::Owned<HGLOBAL, ::GlobalFree> memory(::GlobalAlloc(GMEM_MOVEABLE, bytes.size()));
+        void* const place = ::GlobalLock(memory.get());
+        if (place == nullptr) {
+            return false;
+        }
+        std::memcpy(place, bytes.data(), bytes.size());
+        ::GlobalUnlock(memory.get());
+        if (::SetClipboardData(format, memory.get()) == nullptr) {
+            return false;
+        }
+        static_cast<void>(memory.release());  // the system's now
+        return true;
+    }
 
 private:
-    std::unique_ptr<HWND__, WindowRelease> owner_;
+    windows::Owned<HWND, ::DestroyWindow> owner_;
     bool open_ = false;
 };
 
 }  // namespace
 
 bool ClipboardClear() {
-    const Clipboard clipboard;
-    return clipboard.IsOpen() && ::EmptyClipboard();
+    return Clipboard().Clear();
 }
 
+// A text without a locale gets the one of the keyboard's language, by whose code page programs would read it.
 bool ClipboardSet(const std::string& text, std::uint32_t format) {
-    const Clipboard clipboard;
-    // What is there in other formats says something else and would be pasted instead.
-    if (!clipboard.IsOpen() || !::EmptyClipboard()) {
-        return false;
-    }
-    std::unique_ptr<void, GlobalMemoryFree> memory(::GlobalAlloc(GMEM_MOVEABLE, text.size() + 1));
-    void* const bytes = ::GlobalLock(memory.get());
-    if (bytes == nullptr) {
-        return false;
-    }
-    std::memcpy(bytes, text.c_str(), text.size() + 1);
-    ::GlobalUnlock(memory.get());
-    if (::SetClipboardData(format, memory.get()) == nullptr) {
-        return false;
-    }
-    static_cast<void>(memory.release());  // the system's now
-    return true;
+    const LCID locale = ::GetSystemDefaultLCID();  // its code page is the 8-bit one
+    Clipboard clipboard;
+    return clipboard.Clear() && clipboard.Add(CF_LOCALE, {reinterpret_cast<const char*>(&locale), sizeof locale}) &&
+           clipboard.Add(format, {text.c_str(), text.size() + 1});
 }
 
 }  // namespace platform

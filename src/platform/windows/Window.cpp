@@ -113,12 +113,13 @@ HWND Window::ControlCreate(const Control& control, std::size_t number) {
     return child;
 }
 
-// The process' first show obeys whoever started it, even to the point of not showing; the second one shows.
+// The process' first show obeys whoever started it: the window may come up maximised, or not at all. The second one
+// does as it says, and a window without the boxes for other sizes has its own.
 void Window::ShowFirst() {
-    ::ShowWindow(window_, SW_SHOW);
-    if (!shown_) {
-        ::ShowWindow(window_, SW_SHOW);
-    }
+    const bool sizable = (::GetWindowLongW(window_, GWL_STYLE) & WS_THICKFRAME) != 0;
+    const int command = sizable ? SW_SHOW : SW_SHOWNORMAL;
+    ::ShowWindow(window_, command);
+    ::ShowWindow(window_, command);
 }
 
 void Window::Caption(std::size_t control, const std::u16string& caption) {
@@ -167,7 +168,6 @@ LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPA
 LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_SHOWWINDOW:
-            shown_ = shown_ || wParam != FALSE;
             if (wParam == FALSE) {
                 ModalLoopWake();
             }
@@ -189,6 +189,12 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_COMMAND:
             return HandleCommand(wParam);
+        case WM_CLOSE:
+            closeWaits_ = clickRuns_;
+            if (closeWaits_) {
+                return 0;
+            }
+            break;
         case WM_CTLCOLORSTATIC:
             return LabelColour(wParam, lParam);
         case DM_GETDEFID:
@@ -214,9 +220,18 @@ LRESULT Window::HandleCommand(WPARAM wParam) {
         focused_ = controls_[control].window;
     } else if ((HIWORD(wParam) == BN_CLICKED || HIWORD(wParam) == BN_DOUBLECLICKED) && events_.clicked) {
         // The second press of two quick ones is told as a double click, and counts like any other.
-        EventTell([&] { events_.clicked(control); });
+        Clicked(control);
     }
     return 0;
+}
+
+void Window::Clicked(std::size_t control) {
+    const bool outerRuns = std::exchange(clickRuns_, true);
+    EventTell([&] { events_.clicked(control); });
+    clickRuns_ = outerRuns;
+    if (closeWaits_ && !clickRuns_) {
+        ::DestroyWindow(window_);
+    }
 }
 
 LRESULT Window::LabelColour(WPARAM wParam, LPARAM lParam) {

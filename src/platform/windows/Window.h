@@ -43,6 +43,7 @@ private:
     static void ClassRegister();
     LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
     LRESULT HandleCommand(WPARAM wParam);
+    void Clicked(std::size_t control);
     LRESULT LabelColour(WPARAM wParam, LPARAM lParam);
     HWND ControlCreate(const Control& control, std::size_t number);
     void FocusRestore();
@@ -55,7 +56,8 @@ private:
     std::vector<ControlState> controls_;
     HWND toolTips_ = nullptr;
     HWND focused_ = nullptr;
-    bool shown_ = false;
+    bool clickRuns_ = false;
+    bool closeWaits_ = false;
 };
 
 }  // namespace platform::windows
