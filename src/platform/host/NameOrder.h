@@ -4,7 +4,7 @@
 #include <string_view>
 
 // How names are compared on the machine: without regard to case, and for order by their capital letters, as Windows
-// does. Capitals are known for Latin (ASCII, Latin-1, Extended-A), Greek and Cyrillic letters.
+// does.
 namespace platform::host {
 
 char16_t Capital(char16_t character);

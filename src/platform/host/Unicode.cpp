@@ -1,125 +1,81 @@
 #include "platform/host/Unicode.h"
 
-#include <array>
-#include <cstddef>
+#include <algorithm>
+#include <cwchar>
+#include <locale>
+
+#include "platform/Regional.h"
 
 namespace platform::host {
 
 namespace {
 
-constexpr char32_t Replacement = 0xFFFD;
+using Converter = std::codecvt<char16_t, char8_t, std::mbstate_t>;
 
-bool IsHighSurrogate(char32_t unit) {
-    return unit >= 0xD800 && unit < 0xDC00;
-}
-bool IsLowSurrogate(char32_t unit) {
-    return unit >= 0xDC00 && unit < 0xE000;
-}
-
-// How many bytes follow a lead byte, and what the first of them may be: the narrower ranges shut out overlong forms,
-// surrogates and what lies beyond U+10FFFF.
-struct Sequence {
-    unsigned following;
-    unsigned char lowest = 0x80;
-    unsigned char highest = 0xBF;
-};
-
-Sequence SequenceOf(unsigned char lead) {
-    if (lead >= 0xC2 && lead <= 0xDF) {
-        return {1};
-    }
-    if (lead >= 0xE0 && lead <= 0xEF) {
-        return {2, static_cast<unsigned char>(lead == 0xE0 ? 0xA0 : 0x80),
-                static_cast<unsigned char>(lead == 0xED ? 0x9F : 0xBF)};
-    }
-    if (lead >= 0xF0 && lead <= 0xF4) {
-        return {3, static_cast<unsigned char>(lead == 0xF0 ? 0x90 : 0x80),
-                static_cast<unsigned char>(lead == 0xF4 ? 0x8F : 0xBF)};
-    }
-    return {0};
-}
-
-// Takes one character off the front; a broken sequence ends before the first byte that does not fit.
-char32_t TakeUtf8(std::string_view& bytes) {
-    const auto lead = static_cast<unsigned char>(bytes.front());
-    bytes.remove_prefix(1);
-    if (lead < 0x80) {
-        return lead;
-    }
-    Sequence sequence = SequenceOf(lead);
-    if (sequence.following == 0) {
-        return Replacement;
-    }
-    char32_t codePoint = lead & (0x3FU >> sequence.following);
-    for (; sequence.following > 0; --sequence.following) {
-        const unsigned char next = bytes.empty() ? 0 : static_cast<unsigned char>(bytes.front());
-        if (next < sequence.lowest || next > sequence.highest) {
-            return Replacement;
-        }
-        codePoint = codePoint << 6U | (next & 0x3FU);
-        bytes.remove_prefix(1);
-        sequence.lowest = 0x80;
-        sequence.highest = 0xBF;
-    }
-    return codePoint;
-}
-
-char32_t TakeUtf16(std::u16string_view& text) {
-    const char32_t unit = text.front();
-    text.remove_prefix(1);
-    if (IsHighSurrogate(unit) && !text.empty() && IsLowSurrogate(text.front())) {
-        const char32_t low = text.front();
-        text.remove_prefix(1);
-        return 0x10000 + ((unit - 0xD800) << 10U) + (low - 0xDC00);
-    }
-    return IsHighSurrogate(unit) || IsLowSurrogate(unit) ? Replacement : unit;
+const Converter& Utf8() {
+    return std::use_facet<Converter>(std::locale::classic());
 }
 
 }  // namespace
 
 std::u16string FromUtf8(std::string_view bytes) {
-    std::u16string text;
-    text.reserve(bytes.size());
-    while (!bytes.empty()) {
-        const char32_t codePoint = TakeUtf8(bytes);
-        if (codePoint < 0x10000) {
-            text += static_cast<char16_t>(codePoint);
-        } else {
-            text += static_cast<char16_t>(0xD800 + ((codePoint - 0x10000) >> 10U));
-            text += static_cast<char16_t>(0xDC00 + (codePoint & 0x3FFU));
+    std::u16string text(bytes.size(), u'\0');
+    const auto* from = reinterpret_cast<const char8_t*>(bytes.data());
+    const auto* const end = from + bytes.size();
+    char16_t* to = text.data();
+    while (from != end) {
+        std::mbstate_t state{};
+        Utf8().in(state, from, end, from, to, text.data() + text.size(), to);
+        if (from != end) {
+            *to++ = u'\uFFFD';
+            ++from;
         }
     }
+    text.resize(static_cast<std::size_t>(to - text.data()));
     return text;
 }
 
 std::string ToUtf8(std::u16string_view text) {
-    std::string bytes;
-    bytes.reserve(text.size());
-    while (!text.empty()) {
-        AppendUtf8(bytes, TakeUtf16(text));
+    constexpr std::size_t mostBytes = 3;  // to a unit: a pair of them takes four
+    std::u8string bytes(text.size() * mostBytes, '\0');
+    const char16_t* from = text.data();
+    const char16_t* const end = from + text.size();
+    char8_t* to = bytes.data();
+    while (from != end) {
+        std::mbstate_t state{};
+        Utf8().out(state, from, end, from, to, bytes.data() + bytes.size(), to);
+        if (from != end) {
+            to = std::ranges::copy(std::u8string_view(u8"\uFFFD"), to).out;
+            ++from;
+        }
     }
-    return bytes;
+    return {bytes.data(), to};
 }
 
 std::u32string CodePoints(std::u16string_view text) {
-    std::u32string codePoints;
-    while (!text.empty()) {
-        codePoints += TakeUtf16(text);
+    std::u32string points;
+    for (const char16_t unit : text) {
+        const bool follows = (unit & 0xFC00) == 0xDC00 && !points.empty() && (points.back() & ~0x3FFU) == 0xD800;
+        if (follows) {
+            points.back() = 0x10000 + ((points.back() & 0x3FFU) << 10U) + (unit & 0x3FFU);
+        } else {
+            points += unit;
+        }
     }
-    return codePoints;
+    return points;
 }
 
 void AppendUtf8(std::string& bytes, char32_t codePoint) {
-    if (codePoint < 0x80) {
-        bytes += static_cast<char>(codePoint);
-        return;
+    if (codePoint < 0x10000) {
+        bytes += ToUtf8(std::u16string(1, static_cast<char16_t>(codePoint)));
+    } else {
+        bytes += ToUtf8(std::u16string{static_cast<char16_t>(0xD7C0 + (codePoint >> 10U)),
+                                       static_cast<char16_t>(0xDC00 + (codePoint & 0x3FFU))});
     }
-    const unsigned following = codePoint < 0x800 ? 1 : codePoint < 0x10000 ? 2 : 3;
-    constexpr std::array<unsigned, 4> leadMarks{0, 0xC0, 0xE0, 0xF0};
-    bytes += static_cast<char>(leadMarks.at(following) | codePoint >> (6 * following));
-    for (unsigned left = following; left > 0; --left) {
-        bytes += static_cast<char>(0x80U | (codePoint >> (6 * (left - 1)) & 0x3FU));
-    }
+}
+
+bool IsSameName(std::u16string_view one, std::u16string_view other) {
+    return one.size() == other.size() && CharUpperW(std::u16string(one)) == CharUpperW(std::u16string(other));
 }
 
 }  // namespace platform::host

@@ -14,4 +14,7 @@ std::string ToUtf8(std::u16string_view text);
 std::u32string CodePoints(std::u16string_view text);
 void AppendUtf8(std::string& bytes, char32_t codePoint);
 
+// How names are compared on the machine: without regard to case.
+bool IsSameName(std::u16string_view one, std::u16string_view other);
+
 }  // namespace platform::host

@@ -1,5 +1,6 @@
 #include "Check.h"
 #include "platform/Regional.h"
+#include "platform/host/Unicode.h"
 
 TEST_CASE("Numbers under German settings") {
     struct {
@@ -22,9 +23,8 @@ TEST_CASE("Numbers under German settings") {
 
 TEST_CASE("Dates under German settings") {
     const std::vector<std::pair<double, Text>> cases = {{43085 + 86399.6 / 86400, u"17.12.2017"},
-                                                        {-0.25, u"06:00:00"},
-                                                        {-1.25, u"29.12.1899 06:00:00"},
-                                                        {2958466, u""}};
+                                                        {43085 - 0.4 / 86400, u"16.12.2017"},
+                                                        {43085.75, u"16.12.2017 18:00:00"}};
     for (const auto& [date, text] : cases) {
         CHECK(platform::VarBstrFromDate(date) == text);
     }
@@ -38,4 +38,13 @@ TEST_CASE("All bytes of the code page come back from text") {
     CHECK(platform::AnsiFromText(platform::TextFromAnsi(bytes)) == bytes);
     CHECK(platform::TextFromAnsi("\x80\x81\x9F\xE4") == u"\u20AC\u0081\u0178\u00E4");
     CHECK(platform::AnsiFromText(u"\u0080\u4E2D") == "??");
+    CHECK(platform::CharUpperW(u"az\u00E0\u00FE\u00F7\u00DF\u00FF\u0161") == u"AZ\u00C0\u00DE\u00F7\u00DF\u0178\u0160");
+}
+
+TEST_CASE("What is no text in UTF-8 or UTF-16 is replaced, and what follows is read") {
+    using platform::host::FromUtf8;
+    using platform::host::ToUtf8;
+    CHECK(FromUtf8("\xF0\x9F\x98\x80\xE4!\xC0\xC3") == u"\U0001F600\uFFFD!\uFFFD\uFFFD");
+    CHECK(ToUtf8(std::u16string{u'\xD83D', u'\xDE00', u'\xDE00', u'!', u'\xD83D'}) ==
+          "\xF0\x9F\x98\x80\xEF\xBF\xBD!\xEF\xBF\xBD");
 }

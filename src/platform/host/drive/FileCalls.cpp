@@ -15,7 +15,7 @@
 #include "platform/host/FileDescriptor.h"
 #include "platform/host/HandleTable.h"
 #include "platform/host/HostStatus.h"
-#include "platform/host/LocalDate.h"
+#include "platform/host/DateValue.h"
 #include "platform/host/NameOrder.h"
 #include "platform/host/Unicode.h"
 #include "platform/host/drive/Drive.h"
@@ -284,7 +284,7 @@ Status DateLastModified(const std::string& path, double& date) {
     if (!place.IsFile()) {
         return StatusFileNotFound;
     }
-    date = host::LocalDate(place.changed);
+    date = host::DateValueOf(place.changed);
     return StatusSuccess;
 }
 

@@ -13,7 +13,7 @@
 
 #include "platform/ProgramVersionText.h"
 #include "platform/Regional.h"
-#include "platform/host/LocalDate.h"
+#include "platform/host/DateValue.h"
 #include "platform/host/Unicode.h"
 #include "platform/host/drive/Drive.h"
 #include "platform/host/process/MachineEnvironment.h"
@@ -83,7 +83,7 @@ std::uint32_t GetCurrentProcessId() {
 }
 
 double Now() {
-    return host::LocalDate(std::time(nullptr));
+    return host::DateValueOf(std::time(nullptr));
 }
 
 ProgramVersion ProgramVersionGet() {
