@@ -44,4 +44,4 @@ quietly() {
     return "$status"
 }
 
-BUILD_PACKAGES=(g++=g++ cmake=cmake ninja=ninja-build)
+BUILD_PACKAGES=(g++=g++ cmake=cmake ninja=ninja-build /usr/include/sqlite3.h=libsqlite3-dev)

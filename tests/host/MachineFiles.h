@@ -11,7 +11,7 @@
 
 // What the host's cases share beside TestMachine: the machine's folder on the host's own disk, and processes.
 
-// A place in the machine's folder, as "user.reg" or "drives/c/Users".
+// A place in the machine's folder, as "user.db" or "drives/c/Users".
 std::filesystem::path OnMachine(const std::string& below);
 
 // The whole content of a file there, written with the folders on its way; empty when there is none to read.

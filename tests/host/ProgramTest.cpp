@@ -53,7 +53,7 @@ TEST_CASE("Anything but the one option ends the program without a word") {
     for (const char* const arguments : {"", "-MASTER", "-master x", "'\"-master\"'", "'-master\t'"}) {
         CHECK(Shown("Demo\n", arguments).empty());
     }
-    CHECK_FALSE(std::filesystem::exists(OnMachine("user.reg")));
+    CHECK_FALSE(std::filesystem::exists(OnMachine("user.db")));
     CHECK(Contains(Shown("", "' -master '"), "VTV4 Version Controller"));
 }
 

@@ -14,9 +14,7 @@ const std::string InstallerScript =
     "echo \"$*\" >> \"$VTV4V_MACHINE/calls\"\n"
     "test \"$1\" = /quiet || exit 2\n"
     "sleep 0.1\n"
-    "cat >> \"$VTV4V_MACHINE/machine.reg\" <<'end'\n\n"
-    "[-HKEY_LOCAL_MACHINE\\SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\VT]\n"
-    "end\n";
+    "sqlite3 \"$VTV4V_MACHINE/machine.db\" \"DELETE FROM key WHERE name = 'VT'\"\n";
 
 }  // namespace
 

@@ -28,6 +28,10 @@ Handle HandleAdd(HandleObject object) {
     return table.last;
 }
 
+bool HandleRemove(Handle handle) noexcept {
+    return Table().objects.erase(handle) == 1;
+}
+
 HandleObject* HandleFind(Handle handle) {
     const auto place = Table().objects.find(handle);
     return place == Table().objects.end() ? nullptr : &place->second;
@@ -38,7 +42,8 @@ HandleObject* HandleFind(Handle handle) {
 namespace platform {
 
 Status CloseHandle(Handle handle) noexcept {
-    return host::Table().objects.erase(handle) == 0 ? StatusInvalidHandle : StatusSuccess;
+    const bool isKey = host::HandleFindAs<host::OpenKey>(handle) != nullptr;  // RegCloseKey closes those
+    return !isKey && host::HandleRemove(handle) ? StatusSuccess : StatusInvalidHandle;
 }
 
 }  // namespace platform

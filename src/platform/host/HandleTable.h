@@ -6,9 +6,10 @@
 #include "platform/Handle.h"
 #include "platform/host/FileDescriptor.h"
 #include "platform/host/process/StartedProcess.h"
+#include "platform/host/registry/OpenKey.h"
 
-// What the handles of files and processes stand for. Both are closed by one call, so they share their numbers; a number
-// is not given out again, so that a stale handle is told from a live one.
+// What the handles of files, processes and registry keys stand for. They share their numbers; a number is not given out
+// again, so that a stale handle is told from a live one.
 namespace platform::host {
 
 struct ProcessReference {
@@ -16,9 +17,12 @@ struct ProcessReference {
     bool waitable;  // opened with the right to wait
 };
 
-using HandleObject = std::variant<FileDescriptor, ProcessReference>;
+using HandleObject = std::variant<FileDescriptor, ProcessReference, OpenKey>;
 
 Handle HandleAdd(HandleObject object);
+
+// False when there is no such handle.
+bool HandleRemove(Handle handle) noexcept;
 
 // Null when there is no such handle.
 HandleObject* HandleFind(Handle handle);

@@ -21,6 +21,7 @@
 #include "platform/host/NameOrder.h"
 #include "platform/host/Unicode.h"
 #include "platform/host/process/ClassText.h"
+#include "platform/host/registry/RegistryStatusText.h"
 
 namespace platform {
 
@@ -152,6 +153,9 @@ std::u16string StatusText(Status status) {
     const auto number = static_cast<std::uint32_t>(status);
     const bool wrapped = (number & 0xFFFF0000U) == SystemFacility;
     const Status told = wrapped ? static_cast<Status>(number & 0xFFFFU) : status;
+    if (std::u16string text = host::RegistryStatusText(told); !text.empty()) {
+        return text;
+    }
     for (const StatusDescription& description : Descriptions) {
         if (description.status == told) {
             return description.text;

@@ -13,7 +13,7 @@ TEST_CASE("A machine that no variable names is in the user's data folder, and it
     for (const auto& [data, folder] : {std::pair(home / "data", home / "data"), {fs::path(), home / ".local/share"}}) {
         machine.Environment("XDG_DATA_HOME", data.native());
         RawValueSet(platform::KeyCurrentUser, "Software", "n", RawNumber(1));
-        CHECK(fs::exists(folder / "vtv4v/machine/user.reg"));
+        CHECK(fs::exists(folder / "vtv4v/machine/user.db"));
     }
 }
 

@@ -1,0 +1,182 @@
+#include "platform/host/registry/RegistryFile.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "platform/host/HostStatus.h"
+
+namespace platform::host {
+
+namespace {
+
+// Numbers of keys are not used again (AUTOINCREMENT), so that a handle of a deleted key is known. Folded names are in
+// capital letters, for comparing and ordering. The view is for those who look in from outside.
+constexpr const char* Tables = R"(
+CREATE TABLE key (
+    id INTEGER PRIMARY KEY AUTOINCREMENT, parent INTEGER, name TEXT NOT NULL, folded TEXT NOT NULL,
+    UNIQUE (parent, folded));
+INSERT INTO key VALUES (2, 1, 'S-1-5-21-0-0-0-1000', 'S-1-5-21-0-0-0-1000');
+INSERT INTO key VALUES (3, 2, 'Software', 'SOFTWARE');
+INSERT INTO key VALUES (4, 3, 'Classes', 'CLASSES');
+CREATE TABLE value (
+    key INTEGER NOT NULL, position INTEGER NOT NULL, name TEXT NOT NULL, folded TEXT NOT NULL,
+    type INTEGER NOT NULL, data NOT NULL,
+    PRIMARY KEY (key, position), UNIQUE (key, folded)) WITHOUT ROWID;
+CREATE VIEW registry (path, name, type, value) AS
+    WITH RECURSIVE place (id, path) AS (
+        SELECT 2, name FROM key WHERE id = 1
+        UNION ALL
+        SELECT key.id, path || '\' || key.name FROM key JOIN place ON key.parent = place.id)
+    SELECT path, name,
+        CASE type WHEN 0 THEN 'REG_NONE' WHEN 1 THEN 'REG_SZ' WHEN 2 THEN 'REG_EXPAND_SZ' WHEN 3 THEN 'REG_BINARY'
+            WHEN 4 THEN 'REG_DWORD' WHEN 7 THEN 'REG_MULTI_SZ' ELSE type END,
+        CASE typeof(data) WHEN 'blob' THEN hex(data) ELSE data END
+    FROM place JOIN value ON key = id ORDER BY path, position;
+)";
+constexpr const char* InsertTop = "INSERT INTO key VALUES (1, NULL, ?, '')";
+
+// SQLite takes a file that is smaller than this for an empty one, and would write over it.
+constexpr off_t SmallestDatabase = 512;
+
+bool ProcessMayWrite(const std::filesystem::path& path) {
+    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+}
+
+bool OwnerMayWrite(const struct stat& file, const std::filesystem::path& path) {
+    return (file.st_mode & S_IWUSR) != 0 && ProcessMayWrite(path);
+}
+
+bool IsSameFile(const struct stat& one, const struct stat& other) {
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino && one.st_mode == other.st_mode;
+}
+
+// The folder in which the file is or would be; empty when the working directory that it goes from is gone.
+std::filesystem::path FolderOf(const std::filesystem::path& path) {
+    std::error_code failure;
+    return std::filesystem::absolute(path, failure).parent_path();
+}
+
+// As SQLite takes it together with options.
+std::string Address(const std::filesystem::path& path) {
+    constexpr std::string_view special = "%?#";
+    constexpr const char* escaped[] = {"%25", "%3F", "%23"};
+    const std::string whole = FolderOf(path) / path.filename();
+    std::string address = "file://";
+    for (const char character : whole) {
+        const std::size_t place = special.find(character);
+        address += place == std::string_view::npos ? std::string(1, character) : escaped[place];
+    }
+    return address;
+}
+
+// A new database, removed with what SQLite may leave beside it.
+struct FileBeside {
+    explicit FileBeside(std::string name) : path(std::move(name)) {}
+    ~FileBeside() {
+        unlink(path.c_str());
+        unlink((path + "-wal").c_str());
+    }
+    FileBeside(const FileBeside&) = delete;
+    FileBeside& operator=(const FileBeside&) = delete;
+
+    std::string path;
+};
+
+}  // namespace
+
+RegistryFile::RegistryFile(std::filesystem::path path, std::u16string root)
+    : path_(std::move(path)), root_(std::move(root)) {
+}
+
+Database& RegistryFile::ForReading() {
+    struct stat now = {};
+    if (stat(path_.c_str(), &now) != 0) {
+        if (errno != ENOENT && errno != ENOTDIR) {
+            throw RegistryFailure{StatusFromErrno(errno), path_};
+        }
+        now = {};
+    }
+    if (database_ && IsSameFile(now, opened_)) {
+        return *database_;
+    }
+    database_.reset();
+    if (now.st_ino == 0) {
+        Database empty(":memory:", SQLITE_OPEN_READWRITE);
+        CreateTables(empty);
+        database_ = std::move(empty);
+    } else if (now.st_size < SmallestDatabase) {
+        throw RegistryFailure{StatusDatabaseDamaged, path_};
+    } else {
+        // SQLite's log stands beside the file.
+        writable_ = OwnerMayWrite(now, path_) && ProcessMayWrite(FolderOf(path_));
+        database_ = OpenFile();
+    }
+    opened_ = now;
+    return *database_;
+}
+
+Database& RegistryFile::ForWriting() {
+    if (!IsWritable()) {
+        throw RegistryFailure{StatusAccessDenied};
+    }
+    if (opened_.st_ino == 0) {
+        CreateFile();
+    }
+    return ForReading();
+}
+
+bool RegistryFile::IsWritable() {
+    ForReading();
+    if (opened_.st_ino != 0) {
+        return writable_;
+    }
+    std::filesystem::path folder = FolderOf(path_);
+    struct stat found = {};
+    while (stat(folder.c_str(), &found) != 0 && folder.has_relative_path()) {
+        folder = folder.parent_path();
+    }
+    return S_ISDIR(found.st_mode) && OwnerMayWrite(found, folder);
+}
+
+// A file that takes no changes is read without a log where the last writer left none: a new log would stay, and its
+// rights would keep the next writer out.
+Database RegistryFile::OpenFile() const {
+    const std::string address = Address(path_);
+    if (writable_) {
+        Database database(address, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI);
+        database.Execute("PRAGMA synchronous = NORMAL");
+        return database;
+    }
+    std::error_code noLog;
+    const bool hasLog = std::filesystem::file_size(path_.native() + "-wal", noLog) > 0 && !noLog;
+    return {hasLog ? address : address + "?immutable=1", SQLITE_OPEN_READONLY | SQLITE_OPEN_URI};
+}
+
+// The file gets its name when it is whole, unless another process was faster: that one's file is as good.
+void RegistryFile::CreateFile() const {
+    const FileBeside beside(path_.native() + "." + std::to_string(getpid()));
+    std::error_code failure;  // told by the open
+    std::filesystem::create_directories(path_.parent_path(), failure);
+    {
+        Database database(Address(beside.path), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI);
+        database.Execute("PRAGMA journal_mode = WAL");
+        CreateTables(database);
+    }
+    if (link(beside.path.c_str(), path_.c_str()) != 0 && errno != EEXIST) {
+        throw RegistryFailure{StatusFromErrno(errno), path_};
+    }
+}
+
+void RegistryFile::CreateTables(Database& database) const {
+    database.Execute("BEGIN IMMEDIATE");
+    database.Execute(Tables);
+    Query(database, InsertTop, root_).Step();
+    database.Execute("COMMIT");
+}
+
+}  // namespace platform::host

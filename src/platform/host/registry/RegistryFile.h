@@ -1,0 +1,45 @@
+#pragma once
+
+#include <sys/stat.h>
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+
+#include "platform/host/registry/Database.h"
+
+namespace platform::host {
+
+// Keys that each file has from its beginning, by their numbers. They are never deleted.
+inline constexpr std::int64_t UsersKey = 1;  // HKEY_USERS in the user's file; takes no changes
+inline constexpr std::int64_t RootKey = 2;   // what the file is: HKEY_LOCAL_MACHINE or HKEY_CURRENT_USER
+inline constexpr std::int64_t ClassesKey = 4;
+
+// A file of the registry. A missing one is an empty registry; it is made, with its folder, by the first change.
+class RegistryFile {
+public:
+    // `root` is the name under which the file is shown to those who look in from outside.
+    RegistryFile(std::filesystem::path path, std::u16string root);
+
+    // The database as it is at this moment: opened anew when the path leads to another file or its rights have changed.
+    Database& ForReading();
+    // The same, made where it is missing. Fails with status 5 when changes are refused.
+    Database& ForWriting();
+
+    // False when the owner's write bit of the file is off (or that of the folder where it would be made), or when this
+    // process may not write there.
+    bool IsWritable();
+
+private:
+    [[nodiscard]] Database OpenFile() const;
+    void CreateFile() const;
+    void CreateTables(Database& database) const;
+
+    std::filesystem::path path_;
+    std::u16string root_;
+    std::optional<Database> database_;
+    struct stat opened_ = {};  // the file that is open; all zero for none
+    bool writable_ = false;
+};
+
+}  // namespace platform::host
