@@ -1,5 +1,6 @@
 #include "app/Main.h"
 
+#include <exception>
 #include <optional>
 
 #include "app/frmVTV4V.h"
@@ -10,18 +11,30 @@
 #include "platform/Regional.h"
 #include "version/modVTV4Version.h"
 
+namespace {
+
+void CheckAndShow() {
+    if (VcoreTest().Ok(true)) {
+        frmVTV4V window;
+        window.ShowModal();
+    }
+}
+
+void ShowWhyNot(const Text& reason) {
+    FailureShow(u"Kann Programm nicht ausführen:", platform::TextFromAnsi(platform::ProgramFolder()), reason);
+}
+
+}  // namespace
+
 void Main() {
     if (Trim(platform::CommandLineTail()) != u"-master") {
         return;
     }
-    const std::optional<Error> error = TrapError([] {
-        if (VcoreTest().Ok(true)) {
-            frmVTV4V window;
-            window.ShowModal();
+    try {
+        if (const std::optional<Error> error = TrapError(CheckAndShow)) {
+            ShowWhyNot(error->description);
         }
-    });
-    if (error) {
-        FailureShow(u"Kann Programm nicht ausführen:", platform::TextFromAnsi(platform::ProgramFolder()),
-                    error->description);
+    } catch (const std::exception& fault) {  // none of the language's errors
+        ShowWhyNot(platform::TextFromAnsi(fault.what()));
     }
 }

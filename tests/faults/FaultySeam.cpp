@@ -1,5 +1,6 @@
 #include "faults/FaultySeam.h"
 
+#include <stdexcept>
 #include <type_traits>
 #include <utility>
 
@@ -35,6 +36,9 @@ const Text& Noted(const Text& text, std::uint32_t type) {
     return text;
 }
 
+// A result that is an exception, none of the language's errors.
+constexpr std::int64_t Thrown = -1;
+
 using Failures = std::map<std::int64_t, Text>;
 
 // The results with which a call can fail, each with what a message that goes on behind its head ends in.
@@ -59,7 +63,7 @@ Failures FailuresOf(Seam call) {
                     {31, u"No association for file extension"},
                     {32, u"DLL not found"}};
         case Seam::WindowCreate:
-            return {{0, u"Nicht genügend Speicher"}};
+            return {{0, u"Nicht genügend Speicher"}, {Thrown, u"thrown"}};
         case Seam::CreateObject:
         case Seam::CallTextFunction:
         case Seam::CloseHandle:
@@ -87,6 +91,9 @@ Result Called(Seam call, Real real) {
     }
     ++state.calls[static_cast<std::size_t>(call)];
     state.fails = call == state.fault.call && state.calls.Of(call) == state.fault.occurrence;
+    if (state.fails && call == Seam::WindowCreate && state.fault.result == Thrown) {
+        throw std::logic_error("thrown");
+    }
     if (state.fails && call != Seam::RegCloseKey && call != Seam::CloseHandle && call != Seam::WriteFile) {
         return Failure<Result>();
     }
