@@ -16,7 +16,7 @@ namespace {
 // A machine whose folder for documents is the present one, and holds a copy of a file by another name.
 class Planted : public TestMachine {
 public:
-    Planted(const std::string& original, const std::string& name) {
+    Planted(const std::filesystem::path& original, const std::string& name) {
         const std::filesystem::path folder = std::filesystem::path(ControlFile()).parent_path();
         std::filesystem::copy_file(original, folder / name);
         std::filesystem::current_path(folder);
@@ -29,6 +29,12 @@ private:
     std::filesystem::path earlier_ = std::filesystem::current_path();
 };
 
+std::filesystem::path ThisProgram() {
+    std::array<char, MAX_PATH> path{};
+    ::GetModuleFileNameA(nullptr, path.data(), MAX_PATH);
+    return path.data();
+}
+
 bool Loads(const char* library) {
     return platform::windows::Owned<HMODULE, ::FreeLibrary>(::LoadLibraryA(library)) != nullptr;
 }
@@ -36,7 +42,8 @@ bool Loads(const char* library) {
 }  // namespace
 
 TEST_CASE("A program that is named without a folder is the system's, whatever bears its name here") {
-    const Planted machine(SystemFolder() + "\\hostname.exe", "MsiExec.exe");
+    // The program itself, which ends with 0 when it is started without its option.
+    const Planted machine(ThisProgram().parent_path().parent_path() / "vtv4v.exe", "MsiExec.exe");
     for (const std::string name : {"MsiExec.exe", "MsiExec", "\"MsiExec.exe\""}) {
         CAPTURE(name);
         std::int32_t processId = 0;
@@ -52,9 +59,7 @@ TEST_CASE("A program that is named without a folder is the system's, whatever be
 }
 
 TEST_CASE("A library that is named without a folder is not looked for here") {
-    std::array<char, MAX_PATH> thisProgram{};
-    ::GetModuleFileNameA(nullptr, thisProgram.data(), MAX_PATH);
-    const Planted machine(thisProgram.data(), "vtv4v-planted.dll");
+    const Planted machine(ThisProgram(), "vtv4v-planted.dll");
     CHECK(Loads("vtv4v-planted.dll"));
     platform::ProcessStart(0, nullptr);
     CHECK_FALSE(Loads("vtv4v-planted.dll"));
@@ -65,8 +70,8 @@ TEST_CASE("A library whose function was called stays loaded") {
     const std::string library = SystemFolder() + "\\ws2_32.dll";
     REQUIRE(::GetModuleHandleA(library.c_str()) == nullptr);
     std::int32_t result = 0;
-    CHECK(platform::CallTextFunction(library, "none", "", result) == 127);
     CHECK(platform::CallTextFunction(library, "inet_addr", "1.2.3.4", result) == platform::StatusSuccess);
     CHECK(result == 0x04030201);
     CHECK(::GetModuleHandleA(library.c_str()) != nullptr);
+    CHECK(platform::CallTextFunction(library, "none", "", result) == 127);
 }
