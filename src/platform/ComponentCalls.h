@@ -20,7 +20,7 @@ void ReleaseObject(ObjectReference object) noexcept;
 
 // Loads the library at `libraryPath` and calls its `function` (stdcall on 32-bit systems) with one text. All three are
 // in the system's 8-bit code page. The library stays loaded to the process' end. `result` is set on StatusSuccess
-// alone; 126 when the library cannot be loaded, 127 when it has no such function.
+// alone; 126 for a library that is missing, or another one that it needs, 127 when it has no such function.
 Status CallTextFunction(const std::string& libraryPath, const std::string& function, const std::string& text,
                         std::int32_t& result);
 

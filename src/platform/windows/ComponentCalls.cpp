@@ -9,9 +9,6 @@ namespace platform {
 
 namespace {
 
-constexpr Status StatusModuleNotFound = 126;     // ERROR_MOD_NOT_FOUND
-constexpr Status StatusProcedureNotFound = 127;  // ERROR_PROC_NOT_FOUND
-
 using TextFunction = std::int32_t(__stdcall*)(const char* text);
 
 TextFunction TextFunctionOf(HMODULE library, const std::string& name) {
@@ -52,11 +49,11 @@ Status CallTextFunction(const std::string& libraryPath, const std::string& funct
     ::GetFullPathNameA(libraryPath.c_str(), MAX_PATH, fullPath.data(), nullptr);
     const HMODULE library = ::LoadLibraryExA(fullPath.data(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     if (library == nullptr) {
-        return StatusModuleNotFound;
+        return windows::LastStatus();
     }
     const TextFunction called = TextFunctionOf(library, function);
     if (called == nullptr) {
-        return StatusProcedureNotFound;
+        return windows::LastStatus();
     }
     result = called(text.c_str());
     return StatusSuccess;

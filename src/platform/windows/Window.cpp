@@ -64,13 +64,13 @@ HWND Window::Create(const WindowDesign& design, WindowEvents events) {
     const DWORD style = design.sizable ? SizableStyle : FixedStyle;
     RECT frame{0, 0, DotsFromTwips(design.client.width), DotsFromTwips(design.client.height)};
     ::AdjustWindowRectEx(&frame, style, FALSE, 0);
-    const HWND window = ::CreateWindowExW(0, ClassName, Wide(design.caption), style, CW_USEDEFAULT, CW_USEDEFAULT,
-                                          frame.right - frame.left, frame.bottom - frame.top, nullptr, nullptr,
-                                          ::GetModuleHandleW(nullptr), nullptr);
+    Owned<HWND, ::DestroyWindow> window(::CreateWindowExW(
+        0, ClassName, Wide(design.caption), style, CW_USEDEFAULT, CW_USEDEFAULT, frame.right - frame.left,
+        frame.bottom - frame.top, nullptr, nullptr, ::GetModuleHandleW(nullptr), nullptr));
     if (window != nullptr) {
-        AllWindows().emplace(window, std::make_shared<Window>(window, design, std::move(events)));
+        AllWindows().emplace(window.get(), std::make_shared<Window>(window.get(), design, std::move(events)));
     }
-    return window;
+    return window.release();  // the user's, who may close it
 }
 
 std::shared_ptr<Window> Window::Find(HWND window) {
