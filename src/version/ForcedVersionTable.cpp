@@ -1,10 +1,11 @@
 #include "version/ForcedVersionTable.h"
 
-#include <vector>
+#include <variant>
 
 #include "common/Conversion.h"
 #include "common/Environment.h"
 #include "common/Error.h"
+#include "version/ForcedVersionItem.h"
 
 namespace {
 
@@ -15,21 +16,7 @@ constexpr std::int32_t Classic = 4;
 constexpr std::int32_t Client = 5;
 constexpr std::int32_t NotInstalled = 99;
 
-// The section below a product's root that holds its table. The reporting module's root is the key "Reporting" below the
-// main product's: with any other section name no product's table can fall on the other's.
-constexpr TextView VersionSection = u"Version";
-constexpr TextView TableKey = u"ForcedVersion";
 constexpr TextView TableSection = u"Version\\ForcedVersion";
-
-constexpr TextView DefaultItemName = u"(Standard)";
-
-Text ItemNameOf(const Text& name) {
-    return name.empty() ? Text(DefaultItemName) : name;
-}
-
-Text ValueNameOf(const Text& name) {
-    return name == DefaultItemName ? Text() : name;
-}
 
 void Open(Registry& registry, bool localMachine, const Text& path) {
     if (localMachine) {
@@ -112,12 +99,9 @@ Text ForcedVersionTable::ForcedVersionAll(bool localMachine) const {
 void ForcedVersionTable::ForcedVersionAll(bool localMachine, const Text& itemsString) {
     ForcedVersionClear(localMachine);
     for (const Text& item : Split(itemsString, u';')) {
-        const std::vector<Text> parts = Split(item, u'=');
-        if (parts.size() != 2 || !IsNumeric(parts[1])) {
-            continue;
-        }
-        if (const std::int32_t version = LongFrom(parts[1]); version >= 0) {
-            ForcedVersion(localMachine, ValueNameOf(parts[0]), version);
+        const auto judged = JudgeItem(item);
+        if (const auto* const entry = std::get_if<ForcedVersionItem>(&judged)) {
+            ForcedVersion(localMachine, entry->valueName, entry->version);
         }
     }
 }

@@ -9,6 +9,11 @@
 #include "settings/ProgOption.h"
 #include "settings/Registry.h"
 
+// The section below a product's root that holds its table. The reporting module's root is the key "Reporting" below the
+// main product's: with any other section name no product's table can fall on the other's.
+inline constexpr TextView VersionSection = u"Version";
+inline constexpr TextView TableKey = u"ForcedVersion";
+
 // The rule by which a forced version from one of the two stores takes the place of a starting version, or is refused.
 [[nodiscard]] bool ForcedVersionApplies(std::int32_t startVersion, bool localMachine, std::int32_t forced);
 

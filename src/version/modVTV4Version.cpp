@@ -5,20 +5,17 @@
 #include "common/Environment.h"
 #include "common/Error.h"
 #include "common/TextFile.h"
-#include "common/modStringLibrary.h"
 #include "platform/Process.h"
 #include "platform/Regional.h"
 #include "platform/WindowSystem.h"
 #include "products/modShellExec.h"
+#include "version/ControlFileReader.h"
 
 Text ControlFilePath;
 std::shared_ptr<ForcedVersionTable> MainVersions;
 std::shared_ptr<ForcedVersionTable> ReportingVersions;
 
 namespace {
-
-constexpr TextView MainSection = u"Tallora";
-constexpr TextView ReportingSection = u"Reporting";
 
 Text SectionHead(TextView section) {
     return u"[" + Text(section) + u"]";
@@ -38,19 +35,15 @@ struct ControlFileItems {
 
 ControlFileItems ReadControlFile() {
     ControlFileItems items;
-    Text section;
-    TextFileReader file(ControlFilePath);
-    while (!file.AtEnd()) {
-        const Text line = Trim(file.ReadLine());
-        if (line.empty()) {
+    ControlFileReader file(ControlFilePath);
+    while (file.NextLine()) {
+        if (file.IsHead()) {
             continue;
         }
-        if (MidFixed(line, 1, 1) == u"[") {
-            section = MidFixed(line, 2, static_cast<std::int16_t>(static_cast<int>(line.size()) - 2));
-        } else if (section == MainSection) {
-            items.main += line + u";";
-        } else if (section == ReportingSection) {
-            items.reporting += line + u";";
+        if (file.Section() == MainSection) {
+            items.main += file.Line() + u";";
+        } else if (file.Section() == ReportingSection) {
+            items.reporting += file.Line() + u";";
         }
     }
     return items;
