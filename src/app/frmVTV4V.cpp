@@ -137,7 +137,17 @@ void frmVTV4V::Activated() {
     enteringTaskBar_ = false;
 }
 
+// Operations give pending messages a turn, so that a click can arrive while another one's operation runs.
 void frmVTV4V::Clicked(std::size_t button) {
+    if (operationRuns_) {
+        return;
+    }
+    operationRuns_ = true;
+    RunOperation(button);
+    operationRuns_ = false;
+}
+
+void frmVTV4V::RunOperation(std::size_t button) {
     switch (button) {
         case btnExport:
             ExportClicked();

@@ -27,10 +27,12 @@ private:
     void Unload();
     void Activated();
     void Clicked(std::size_t button);
+    void RunOperation(std::size_t button);
     void ExportClicked();
 
     platform::Handle window_;
     std::unique_ptr<ProductProfileMain> mainProfile_;
     std::unique_ptr<ProductProfileReporting> reportingProfile_;
     bool enteringTaskBar_ = false;
+    bool operationRuns_ = false;
 };

@@ -42,16 +42,23 @@ RuntimeError FromFileStatus(platform::Status status) {
         case platform::StatusFileNotFound:
             return RuntimeError::FileNotFound;
         case platform::StatusPathNotFound:
+        case platform::StatusBadNetPath:
+        case platform::StatusBadNetName:
             return RuntimeError::PathNotFound;
         case platform::StatusAccessDenied:
             return RuntimeError::PathFileAccess;
+        case platform::StatusWriteProtect:
         case platform::StatusSharingViolation:
+        case platform::StatusLockViolation:
             return RuntimeError::PermissionDenied;
         case platform::StatusFileExists:
             return RuntimeError::FileExists;
         case platform::StatusDiskFull:
+        case platform::StatusHandleDiskFull:
+        case platform::StatusDiskQuota:
             return RuntimeError::DiskFull;
         case platform::StatusInvalidName:
+        case platform::StatusNameTooLong:
             return RuntimeError::BadFileName;
         default:
             return RuntimeError::DeviceIo;

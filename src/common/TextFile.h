@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "common/OwnedHandle.h"
 #include "common/Text.h"
@@ -24,26 +25,12 @@ private:
     std::size_t next_ = 0;
 };
 
-// A text file in the system's 8-bit code page, written whole or not at all: the text goes to a file beside it, which
-// takes its name in Commit. Without that the earlier file stays as it was. All operations raise the error of a status.
-class TextFileWriter {
-public:
-    explicit TextFileWriter(const Text& path);
-    ~TextFileWriter();
-    TextFileWriter(const TextFileWriter&) = delete;
-    TextFileWriter& operator=(const TextFileWriter&) = delete;
-
-    void Write(const Text& text);
-    // `line` and CR LF.
-    void WriteLine(const Text& line);
-    void Commit();
-
-private:
-    void Flush();
-
-    std::string path_;
-    std::string pathBeside_;
-    OwnedHandle file_;
-    std::string buffer_;
-    bool committed_ = false;
-};
+// Writes a file in the system's 8-bit code page, with `text` as it is. Raises the error of the status that ends it.
+//
+// With `overwrite` the text goes to a file beside it, which then takes the place of an earlier file and its rights; an
+// error leaves the earlier file as it was. Only where the folder or another program refuses that, the earlier file is
+// emptied and written where it is. Without `overwrite` a file that is there raises that it exists (58), also one that
+// another program has just made.
+void WriteTextFile(const Text& path, const Text& text, bool overwrite);
+// The same with bytes as they are.
+void WriteBytes(const Text& path, std::string_view bytes, bool overwrite);

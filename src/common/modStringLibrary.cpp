@@ -75,7 +75,8 @@ Text DeleteChars(const Text& text, std::int16_t start, std::optional<std::int16_
 }
 
 Text InsertText(const Text& text, const Text& insertion, std::int16_t position) {
-    if (insertion.empty() || position < 1 || position > Narrow(Length(text) + 1)) {
+    const std::int16_t n = Length(text);
+    if (insertion.empty() || position < 1 || position > Narrow(n + 1)) {
         return text;
     }
     return text.substr(0, static_cast<std::size_t>(position - 1)) + insertion + FromPosition(text, position);
@@ -154,6 +155,7 @@ Text ExpandUmlauts(const Text& text) {
 }
 
 Text ReplaceAll(const Text& text, const Text& find, const Text& replacement) {
+    Length(text);
     if (text.empty() || find.empty()) {
         return text;
     }

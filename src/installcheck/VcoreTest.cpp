@@ -25,8 +25,21 @@ constexpr TextView CoreProductName = u"Vandrel Core V1";
 constexpr TextView TestMark = u", Test=";
 constexpr TextView Passed = u"Ok";
 
+// A row is one line of the report; a message of the system may have several.
+Text OneLine(const Text& message) {
+    Text line;
+    for (const char16_t character : message) {
+        if (character != u'\r' && character != u'\n') {
+            line += character;
+        } else if (!line.ends_with(u' ')) {
+            line += u' ';
+        }
+    }
+    return Trim(line);
+}
+
 Text Failed(const Text& failure) {
-    return u"*** " + failure + u" ***";
+    return u"*** " + OneLine(failure) + u" ***";
 }
 
 // A row of a missing file ends in its failure; one of a file that was found ends in a bracket.

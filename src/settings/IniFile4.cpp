@@ -139,12 +139,7 @@ void IniFile4::WriteFile(const Text& thisFilePath, bool thisOverwite) {
     if (filePath_.empty() || sections_->IsEmpty()) {
         return;
     }
-    if (!thisOverwite && Exists()) {
-        Raise(RuntimeError::FileExists);
-    }
-    TextFileWriter file(filePath_);
-    file.Write(Stream());
-    file.Commit();
+    WriteTextFile(filePath_, Stream(), thisOverwite);
 }
 
 Text IniFile4::Stream() const {

@@ -43,8 +43,11 @@ public:
         if (Find(key) != nullptr) {
             Raise(RuntimeError::InvalidArgument);
         }
-        items_.emplace(nextPlace_, std::move(item));
+        // Where memory runs out, neither is added: an item without its key could not be found or removed.
+        Places added;
+        added.emplace(nextPlace_, std::move(item));
         places_.emplace(platform::CharUpperW(key), nextPlace_);
+        items_.merge(added);
         ++nextPlace_;
     }
 

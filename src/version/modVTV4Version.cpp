@@ -21,10 +21,15 @@ Text SectionHead(TextView section) {
     return u"[" + Text(section) + u"]";
 }
 
+void AppendLine(Text& file, const Text& line) {
+    file += line;
+    file += u"\r\n";
+}
+
 // A line for each piece. The empty piece behind an item string's last ";" is the empty line behind each list.
-void WritePieces(TextFileWriter& file, const Text& items) {
+void AppendPieces(Text& file, const Text& items) {
     for (const Text& piece : Split(items, u';')) {
-        file.WriteLine(piece);
+        AppendLine(file, piece);
     }
 }
 
@@ -63,21 +68,21 @@ Text ControlFilePathGet() {
 }
 
 void WriteControlFile(const Text& mainItems, const Text& reportingItems) {
-    TextFileWriter file(ControlFilePath);
-    file.WriteLine(u"[Info]");
-    file.WriteLine(u"File=" + ControlFilePath);
-    file.WriteLine(u"User=" + EnvironmentVariable(u"USERNAME"));
-    file.WriteLine(u"TimeStamp=" + platform::VarBstrFromDate(platform::Now()));
-    file.WriteLine({});
-    file.WriteLine(u"[Versions]");
-    WritePieces(file, ForcedVersionTable::Versions());
-    file.WriteLine(SectionHead(MainSection));
-    WritePieces(file, mainItems);
-    file.WriteLine(SectionHead(ReportingSection));
-    WritePieces(file, reportingItems);
-    file.WriteLine({});
-    file.WriteLine(u"[End]");
-    file.Commit();
+    Text file;
+    AppendLine(file, u"[Info]");
+    AppendLine(file, u"File=" + ControlFilePath);
+    AppendLine(file, u"User=" + EnvironmentVariable(u"USERNAME"));
+    AppendLine(file, u"TimeStamp=" + platform::VarBstrFromDate(platform::Now()));
+    AppendLine(file, {});
+    AppendLine(file, u"[Versions]");
+    AppendPieces(file, ForcedVersionTable::Versions());
+    AppendLine(file, SectionHead(MainSection));
+    AppendPieces(file, mainItems);
+    AppendLine(file, SectionHead(ReportingSection));
+    AppendPieces(file, reportingItems);
+    AppendLine(file, {});
+    AppendLine(file, u"[End]");
+    WriteTextFile(ControlFilePath, file, true);
 }
 
 void WriteDemoFile() {

@@ -1,3 +1,7 @@
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
 
 #include "Check.h"
 #include "TestMachine.h"
@@ -25,15 +29,37 @@ TEST_CASE_FIXTURE(TestMachine, "Every kind of line end ends a line, at every pla
     }
 }
 
-TEST_CASE_FIXTURE(TestMachine, "A file is replaced whole at the commit, or not at all") {
-    FileContent(ControlFile(), "earlier");
-    for (const bool committed : {false, true}) {
-        TextFileWriter file(platform::TextFromAnsi(ControlFile()));
-        file.WriteLine(Text(100000, u'x'));
-        CHECK(FileContent(ControlFile()) == "earlier");
-        if (committed) {
-            file.Commit();
+TEST_CASE_FIXTURE(TestMachine, "A file is written whole over an earlier one only where that is asked for") {
+    const Text path = platform::TextFromAnsi(ControlFile());
+    WriteTextFile(path, u"new", false);
+    CHECK(FileContent(ControlFile()) == "new");
+    CHECK(RaisedBy([&] { WriteTextFile(path, u"other", false); }).number == 58);
+    CHECK(FileContent(ControlFile()) == "new");
+    WriteTextFile(path, Text(100000, u'Ä') + u"\r\n", true);
+    CHECK(FileContent(ControlFile()) == std::string(100000, '\xC4') + "\r\n");
+    std::filesystem::remove(OnDisk(ControlFile()));
+    WriteTextFile(path, u"again", true);
+    CHECK(FileContent(ControlFile()) == "again");
+}
+
+TEST_CASE_FIXTURE(TestMachine,
+                  "A file in whose folder none can be made, or whose name leaves no room, is written too") {
+    const std::filesystem::path folder = OnDisk(ControlFile()).parent_path();
+    const std::string path = ControlFile().substr(0, ControlFile().rfind('\\') + 1);
+    std::size_t written = 0;
+    for (std::size_t length = 150; length <= 255; ++length) {
+        const std::string name(length, 'n');
+        std::ofstream(folder / name) << "earlier";
+        if (FileContent(path + name) == "earlier") {
+            WriteTextFile(platform::TextFromAnsi(path + name), u"new", true);
+            CHECK(FileContent(path + name) == "new");
+            ++written;
         }
     }
-    CHECK(FileContent(ControlFile()) == std::string(100000, 'x') + "\r\n");
+    CHECK(written > 0);
+    FileContent(ControlFile(), "earlier");
+    std::filesystem::permissions(folder, std::filesystem::perms::owner_write, std::filesystem::perm_options::remove);
+    WriteTextFile(platform::TextFromAnsi(ControlFile()), u"new", true);
+    std::filesystem::permissions(folder, std::filesystem::perms::owner_write, std::filesystem::perm_options::add);
+    CHECK(FileContent(ControlFile()) == "new");
 }

@@ -1,9 +1,12 @@
 #include <algorithm>
+#include <functional>
+#include <optional>
 #include <regex>
 #include <vector>
 
 #include "Check.h"
 #include "faults/FaultMachine.h"
+#include "products/modShellExec.h"
 
 namespace {
 
@@ -92,9 +95,9 @@ TEST_CASE("A call that fails once in the start, an export, an import, a clearing
         {"Exportieren\n",
          exported,
          {{{RegOpenKeyExA, RegEnumValueA, RegQueryValueExA}, u"", cut},
-          {{CreateFileA, WriteFile, FlushFileBuffers, MoveFileExA},
-           u"Kann Steuerungs-Datei nicht schreiben:" + path,
-           before},
+          // A file that cannot be written beside the earlier one, or not take its place, is written where it is.
+          {{CreateFileA, ReplaceFileA}, u"", exported},
+          {{CreateFileA, WriteFile, FlushFileBuffers}, u"Kann Steuerungs-Datei nicht schreiben:" + path, before},
           {{ShellExecuteA}, noEditor, exported}}},
         {"Importieren\nJa\n",
          imported,
@@ -111,5 +114,36 @@ TEST_CASE("A call that fails once in the start, an export, an import, a clearing
     for (const Operation& operation : operations) {
         INFO(operation.input);
         FailedInTurn(operation);
+    }
+}
+
+TEST_CASE("A click or a close in the middle of an import leaves it whole, and nothing else runs") {
+    // A question that a second click would ask is answered with yes.
+    const std::string input = "Importieren\nJa\nJa\nOK\nOK\nFertig\n";
+    FaultMachine machine;
+    machine.Session("Fertig\n");
+    const int start = SeamCalls().Of(Seam::DoEvents);
+    const Outcome whole = machine.Session(input);
+    REQUIRE(SeamCalls().Of(Seam::DoEvents) == start + 5);
+    std::vector<std::function<void()>> actions = {SeamWindowDestroy};
+    for (std::size_t button = 0; button < 6; ++button) {
+        actions.emplace_back([button] { SeamClick(button); });
+    }
+    for (const auto& action : actions) {
+        machine.Reset();
+        CHECK(machine.Session(input, {}, {Seam::DoEvents, start + 3, action}) == whole);
+    }
+}
+
+TEST_CASE("The editor and the installer are started as told") {
+    FaultMachine machine;
+    machine.Session("Bearbeiten\nFertig\n");
+    CHECK(SeamStarted() == u"open|\"C:\\Users\\hugo\\Eigene Dateien\\vtv4v.txt\"||C:\\Users\\hugo\\Eigene Dateien\\|1");
+    for (const auto& [timeOut, started] :
+         {std::pair<std::optional<std::uint32_t>, Text>{{}, u"true|2|-1"}, {0, u"true|2|0"}}) {
+        SeamStart({});
+        ShellAndWait(u"true", timeOut);
+        SeamStop();
+        CHECK(SeamStarted() == started);
     }
 }

@@ -66,6 +66,13 @@ TEST_CASE("A failed check is shown whatever becomes of the clipboard, and told w
     CHECK(machine.Session("OK\n", {Seam::WindowCreate, 1, 0}).told.starts_with(u"Kann Programm nicht ausführen:\r\n"));
 }
 
+TEST_CASE("A message of several lines stays in its row") {
+    const FaultMachine machine({"VCUTIL1.DebugLog"});
+    CHECK(std::ranges::any_of(ReportUnder({Seam::StatusText, 1, 0}), [](const Text& line) {
+        return line.ends_with(u", Test=*** erste Zeile zweite Zeile ***\r");
+    }));
+}
+
 TEST_CASE("A library that is there and does not start fails the check") {
     const FaultMachine machine;
     MachineFile("components", "sevDTA30.dll!sevDTA_Init=-1\n");

@@ -54,13 +54,13 @@ std::string FaultMachine::Left() const {
            "\n" + file;
 }
 
-Outcome FaultMachine::Session(const std::string& input, const SeamFault& fault) {
+Outcome FaultMachine::Session(const std::string& input, const SeamFault& fault, const SeamHook& hook) {
     const std::ptrdiff_t openFiles = FilesIn("/proc/self/fd");
     const int openHandles = SeamOpenHandles();
     Text told;
     {
         const FrontEndRun run(input);
-        SeamStart(fault);
+        SeamStart(fault, hook);
         Main();
         told = SeamStop() + (run.Shows("Vandrel Core Elements V1") ? u"check failed" : u"");
     }

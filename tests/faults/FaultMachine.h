@@ -24,7 +24,7 @@ public:
 
     // The program from its start to its end, fed with `input`. Checks that it leaves no handle, no file beside the
     // control file and no error behind.
-    Outcome Session(const std::string& input, const SeamFault& fault = {});
+    Outcome Session(const std::string& input, const SeamFault& fault = {}, const SeamHook& hook = {});
 
     // What is there now, as in Outcome: a line for each table, and ";" for the line ends of the control file.
     [[nodiscard]] std::string Left() const;

@@ -1,35 +1,48 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <string>
 
 #include "common/Text.h"
+#include "platform/WindowSystem.h"
 
-// The seam with faults in it. This test program is linked so that each call of the platform that can fail
-// (SeamCalls.inc) passes through here first: it is counted, and one of them can be made to fail. Calls that the
-// platform makes within itself are not counted and do not fail.
+// The seam with faults in it. This test program is linked so that each call of the platform that SeamCalls.inc names
+// passes through here first: it is counted, and one of them can be made to fail, or preceded by something else. Calls
+// that the platform makes within itself are not counted and do not fail.
 enum class Seam : std::size_t {
-#define SEAM_CALL(result, name, ...) name,
+#define SEAM_CALL(name) name,
 #include "faults/SeamCalls.inc"
 #undef SEAM_CALL
     Count
 };
 
 // One call that fails with `result` and does nothing, but for two kinds: a close closes all the same, and a write
-// writes a half. A call that gives a text or a range gives an empty one.
+// writes a half. A call that gives bytes gives none,
+// and one that gives a text one of two lines.
 struct SeamFault {
     Seam call = Seam::Count;  // none
     int occurrence = 0;       // from 1, counted from SeamStart on
     std::int64_t result = 0;
 };
 
-// Calls are counted, and the fault happens, between these two alone. The second gives the failures that message boxes
-// told meanwhile.
-void SeamStart(const SeamFault& fault);
+// What another process, or the user, does right before one call.
+struct SeamHook {
+    Seam call = Seam::Count;
+    int occurrence = 0;
+    std::function<void()> action{};
+};
+
+// Calls are counted, and the fault and the hook happen, between these two alone. The second gives the failures that
+// message boxes told meanwhile.
+void SeamStart(const SeamFault& fault, const SeamHook& hook = {});
 Text SeamStop();
+
+// True between the two, outside the platform's own code.
+bool SeamCounting();
 
 // How often each call was made from the last SeamStart on.
 struct SeamCounts : std::array<int, static_cast<std::size_t>(Seam::Count)> {
@@ -37,8 +50,15 @@ struct SeamCounts : std::array<int, static_cast<std::size_t>(Seam::Count)> {
 };
 SeamCounts SeamCalls();
 
+// What the shell and a new process were given from the last SeamStart on, with "|" between the arguments.
+Text SeamStarted();
+
 // Keys, files and processes opened through the seam and not closed, since the program's start.
 int SeamOpenHandles();
+
+// Within a hook: a click in the window that was created last, and the end of that window.
+void SeamClick(std::size_t control);
+void SeamWindowDestroy();
 
 // Gives `check` each fault that can befall the calls that were counted in `all` and not yet in `earlier`: each of them
 // with each result of its failures, and with what a message tells of that one.

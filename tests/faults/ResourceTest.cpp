@@ -1,15 +1,22 @@
 #include <malloc.h>
 #include <sys/resource.h>
 
+#include <iterator>
+#include <optional>
 #include <string>
 
 #include "Check.h"
 #include "RawRegistry.h"
 #include "faults/FaultMachine.h"
+#include "faults/FaultyMemory.h"
 #include "platform/Regional.h"
 #include "platform/ShellCalls.h"
 #include "products/modShellExec.h"
+#include "settings/IniFile4.h"
+#include "settings/KeyedList.h"
+#include "settings/Registry.h"
 #include "version/ProductProfileMain.h"
+#include "version/ProductProfileReporting.h"
 #include "version/modVTV4Version.h"
 
 namespace {
@@ -69,6 +76,72 @@ TEST_CASE("A deletion that is refused is silent, a wait that fails says so") {
     CHECK(waited(Seam::OpenProcess, 0) == std::pair(0, platform::WaitFailed));
     CHECK(waited(Seam::WaitForSingleObject, platform::WaitFailed) == std::pair(0, platform::WaitFailed));
     CHECK(SeamOpenHandles() == openHandles);
+}
+
+TEST_CASE("A new document is written over no file that another program has just made") {
+    const TestMachine machine;
+    IniFile4 document;
+    document.Value(u"S", u"a", u"1");
+    SeamStart({}, {Seam::CreateFileA, 1, [&] { FileContent(machine.ControlFile(), "other"); }});
+    const Error error = RaisedBy([&] { document.WriteFile(platform::TextFromAnsi(machine.ControlFile())); });
+    SeamStop();
+    CHECK(error.number == 58);
+    CHECK(FileContent(machine.ControlFile()) == "other");
+}
+
+TEST_CASE("A key that had to be created leaves no other key open") {
+    const TestMachine machine;
+    const int openHandles = SeamOpenHandles();
+    SeamStart({});
+    Registry registry;
+    registry.KeyOpenCurrentUser(u"Software\\Vandrel\\Tallora\\new", true);
+    registry.KeyClose();
+    SeamStop();
+    CHECK(SeamOpenHandles() == openHandles);
+}
+
+TEST_CASE("Memory that runs out at any point ends an operation with its error and loses nothing") {
+    const FaultMachine machine;
+    ControlFilePath = platform::TextFromAnsi(machine.ControlFile());
+    MainVersions = ProductProfileMain().Profile.Table;
+    ReportingVersions = ProductProfileReporting().Profile.Table;
+    const std::string before = "[Tallora]\r\na=1\r\n";
+    for (const auto& operation : {WriteDemoFile, ImportVersions}) {
+        bool failed = true;
+        for (int allocation = 0; failed; ++allocation) {
+            CAPTURE(allocation);
+            FileContent(machine.ControlFile(), before);
+            const int openHandles = SeamOpenHandles();
+            SeamStart({});
+            MemoryFails(allocation);
+            const std::optional<Error> error = TrapError(operation);
+            MemoryFails({});
+            SeamStop();
+            failed = error.has_value();
+            CHECK((!failed || error->number == 7));
+            CHECK((!failed || FileContent(machine.ControlFile()) == before));
+            CHECK(SeamOpenHandles() == openHandles);
+            CHECK(machine.FolderClean());
+        }
+    }
+    MainVersions.reset();
+    ReportingVersions.reset();
+
+    for (int allocation = 0; allocation < 8; ++allocation) {
+        CAPTURE(allocation);
+        const Text key(50, u'k');
+        KeyedList<Text> list;
+        SeamStart({});
+        MemoryFails(allocation);
+        TrapError([&] { list.Add(key, key); });
+        MemoryFails({});
+        SeamStop();
+        if (list.Find(key) == nullptr) {
+            list.Add(key, key);
+        }
+        CHECK(std::distance(list.begin(), list.end()) == 1);
+        CHECK(*list.Find(key) == key);
+    }
 }
 
 // In ten windows; Session checks the handles.

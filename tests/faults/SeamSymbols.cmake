@@ -1,0 +1,17 @@
+# Finds the symbol of each call named in LIST, in LIBRARY by NM. Leaves in HEADER a macro SEAM_SYMBOL_name for each, and
+# in OPTIONS what tells the linker to lead the call through its wrapper.
+execute_process(COMMAND ${NM} --defined-only ${LIBRARY} OUTPUT_VARIABLE symbols ERROR_QUIET COMMAND_ERROR_IS_FATAL ANY)
+file(STRINGS ${LIST} calls REGEX "^SEAM_CALL")
+set(header "")
+set(options "")
+foreach(call IN LISTS calls)
+  string(REGEX REPLACE "SEAM_CALL\\((.*)\\)" "\\1" name ${call})
+  string(LENGTH ${name} length)
+  if(NOT symbols MATCHES " T (_ZN8platform${length}${name}(B[a-z0-9]+)?E[A-Za-z0-9_]*)")
+    message(FATAL_ERROR "${LIBRARY} defines no platform::${name}")
+  endif()
+  string(APPEND header "#define SEAM_SYMBOL_${name} \"${CMAKE_MATCH_1}\"\n")
+  string(APPEND options "-Wl,--wrap=${CMAKE_MATCH_1}\n")
+endforeach()
+file(CONFIGURE OUTPUT ${HEADER} CONTENT "${header}")
+file(CONFIGURE OUTPUT ${OPTIONS} CONTENT "${options}")
