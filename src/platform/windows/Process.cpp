@@ -1,5 +1,6 @@
 #include "platform/Process.h"
 
+#include <memory>
 #include <vector>
 
 #include "platform/Regional.h"
@@ -97,6 +98,26 @@ std::u16string CommandLineTail() {
 }
 
 // The variable may grow between the question for its size and the copy.
+std::vector<std::u16string> CommandLineArguments() {
+    int count = 0;
+    const std::unique_ptr<wchar_t*, decltype(&::LocalFree)> arguments(::CommandLineToArgvW(::GetCommandLineW(), &count),
+                                                                      &::LocalFree);
+    std::vector<std::u16string> texts;
+    for (int number = 1; arguments != nullptr && number < count; ++number) {
+        texts.emplace_back(reinterpret_cast<const char16_t*>(arguments.get()[number]));
+    }
+    return texts;
+}
+
+void WriteConsoleW(std::int32_t stream, const std::u16string& text) {
+    const HANDLE output = ::GetStdHandle(static_cast<DWORD>(stream));
+    DWORD written = 0;
+    if (!::WriteConsoleW(output, text.data(), static_cast<DWORD>(text.size()), &written, nullptr)) {
+        const std::string bytes = AnsiFromText(text);
+        ::WriteFile(output, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    }
+}
+
 std::string GetEnvironmentVariableA(const std::string& name) {
     std::string value;
     for (;;) {

@@ -7,6 +7,8 @@
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
+#include <iostream>
+#include <iterator>
 #include <string_view>
 #include <system_error>
 #include <vector>
@@ -66,6 +68,19 @@ std::u16string CommandLineTail() {
         tail += (number == 1 ? "" : " ") + (argument.empty() ? "\"\"" : argument);
     }
     return host::FromUtf8(tail);
+}
+
+std::vector<std::u16string> CommandLineArguments() {
+    std::vector<std::u16string> arguments;
+    std::transform(Arguments().begin() + 1, Arguments().end(), std::back_inserter(arguments), host::FromUtf8);
+    return arguments;
+}
+
+// A line ends in a line feed alone on a host.
+void WriteConsoleW(std::int32_t stream, const std::u16string& text) {
+    std::string bytes = host::ToUtf8(text);
+    std::erase(bytes, '\r');
+    (stream == StdErrorHandle ? std::cerr : std::cout) << bytes << std::flush;
 }
 
 std::string GetEnvironmentVariableA(const std::string& name) {

@@ -1,0 +1,87 @@
+#include "rollout/NameGuid.h"
+
+#include <array>
+#include <bit>
+#include <cstdint>
+
+#include "rollout/HexText.h"
+
+namespace {
+
+// RFC 4122, Appendix C: 6ba7b811-9dad-11d1-80b4-00c04fd430c8.
+constexpr std::string_view UrlNamespace("\x6b\xa7\xb8\x11\x9d\xad\x11\xd1\x80\xb4\x00\xc0\x4f\xd4\x30\xc8", 16);
+
+using Digest = std::array<std::uint32_t, 5>;
+
+constexpr std::size_t BlockSize = 64;
+
+std::uint32_t WordAt(const std::string& bytes, std::size_t place) {
+    std::uint32_t word = 0;
+    for (std::size_t next = place; next < place + 4; ++next) {
+        word = word << 8 | static_cast<unsigned char>(bytes[next]);
+    }
+    return word;
+}
+
+// One round's function of three words, with its constant (FIPS 180-4, 4.1.1 and 4.2.1).
+std::uint32_t Mix(std::size_t round, std::uint32_t b, std::uint32_t c, std::uint32_t d) {
+    switch (round / 20) {
+        case 0:
+            return ((b & c) | (~b & d)) + 0x5A827999;
+        case 1:
+            return (b ^ c ^ d) + 0x6ED9EBA1;
+        case 2:
+            return ((b & c) | (b & d) | (c & d)) + 0x8F1BBCDC;
+        default:
+            return (b ^ c ^ d) + 0xCA62C1D6;
+    }
+}
+
+void AddBlock(Digest& digest, const std::string& bytes, std::size_t place) {
+    std::array<std::uint32_t, 80> words{};
+    for (std::size_t number = 0; number < words.size(); ++number) {
+        words[number] =
+            number < 16 ? WordAt(bytes, place + 4 * number)
+                        : std::rotl(words[number - 3] ^ words[number - 8] ^ words[number - 14] ^ words[number - 16], 1);
+    }
+    auto [a, b, c, d, e] = digest;
+    for (std::size_t round = 0; round < words.size(); ++round) {
+        const std::uint32_t next = std::rotl(a, 5) + Mix(round, b, c, d) + e + words[round];
+        e = d;
+        d = c;
+        c = std::rotl(b, 30);
+        b = a;
+        a = next;
+    }
+    const Digest sums{a, b, c, d, e};
+    for (std::size_t number = 0; number < digest.size(); ++number) {
+        digest[number] += sums[number];
+    }
+}
+
+// SHA-1 (FIPS 180-4).
+Digest Sha1(std::string bytes) {
+    const std::uint64_t bits = bytes.size() * 8;
+    bytes += '\x80';
+    bytes.resize((bytes.size() + 8 + BlockSize - 1) / BlockSize * BlockSize - 8);
+    for (int shift = 56; shift >= 0; shift -= 8) {
+        bytes += static_cast<char>(bits >> shift & 0xFF);
+    }
+    Digest digest{0x67452301, 0xEFCDAB89, 0x98BADCFE, 0x10325476, 0xC3D2E1F0};
+    for (std::size_t place = 0; place < bytes.size(); place += BlockSize) {
+        AddBlock(digest, bytes, place);
+    }
+    return digest;
+}
+
+}  // namespace
+
+Text NameGuid(const std::string& name) {
+    Digest digest = Sha1(std::string(UrlNamespace) + name);
+    digest[1] = (digest[1] & 0xFFFF0FFF) | 0x5000;      // the version
+    digest[2] = (digest[2] & 0x3FFFFFFF) | 0x80000000;  // the variant
+    const Text second = HexText(digest[1]);
+    const Text third = HexText(digest[2]);
+    return u"{" + HexText(digest[0]) + u"-" + second.substr(0, 4) + u"-" + second.substr(4) + u"-" +
+           third.substr(0, 4) + u"-" + third.substr(4) + HexText(digest[3]) + u"}";
+}

@@ -1,0 +1,128 @@
+#include "Check.h"
+#include "TestMachine.h"
+#include "platform/Regional.h"
+#include "rollout/ControlFileCheck.h"
+#include "rollout/NameGuid.h"
+#include "rollout/PreferencesFile.h"
+#include "rollout/RegistryFile.h"
+#include "rollout/Rollout.h"
+
+namespace {
+
+constexpr const char* BothSections = "[Tallora]\n[Reporting]\n";
+
+// A machine with a control file that is checked.
+struct CheckedMachine : TestMachine {
+    Error Check(const std::string& content) {
+        FileContent(ControlFile(), content);
+        check = {};
+        return RaisedBy([&] { check.Read(platform::TextFromAnsi(ControlFile())); });
+    }
+    // What was found, without the warnings of missing sections.
+    [[nodiscard]] Text Findings() const {
+        Text all;
+        for (const Text& finding : check.Findings()) {
+            all += finding + u"\n";
+        }
+        return all;
+    }
+    ControlFileCheck check;
+};
+
+}  // namespace
+
+TEST_CASE_FIXTURE(CheckedMachine, "What an import passes over or takes in silence is found, and nothing else") {
+    struct {
+        std::string file;  // behind both sections: its lines begin with number 3, in [Reporting]
+        Text findings;
+        bool hasPassedOver;
+    } const cases[] = {
+        {"(Standard)=3\r\nhugo=0;\r\n\r\n[Info]\r\nUser=x\r\nplain\r\n", u"", false},
+        {"hugo=Demo\n", u"Zeile 3: »hugo=Demo« wird übersprungen: keine Zahl\n", true},
+        {"\n  a  \n;\n", u"Zeile 4: »a« wird übersprungen: kein »=«\nZeile 5: »;« wird übersprungen: kein »=«\n", true},
+        {"a=1=2;b=-1;c=1\n",
+         u"Zeile 3: »a=1=2« wird übersprungen: mehr als ein »=«\nZeile 3: »b=-1« wird übersprungen: negative Zahl\n",
+         true},
+        {"a =1\n", u"Warnung: Zeile 3: Die Leerzeichen an den Enden gehören zum Namen »a «.\n", false},
+        {"(Standard)=1\n=2\nA=3\na=4\n",
+         u"Warnung: Zeile 4: »(Standard)« steht schon in Zeile 3; die letzte Zahl gilt.\n"
+         u"Warnung: Zeile 6: »a« steht schon in Zeile 5; die letzte Zahl gilt.\n",
+         false},
+        {"a=6\nb=99\n", u"Warnung: Zeile 3: 6 ist keine Version der Versionsliste.\n", false},
+        {"[ tallora ] x\n[Reporting\n[Other]\n\t[Tallora]\n",
+         u"Warnung: Zeile 3: »[ tallora ] x« beginnt nicht den Abschnitt [Tallora].\n"
+         u"Warnung: Zeile 4: »[Reporting« beginnt nicht den Abschnitt [Reporting].\n"
+         u"Warnung: Zeile 6: »\t[Tallora]« beginnt nicht den Abschnitt [Tallora].\n",
+         false},
+        {"j\xC3\xB6rg=1\n", u"Warnung: Die Datei ist in UTF-8 gespeichert; ein Import verfälscht ihre Umlaute.\n",
+         false},
+        {"j\xC3\xB6rg=1\nj\xF6rg=1\n", u"", false},
+    };
+    for (const auto& each : cases) {
+        INFO(each.file);
+        CHECK(Check(BothSections + each.file).number == 0);
+        CHECK(Findings() == each.findings);
+        CHECK(check.HasPassedOver() == each.hasPassedOver);
+    }
+    CHECK(Check("[Info]\n").number == 0);
+    CHECK(Findings() ==
+          u"Warnung: Der Abschnitt [Tallora] fehlt; ein Import leert seine Tabelle.\n"
+          u"Warnung: Der Abschnitt [Reporting] fehlt; ein Import leert seine Tabelle.\n");
+}
+
+TEST_CASE_FIXTURE(CheckedMachine, "A line that would break off an import is told by its number") {
+    const std::string content[] = {
+        "[Tallora]\na=2147483648\n", "[Info]\n" + std::string(40000, 'x'), {"[\0T\0\n\0", 6}, "\xFF\xFE[\n"};
+    const Text told[] = {u"Zeile 2: Überlauf", u"Zeile 2: Überlauf",
+                         u"Zeile 1: kein Text in der 8-Bit-Codepage, vielleicht UTF-16",
+                         u"Zeile 1: kein Text in der 8-Bit-Codepage, vielleicht UTF-16"};
+    for (std::size_t number = 0; number < std::size(content); ++number) {
+        CHECK(Check(content[number]).description == told[number]);
+    }
+}
+
+TEST_CASE_FIXTURE(CheckedMachine, "The tables are told to the registry editor and to the group policy") {
+    Check("[Tallora]\na\\\"&<=1\nB=2\nb=10\n=3\n[Reporting]\n");
+    const std::string bytes = RegistryFileOf(check.Main(), check.Reporting());
+    Text text;
+    for (std::size_t place = 0; place + 1 < bytes.size(); place += 2) {
+        text += static_cast<char16_t>(static_cast<unsigned char>(bytes[place]) +
+                                      256 * static_cast<unsigned char>(bytes[place + 1]));
+    }
+    const Text key = u"HKEY_LOCAL_MACHINE\\Software\\Vandrel\\Tallora\\V4\\";
+    CHECK(text == u"\uFEFFWindows Registry Editor Version 5.00\r\n\r\n[-" + key + u"Version\\ForcedVersion]\r\n\r\n[" +
+                      key +
+                      u"Version\\ForcedVersion]\r\n\"a\\\\\\\"&<\"=dword:00000001\r\n\"B\"=dword:00000002\r\n"
+                      u"\"b\"=dword:0000000A\r\n@=dword:00000003\r\n\r\n[-" +
+                      key + u"Reporting\\Version\\ForcedVersion]\r\n\r\n");
+
+    const std::string xml = PreferencesFileOf(check.Main(), check.Reporting(), u"2026-01-02 03:04:05");
+    const auto count = [&](const std::string& part) {
+        std::size_t found = 0;
+        for (std::size_t place = xml.find(part); place != std::string::npos; place = xml.find(part, place + 1)) {
+            ++found;
+        }
+        return found;
+    };
+    CHECK(count("<Registry ") == 3);
+    CHECK(
+        count(
+            "name=\"a\\&quot;&amp;&lt;\" status=\"a\\&quot;&amp;&lt;\" image=\"12\" changed=\"2026-01-02 03:04:05\"") ==
+        1);
+    CHECK(count("<Properties action=\"U\" displayDecimal=\"1\" default=\"0\" hive=\"HKEY_LOCAL_MACHINE\" "
+                "key=\"SOFTWARE\\WOW6432Node\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion\" name=\"B\" "
+                "type=\"REG_DWORD\" value=\"0000000A\"/>") == 1);
+    CHECK(count("name=\"(Default)\" status=\"(Default)\"") == 1);
+    CHECK(count("default=\"1\"") == 1);
+
+    Check("[Tallora]\na\x01=1\n");
+    CHECK(RaisedBy([&] { PreferencesFileOf(check.Main(), check.Reporting(), u""); }).number == 5);
+}
+
+TEST_CASE("A name has the GUID of its standard") {
+    // What Python's uuid.uuid5(uuid.NAMESPACE_URL, name) gives, with one block and with several.
+    CHECK(NameGuid("http://www.example.com/") == u"{FCDE3C85-2270-590F-9E7C-EE003D65E0E2}");
+    CHECK(NameGuid(std::string(39, 'x')) == u"{F4EAEE1E-E483-528B-88BD-6B8932AB6E2B}");
+    CHECK(NameGuid(std::string(40, 'x')) == u"{F562C38A-A8FE-5CDD-B523-6F30CFB54847}");
+    CHECK(NameGuid(std::string(200, 'x')) == u"{CD3580B9-D244-586A-8077-74317319B48D}");
+}
