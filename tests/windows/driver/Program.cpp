@@ -47,14 +47,15 @@ std::string ProgramPath() {
     return path.substr(0, path.rfind('\\')) + "\\vtv4v.exe";
 }
 
-std::string MasterStart() {
-    return ProgramPath() + " -master";
+std::string Start(const std::string& tail) {
+    return "\"" + ProgramPath() + "\"" + tail;
 }
 
 Program::Program(const std::string& commandLine, const std::map<std::string, std::string>& environment, WORD show) {
     for (const auto& [name, value] : environment) {
         machine.Environment(name, value);
     }
+    ::SetProcessDPIAware();  // places and pictures are in the screen's own dots
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
     startup.dwFlags = STARTF_USESHOWWINDOW;

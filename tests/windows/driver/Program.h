@@ -5,9 +5,11 @@
 #include "Desktop.h"
 #include "TestMachine.h"
 
-// Path of the program under test, "vtv4v.exe" in the folder above the driver's, and how administrators start it.
+// The program under test, "vtv4v.exe" in the folder above the driver's: its path, and a command line with what stands
+// behind its name. Cases of the test suite "anywhere" run on machines without the suite too, and change nothing there
+// but the clipboard.
 std::string ProgramPath();
-std::string MasterStart();
+std::string Start(const std::string& tail = " -master");
 
 // What a process holds of the system.
 struct HeldObjects {
@@ -20,7 +22,7 @@ struct HeldObjects {
 // with the object.
 class Program {
 public:
-    explicit Program(const std::string& commandLine = MasterStart(),
+    explicit Program(const std::string& commandLine = Start(),
                      const std::map<std::string, std::string>& environment = {}, WORD show = SW_SHOWNORMAL);
     ~Program();
     Program(const Program&) = delete;

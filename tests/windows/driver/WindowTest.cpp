@@ -30,7 +30,7 @@ const std::string& TablesRemoved(const std::string& start) {
 class Session : public Program {
 public:
     // Waits until the window is in the task bar, for which it goes and comes once.
-    explicit Session(const std::string& start = MasterStart(), WORD show = SW_SHOWNORMAL)
+    explicit Session(const std::string& start = Start(), WORD show = SW_SHOWNORMAL)
         : Program(TablesRemoved(start), {}, show) {
         REQUIRE(Eventually([this] { return InTaskBar() && Waiting() && Focus(window) != nullptr; }));
     }
@@ -111,7 +111,7 @@ void CheckBox(const std::string& title, const std::string& text, LPCSTR icon, co
 // What the mouse does here may be lost on a virtual display, where a window that comes or goes takes it; so it is done
 // again.
 TEST_CASE("The window has its told form, shows tool tips, and ends by a click of the mouse") {
-    const Session session(MasterStart(), SW_SHOWMAXIMIZED);
+    const Session session(Start(), SW_SHOWMAXIMIZED);
     const HWND window = session.window;
     CHECK((::GetWindowLongA(window, GWL_STYLE) & (WS_OVERLAPPEDWINDOW)) == (WS_CAPTION | WS_SYSMENU));
     const HMODULE program = ::LoadLibraryExA(ProgramPath().c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
@@ -163,12 +163,15 @@ TEST_CASE("The window has its told form, shows tool tips, and ends by a click of
     CHECK(session.EndedWell());
 }
 
-// What is sent arrives while the program's own loop waits. Nothing else may wake that, as a mouse over the window does.
-TEST_CASE("Only the option alone opens the window, and each way of ending it ends the process") {
+TEST_CASE("Anything but the option alone ends the program at once" * doctest::test_suite("anywhere")) {
     for (const std::string tail : {"", " -MASTER", " -Master", " \"-master\"", " -master x", " -master\t"}) {
         CAPTURE(tail);
-        CHECK(Program(ProgramPath() + tail).EndedWell());
+        CHECK(Program(Start(tail)).EndedWell());
     }
+}
+
+// What is sent arrives while the program's own loop waits. Nothing else may wake that, as a mouse over the window does.
+TEST_CASE("Each way of ending the window ends the process") {
     struct {
         std::string start;
         void (*end)(const Session&);
@@ -176,7 +179,7 @@ TEST_CASE("Only the option alone opens the window, and each way of ending it end
         {ProgramPath() + "   -master  ", [](const Session& session) { CloseByFrame(session.window); }},
         {"\"" + ProgramPath().insert(2, "\\a b\\..") + "\" -master",
          [](const Session& session) { ::SendMessageA(session.window, WM_CLOSE, 0, 0); }},
-        {MasterStart(), [](const Session& session) { ::SendMessageA(session.Button("Fertig"), BM_CLICK, 0, 0); }},
+        {Start(), [](const Session& session) { ::SendMessageA(session.Button("Fertig"), BM_CLICK, 0, 0); }},
     };
     ::SetCursorPos(9999, 9999);
     for (const auto& [start, end] : flows) {
@@ -227,6 +230,43 @@ TEST_CASE("Import and Clear ask; Yes runs them and tells how it went, and anythi
         CHECK(Eventually([&] { return session.Waiting() && Focus(session.window) == button; }));
         CHECK(StillAfterAWhile([&] { return session.Waiting(); }));
         CHECK(ForcedVersions() == flow.held);
+    }
+}
+
+// The impatient user's messages stand behind the answer in the program's queue, so that the import finds them.
+TEST_CASE("What is clicked while an import runs is passed over, and a close waits for its end") {
+    constexpr DWORD entries = 1000;
+    std::string file = "[Tallora]\r\n";
+    for (DWORD number = 0; number < entries; ++number) {
+        file += "user" + std::to_string(number) + "=1\r\n";
+    }
+    for (const bool closes : {false, true}) {
+        CAPTURE(closes);
+        const Session session;
+        FileContent(session.machine.ControlFile(), file);
+        Click(session.Button(Import));
+        const HWND question = Box();
+        DoubleClick(::GetDlgItem(question, IDYES));
+        if (closes) {
+            CloseByFrame(session.window);
+        } else {
+            DoubleClick(session.Button(Import));
+            Click(session.Button(Clear));
+            Click(session.Button("Fertig"));
+        }
+        REQUIRE(Eventually([&] { return !::IsWindow(question); }));
+        const HWND box = Box();
+        CHECK(Caption(box) == Import);
+        CHECK(::IsWindowVisible(session.window));
+        HKEY key = nullptr;
+        DWORD held = 0;
+        ::RegOpenKeyA(HKEY_LOCAL_MACHINE, (Tables + "\\V4\\Version\\ForcedVersion").c_str(), &key);
+        ::RegQueryInfoKeyA(key, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, &held, nullptr, nullptr, nullptr,
+                           nullptr);
+        ::RegCloseKey(key);
+        CHECK(held == entries);
+        Answer(box, IDOK);
+        CHECK(closes ? session.EndedWell() : StillAfterAWhile([&] { return session.Waiting(); }));
     }
 }
 
