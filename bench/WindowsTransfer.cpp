@@ -2,6 +2,7 @@
 // timed and its calls counted under Wine. The argument is "import", "export" or "nothing", which does all but the
 // operation.
 
+#include <optional>
 #include <string_view>
 
 #include "common/Error.h"
@@ -18,7 +19,7 @@ int main(int argumentCount, char* arguments[]) {
     const ProductProfileReporting reportingProfile;
     MainVersions = mainProfile.Profile.Table;
     ReportingVersions = reportingProfile.Profile.Table;
-    TrapError([&] {
+    const std::optional<Error> error = TrapError([&] {
         if (operation == "import") {
             ImportVersions();
         } else if (operation == "export") {
@@ -27,5 +28,5 @@ int main(int argumentCount, char* arguments[]) {
     });
     MainVersions.reset();
     ReportingVersions.reset();
-    return trap.Caught() || operation.empty() ? 1 : 0;
+    return error || operation.empty() ? 1 : 0;
 }
