@@ -37,7 +37,7 @@ Status StatusOf(sqlite3* connection) {
 
 Database::Database(const std::string& name, int flags) {
     sqlite3* connection = nullptr;
-    const int result = sqlite3_open_v2(name.c_str(), &connection, flags, nullptr);
+    const int result = sqlite3_open_v2(name.c_str(), &connection, flags | SQLITE_OPEN_NOMUTEX, nullptr);
     connection_.reset(connection);
     if (result != SQLITE_OK) {
         Fail();
@@ -79,6 +79,13 @@ bool Query::Step() {
     const int result = sqlite3_step(statement_);
     Check(result == SQLITE_ROW || result == SQLITE_DONE ? SQLITE_OK : result);
     return result == SQLITE_ROW;
+}
+
+bool Query::Run() {
+    const bool gaveRow = Step();
+    while (gaveRow && Step()) {
+    }
+    return gaveRow;
 }
 
 void Query::Check(int result) const {

@@ -68,7 +68,10 @@ public:
 
     // False behind the last row.
     bool Step();
+    // Steps behind the last row; a change is then made. False when there was none.
+    bool Run();
     // The columns of the present row, from 0.
+    [[nodiscard]] bool IsNull(int column) const { return sqlite3_column_type(statement_, column) == SQLITE_NULL; }
     [[nodiscard]] std::int64_t Number(int column) const { return sqlite3_column_int64(statement_, column); }
     [[nodiscard]] std::u16string Text(int column) const;
     // A value's data as the calls of the registry give it.
@@ -82,6 +85,17 @@ private:
 
     Database& database_;
     sqlite3_stmt* statement_;
+};
+
+// Changes that are made as one; without a Commit they are undone.
+struct Transaction {
+    explicit Transaction(Database& changed) : database(changed) { database.Execute("BEGIN IMMEDIATE"); }
+    ~Transaction() { database.RollBack(); }
+    Transaction(const Transaction&) = delete;
+    Transaction& operator=(const Transaction&) = delete;
+    void Commit() const { database.Execute("COMMIT"); }
+
+    Database& database;
 };
 
 }  // namespace platform::host

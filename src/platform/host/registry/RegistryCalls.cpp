@@ -28,21 +28,26 @@ constexpr Status StatusBadPathName = 161;  // ERROR_BAD_PATHNAME
 constexpr std::size_t LongestKeyName = 255;
 constexpr std::size_t LongestValueName = 16383;
 
-constexpr const char* SelectKey = "SELECT 1 FROM key WHERE id = ?";
-constexpr const char* SelectSubKey = "SELECT id FROM key WHERE parent = ? AND folded = ?";
-constexpr const char* SelectAnySubKey = "SELECT 1 FROM key WHERE parent = ?";
-constexpr const char* SelectSubKeyAt = "SELECT name FROM key WHERE parent = ? ORDER BY folded LIMIT 1 OFFSET ?";
-constexpr const char* InsertSubKey = "INSERT INTO key (parent, name, folded) VALUES (?, ?, ?) RETURNING id";
-constexpr const char* DeleteKey = "DELETE FROM key WHERE id = ?";
-constexpr const char* DeleteValuesOfKey = "DELETE FROM value WHERE key = ?";
-constexpr const char* SelectValue = "SELECT type, data FROM value WHERE key = ? AND folded = ?";
+// Each statement is a transaction. It gives no row when its key is gone, and null for what is missing there.
+constexpr const char* SelectKeyBelow =
+    "SELECT found.id FROM key AS start LEFT JOIN key AS found ON found.path = start.path || ?2 WHERE start.id = ?1";
+constexpr const char* InsertSubKey =
+    "INSERT INTO key (parent, name, path) SELECT id, ?2, path || ?3 FROM key WHERE id = ?1 RETURNING id";
+constexpr const char* DeleteKeyWithoutSubKeys =
+    "DELETE FROM key WHERE id = ?1 AND NOT EXISTS (SELECT 1 FROM key WHERE parent = ?1) RETURNING id";
+constexpr const char* SelectSubKeyAt =
+    "SELECT (SELECT name FROM key WHERE parent = ?1 ORDER BY path LIMIT 1 OFFSET ?2) FROM key WHERE id = ?1";
+constexpr const char* SelectValue =
+    "SELECT type, data FROM key LEFT JOIN value ON key = id AND folded = ?2 WHERE id = ?1";
 constexpr const char* SelectValueBehind =
-    "SELECT type, data, name, position FROM value WHERE key = ? AND position > ? ORDER BY position LIMIT 1 OFFSET ?";
-constexpr const char* DeleteValue = "DELETE FROM value WHERE key = ? AND folded = ? RETURNING 1";
+    "SELECT type, data, name, position FROM (SELECT 1 FROM key WHERE id = ?1) LEFT JOIN"
+    " (SELECT * FROM value WHERE key = ?1 AND position > ?2 ORDER BY position LIMIT 1 OFFSET ?3)";
 constexpr const char* InsertValue =
     "INSERT INTO value (key, position, name, folded, type, data)"
-    " SELECT ?1, coalesce(max(position), 0) + 1, ?2, ?3, ?4, ?5 FROM value WHERE key = ?1"
-    " ON CONFLICT (key, folded) DO UPDATE SET type = excluded.type, data = excluded.data";
+    " SELECT id, (SELECT coalesce(max(position), 0) + 1 FROM value WHERE key = ?1), ?2, ?3, ?4, ?5"
+    " FROM key WHERE id = ?1"
+    " ON CONFLICT (key, folded) DO UPDATE SET type = excluded.type, data = excluded.data RETURNING key";
+constexpr const char* DeleteValue = "DELETE FROM value WHERE key = ? AND folded = ? RETURNING key";
 
 struct RegistryFiles {
     std::filesystem::path folder;
@@ -131,36 +136,20 @@ OpenKey KeyOf(Handle handle, std::int32_t rights) {
     return *key;
 }
 
-// One transaction of a call on a key that is there from its begin to its end; without a Commit it changes nothing.
-struct KeyTransaction {
-    enum class Kind { Read, Write };
-    KeyTransaction(const OpenKey& key, Kind kind)
-        : database(kind == Kind::Write ? FileOf(key).ForWriting() : FileOf(key).ForReading()) {
-        Query(database, kind == Kind::Write ? "BEGIN IMMEDIATE" : "BEGIN").Step();
-        if (!Query(database, SelectKey, key.key).Step()) {
-            database.RollBack();
-            throw RegistryFailure{StatusKeyDeleted};
-        }
+// The key at `levels` below `start`, 0 when it is missing.
+std::int64_t KeyBelow(Database& database, std::int64_t start, std::span<const std::u16string> levels) {
+    std::u16string path;
+    for (const std::u16string& level : levels) {
+        path += u'\\' + Folded(level);
     }
-    ~KeyTransaction() { database.RollBack(); }
-    KeyTransaction(const KeyTransaction&) = delete;
-    KeyTransaction& operator=(const KeyTransaction&) = delete;
-    void Commit() const { Query(database, "COMMIT").Step(); }
-
-    Database& database;
-};
-
-std::int64_t SubKey(Database& database, std::int64_t parent, const std::u16string& name) {
-    Query query(database, SelectSubKey, parent, Folded(name));
-    return query.Step() ? query.Number(0) : 0;
+    Query query(database, SelectKeyBelow, start, path);
+    RefuseUnless(query.Step(), StatusKeyDeleted);
+    return query.Number(0);
 }
 
-// The key at `levels` below `start`, which needs no rights there; key 0 when it is missing.
+// The same as a key to open; that needs no rights on `start`.
 OpenKey FoundKey(OpenKey start, const Levels& levels) {
-    KeyTransaction reading(start, KeyTransaction::Kind::Read);
-    for (auto level = levels.begin(); level != levels.end() && start.key != 0; ++level) {
-        start.key = SubKey(reading.database, start.key, *level);
-    }
+    start.key = KeyBelow(FileOf(start).ForReading(), start.key, levels);
     return start;
 }
 
@@ -168,25 +157,26 @@ OpenKey FoundKey(OpenKey start, const Levels& levels) {
 OpenKey CreatedKey(OpenKey start, const Levels& levels) {
     RefuseUnless(std::ranges::all_of(levels, [](const auto& level) { return level.size() <= LongestKeyName; }),
                  StatusInvalidParameter);
-    KeyTransaction writing(start, KeyTransaction::Kind::Write);
+    const host::Transaction transaction(FileOf(start).ForWriting());
     for (const std::u16string& level : levels) {
         const std::int64_t parent = start.key;
-        start.key = SubKey(writing.database, parent, level);
+        start.key = KeyBelow(transaction.database, parent, {&level, 1});
         if (start.key == 0) {
             RefuseUnless(parent != host::UsersKey, StatusAccessDenied);
-            Query created(writing.database, InsertSubKey, parent, level, Folded(level));
+            Query created(transaction.database, InsertSubKey, parent, level, u'\\' + Folded(level));
             created.Step();
             start.key = created.Number(0);
         }
     }
-    writing.Commit();
+    transaction.Commit();
     return start;
 }
 
 // A new handle of the key, with the rights of `access`.
 Handle OpenedHandle(const OpenKey& key, std::int32_t access) {
-    const bool takesChanges = key.key != host::UsersKey && FileOf(key).IsWritable();
-    RefuseUnless(takesChanges || (access & (KeySetValue | KeyCreateSubKey)) == 0, StatusAccessDenied);
+    if ((access & (KeySetValue | KeyCreateSubKey)) != 0) {
+        RefuseUnless(key.key != host::UsersKey && FileOf(key).IsWritable(), StatusAccessDenied);
+    }
     return host::HandleAdd(OpenKey{key.isUsers, key.key, access});
 }
 
@@ -245,22 +235,18 @@ Status RegDeleteKeyA(Handle key, const std::string& subKey) {
         RefuseUnless(!subKey.starts_with('\\'), StatusBadPathName);
         const OpenKey found = FoundKey(start, LevelsFrom(subKey));
         RefuseUnless(found.key != 0, StatusFileNotFound);
-        KeyTransaction writing(found, KeyTransaction::Kind::Write);
-        const bool hasSubKeys = Query(writing.database, SelectAnySubKey, found.key).Step();
-        RefuseUnless(found.key > host::ClassesKey && !hasSubKeys, StatusAccessDenied);
-        Query(writing.database, DeleteValuesOfKey, found.key).Step();
-        Query(writing.database, DeleteKey, found.key).Step();
-        writing.Commit();
+        Database& database = FileOf(found).ForWriting();
+        RefuseUnless(found.key > host::ClassesKey && Query(database, DeleteKeyWithoutSubKeys, found.key).Run(),
+                     StatusAccessDenied);
     });
 }
 
 Status RegDeleteValueA(Handle key, const std::string& name) {
     return StatusOf([&] {
         const OpenKey open = KeyOf(key, KeySetValue);
-        KeyTransaction writing(open, KeyTransaction::Kind::Write);
-        const bool isDeleted = Query(writing.database, DeleteValue, open.key, Folded(NameFrom(name))).Step();
-        RefuseUnless(isDeleted, StatusFileNotFound);
-        writing.Commit();
+        Database& database = FileOf(open).ForWriting();
+        KeyBelow(database, open.key, {});
+        RefuseUnless(Query(database, DeleteValue, open.key, Folded(NameFrom(name))).Run(), StatusFileNotFound);
     });
 }
 
@@ -268,9 +254,9 @@ Status RegEnumKeyExA(Handle key, std::int32_t index, std::span<char> name, std::
                      std::span<char> className, std::uint32_t& classSize) {
     return StatusOf([&] {
         const OpenKey open = KeyOf(key, KeyEnumerateSubKeys);
-        KeyTransaction reading(open, KeyTransaction::Kind::Read);
-        Query subKey(reading.database, SelectSubKeyAt, open.key, index);
-        RefuseUnless(index >= 0 && subKey.Step(), StatusNoMoreItems);
+        Query subKey(FileOf(open).ForReading(), SelectSubKeyAt, open.key, index);
+        RefuseUnless(subKey.Step(), StatusKeyDeleted);
+        RefuseUnless(index >= 0 && !subKey.IsNull(0), StatusNoMoreItems);
         DeliverName(subKey.Text(0), name, nameSize);
         classSize = 0;  // no key of the host has a class
         std::fill_n(className.begin(), std::min<std::size_t>(className.size(), 1), '\0');
@@ -281,12 +267,13 @@ Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::
                      std::span<char> data, std::uint32_t& dataSize) {
     return StatusOf([&] {
         const OpenKey open = KeyOf(key, KeyQueryValue);
-        KeyTransaction reading(open, KeyTransaction::Kind::Read);
-        const std::int64_t changes = reading.database.Changes();
+        Database& database = FileOf(open).ForReading();
+        const std::int64_t changes = database.Changes();
         const bool goesOn = open.reached.changes == changes && open.reached.index < index;
         const OpenKey::ReachedValue from = goesOn ? open.reached : OpenKey::ReachedValue();
-        Query value(reading.database, SelectValueBehind, open.key, from.position, index - from.index - 1);
-        RefuseUnless(index >= 0 && value.Step(), StatusNoMoreItems);
+        Query value(database, SelectValueBehind, open.key, from.position, index - from.index - 1);
+        RefuseUnless(value.Step(), StatusKeyDeleted);
+        RefuseUnless(index >= 0 && !value.IsNull(0), StatusNoMoreItems);
         if (OpenKey* const kept = host::HandleFindAs<OpenKey>(key)) {
             kept->reached = {index, value.Number(3), changes};
         }
@@ -300,9 +287,9 @@ Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type
                         std::uint32_t& dataSize) {
     return StatusOf([&] {
         const OpenKey open = KeyOf(key, KeyQueryValue);
-        KeyTransaction reading(open, KeyTransaction::Kind::Read);
-        Query value(reading.database, SelectValue, open.key, Folded(NameFrom(name)));
-        RefuseUnless(value.Step(), StatusFileNotFound);
+        Query value(FileOf(open).ForReading(), SelectValue, open.key, Folded(NameFrom(name)));
+        RefuseUnless(value.Step(), StatusKeyDeleted);
+        RefuseUnless(!value.IsNull(0), StatusFileNotFound);
         DeliverData(value.Bytes(1), data, dataSize);
         type = static_cast<std::uint32_t>(value.Number(0));
     });
@@ -313,10 +300,9 @@ Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, s
         const OpenKey open = KeyOf(key, KeySetValue);
         const std::u16string valueName = NameFrom(name);
         RefuseUnless(valueName.size() <= LongestValueName, StatusInvalidParameter);
-        KeyTransaction writing(open, KeyTransaction::Kind::Write);
-        const host::TypedBytes stored{type, data};
-        Query(writing.database, InsertValue, open.key, valueName, Folded(valueName), type, stored).Step();
-        writing.Commit();
+        Query query(FileOf(open).ForWriting(), InsertValue, open.key, valueName, Folded(valueName), type,
+                    host::TypedBytes{type, data});
+        RefuseUnless(query.Run(), StatusKeyDeleted);
     });
 }
 

@@ -14,24 +14,25 @@ namespace platform::host {
 
 namespace {
 
-// Numbers of keys are not used again (AUTOINCREMENT), so that a handle of a deleted key is known. Folded names are in
-// capital letters, for comparing and ordering. The view is for those who look in from outside.
+// Numbers of keys are not used again (AUTOINCREMENT), so that a handle of a deleted key is known. Paths, from "\\" on,
+// and folded names are in capital letters, for comparing and ordering. The view is for those who look in from outside.
 constexpr const char* Tables = R"(
 CREATE TABLE key (
-    id INTEGER PRIMARY KEY AUTOINCREMENT, parent INTEGER, name TEXT NOT NULL, folded TEXT NOT NULL,
-    UNIQUE (parent, folded));
-INSERT INTO key VALUES (2, 1, 'S-1-5-21-0-0-0-1000', 'S-1-5-21-0-0-0-1000');
-INSERT INTO key VALUES (3, 2, 'Software', 'SOFTWARE');
-INSERT INTO key VALUES (4, 3, 'Classes', 'CLASSES');
+    id INTEGER PRIMARY KEY AUTOINCREMENT, parent INTEGER, name TEXT NOT NULL, path TEXT NOT NULL UNIQUE,
+    UNIQUE (parent, path));
+INSERT INTO key VALUES (2, 1, 'S-1-5-21-0-0-0-1000', '\S-1-5-21-0-0-0-1000');
+INSERT INTO key VALUES (3, 2, 'Software', '\S-1-5-21-0-0-0-1000\SOFTWARE');
+INSERT INTO key VALUES (4, 3, 'Classes', '\S-1-5-21-0-0-0-1000\SOFTWARE\CLASSES');
 CREATE TABLE value (
     key INTEGER NOT NULL, position INTEGER NOT NULL, name TEXT NOT NULL, folded TEXT NOT NULL,
     type INTEGER NOT NULL, data NOT NULL,
     PRIMARY KEY (key, position), UNIQUE (key, folded)) WITHOUT ROWID;
+CREATE TRIGGER key_deleted AFTER DELETE ON key BEGIN DELETE FROM value WHERE key = old.id; END;
 CREATE VIEW registry (path, name, type, value) AS
     WITH RECURSIVE place (id, path) AS (
         SELECT 2, name FROM key WHERE id = 1
         UNION ALL
-        SELECT key.id, path || '\' || key.name FROM key JOIN place ON key.parent = place.id)
+        SELECT key.id, place.path || '\' || key.name FROM key JOIN place ON key.parent = place.id)
     SELECT path, name,
         CASE type WHEN 0 THEN 'REG_NONE' WHEN 1 THEN 'REG_SZ' WHEN 2 THEN 'REG_EXPAND_SZ' WHEN 3 THEN 'REG_BINARY'
             WHEN 4 THEN 'REG_DWORD' WHEN 7 THEN 'REG_MULTI_SZ' ELSE type END,
@@ -126,8 +127,9 @@ Database& RegistryFile::ForWriting() {
     }
     if (opened_.st_ino == 0) {
         CreateFile();
+        ForReading();
     }
-    return ForReading();
+    return *database_;
 }
 
 bool RegistryFile::IsWritable() {
@@ -164,6 +166,7 @@ void RegistryFile::CreateFile() const {
     std::filesystem::create_directories(path_.parent_path(), failure);
     {
         Database database(Address(beside.path), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI);
+        database.Execute("PRAGMA page_size = 1024");  // a change writes whole pages to the log
         database.Execute("PRAGMA journal_mode = WAL");
         CreateTables(database);
     }
@@ -173,10 +176,10 @@ void RegistryFile::CreateFile() const {
 }
 
 void RegistryFile::CreateTables(Database& database) const {
-    database.Execute("BEGIN IMMEDIATE");
+    const Transaction transaction(database);
     database.Execute(Tables);
     Query(database, InsertTop, root_).Step();
-    database.Execute("COMMIT");
+    transaction.Commit();
 }
 
 }  // namespace platform::host
