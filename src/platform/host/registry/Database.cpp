@@ -127,7 +127,8 @@ void Query::Bind(int place, const std::u16string& text) {
 
 void Query::Bind(int place, const TypedBytes& value) {
     std::string bytes(value.bytes);
-    const bool isText = (value.type == RegSz || value.type == RegExpandSz) && !bytes.empty();
+    const bool isText =
+        !bytes.empty() && (value.type == RegSz || value.type == RegExpandSz || value.type == RegMultiSz);
     if (isText && bytes.back() != '\0') {
         bytes += '\0';
     }

@@ -97,6 +97,12 @@ std::u16string NameFrom(const std::string& name) {
     return TextFromAnsi(name.substr(0, name.find('\0')));
 }
 
+std::u16string ValueName(const std::string& name, Status refusalOfLongOne) {
+    std::u16string valueName = NameFrom(name);
+    RefuseUnless(valueName.size() <= LongestValueName, refusalOfLongOne);
+    return valueName;
+}
+
 // The levels of a path, without the empty ones between and behind its "\".
 Levels LevelsFrom(const std::string& path) {
     Levels levels;
@@ -147,13 +153,15 @@ std::int64_t KeyBelow(Database& database, std::int64_t start, std::span<const st
     return query.Number(0);
 }
 
-// The same as a key to open; that needs no rights on `start`.
-OpenKey FoundKey(OpenKey start, const Levels& levels) {
-    start.key = KeyBelow(FileOf(start).ForReading(), start.key, levels);
-    return start;
+// The key that `path` leads to from a handle, which needs no rights; key 0 when it is missing.
+OpenKey FoundKey(Handle handle, const std::string& path) {
+    OpenKey key = KeyOf(handle, 0);
+    key.key = KeyBelow(FileOf(key).ForReading(), key.key, LevelsFrom(path));
+    RefuseUnless(!path.starts_with('\\') || handle == KeyClassesRoot, StatusBadPathName);
+    return key;
 }
 
-// The same, with every level made that is missing.
+// The key at `levels` below `start`, with every level made that is missing.
 OpenKey CreatedKey(OpenKey start, const Levels& levels) {
     RefuseUnless(std::ranges::all_of(levels, [](const auto& level) { return level.size() <= LongestKeyName; }),
                  StatusInvalidParameter);
@@ -180,12 +188,11 @@ Handle OpenedHandle(const OpenKey& key, std::int32_t access) {
     return host::HandleAdd(OpenKey{key.isUsers, key.key, access});
 }
 
-// Without a buffer at all the data's size is asked for, and that succeeds.
 void DeliverData(const std::string& data, std::span<char> buffer, std::uint32_t& size) {
     const std::size_t room = std::min<std::size_t>(size, buffer.size());
     size = static_cast<std::uint32_t>(data.size());
-    RefuseUnless(buffer.data() == nullptr || data.size() <= room, StatusMoreData);
-    std::copy_n(data.begin(), buffer.data() == nullptr ? 0 : data.size(), buffer.begin());
+    RefuseUnless(data.size() <= room, StatusMoreData);
+    std::ranges::copy(data, buffer.begin());
 }
 
 void DeliverName(const std::u16string& name, std::span<char> buffer, std::uint32_t& size) {
@@ -201,9 +208,7 @@ Status RegOpenKeyExA(Handle key, const std::string& subKey, std::uint32_t /*opti
                      Handle& opened) {
     opened = 0;
     return StatusOf([&] {
-        const OpenKey start = KeyOf(key, 0);
-        RefuseUnless(!subKey.starts_with('\\'), StatusBadPathName);
-        const OpenKey found = FoundKey(start, LevelsFrom(subKey));
+        const OpenKey found = FoundKey(key, subKey);
         RefuseUnless(found.key != 0, StatusFileNotFound);
         opened = OpenedHandle(found, access);
     });
@@ -220,20 +225,15 @@ Status RegCreateKeyExA(Handle key, const std::string& subKey, const std::string&
     constexpr std::uint32_t openedExisting = 2;
     created = 0;
     return StatusOf([&] {
-        const OpenKey start = KeyOf(key, 0);
-        RefuseUnless(!subKey.starts_with('\\'), StatusBadPathName);
-        const Levels levels = LevelsFrom(subKey);
-        const OpenKey found = FoundKey(start, levels);
-        created = OpenedHandle(found.key != 0 ? found : CreatedKey(start, levels), access);
+        const OpenKey found = FoundKey(key, subKey);
+        created = OpenedHandle(found.key != 0 ? found : CreatedKey(KeyOf(key, 0), LevelsFrom(subKey)), access);
         disposition = found.key != 0 ? openedExisting : createdNew;
     });
 }
 
 Status RegDeleteKeyA(Handle key, const std::string& subKey) {
     return StatusOf([&] {
-        const OpenKey start = KeyOf(key, 0);
-        RefuseUnless(!subKey.starts_with('\\'), StatusBadPathName);
-        const OpenKey found = FoundKey(start, LevelsFrom(subKey));
+        const OpenKey found = FoundKey(key, subKey);
         RefuseUnless(found.key != 0, StatusFileNotFound);
         Database& database = FileOf(found).ForWriting();
         RefuseUnless(found.key > host::ClassesKey && Query(database, DeleteKeyWithoutSubKeys, found.key).Run(),
@@ -243,10 +243,11 @@ Status RegDeleteKeyA(Handle key, const std::string& subKey) {
 
 Status RegDeleteValueA(Handle key, const std::string& name) {
     return StatusOf([&] {
+        const std::u16string folded = Folded(ValueName(name, StatusFileNotFound));
         const OpenKey open = KeyOf(key, KeySetValue);
         Database& database = FileOf(open).ForWriting();
         KeyBelow(database, open.key, {});
-        RefuseUnless(Query(database, DeleteValue, open.key, Folded(NameFrom(name))).Run(), StatusFileNotFound);
+        RefuseUnless(Query(database, DeleteValue, open.key, folded).Run(), StatusFileNotFound);
     });
 }
 
@@ -257,9 +258,8 @@ Status RegEnumKeyExA(Handle key, std::int32_t index, std::span<char> name, std::
         Query subKey(FileOf(open).ForReading(), SelectSubKeyAt, open.key, index);
         RefuseUnless(subKey.Step(), StatusKeyDeleted);
         RefuseUnless(index >= 0 && !subKey.IsNull(0), StatusNoMoreItems);
+        DeliverName({}, className, classSize);  // no key of the host has a class
         DeliverName(subKey.Text(0), name, nameSize);
-        classSize = 0;  // no key of the host has a class
-        std::fill_n(className.begin(), std::min<std::size_t>(className.size(), 1), '\0');
     });
 }
 
@@ -286,8 +286,9 @@ Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::
 Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type, std::span<char> data,
                         std::uint32_t& dataSize) {
     return StatusOf([&] {
+        const std::u16string folded = Folded(ValueName(name, StatusFileNotFound));
         const OpenKey open = KeyOf(key, KeyQueryValue);
-        Query value(FileOf(open).ForReading(), SelectValue, open.key, Folded(NameFrom(name)));
+        Query value(FileOf(open).ForReading(), SelectValue, open.key, folded);
         RefuseUnless(value.Step(), StatusKeyDeleted);
         RefuseUnless(!value.IsNull(0), StatusFileNotFound);
         DeliverData(value.Bytes(1), data, dataSize);
@@ -297,9 +298,8 @@ Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type
 
 Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, std::string_view data) {
     return StatusOf([&] {
+        const std::u16string valueName = ValueName(name, StatusInvalidParameter);
         const OpenKey open = KeyOf(key, KeySetValue);
-        const std::u16string valueName = NameFrom(name);
-        RefuseUnless(valueName.size() <= LongestValueName, StatusInvalidParameter);
         Query query(FileOf(open).ForWriting(), InsertValue, open.key, valueName, Folded(valueName), type,
                     host::TypedBytes{type, data});
         RefuseUnless(query.Run(), StatusKeyDeleted);

@@ -25,8 +25,9 @@ Status Create(Handle root, const std::string& path, std::uint32_t wanted = 0) {
 
 Status EnumKey(Handle key, std::size_t index, std::string& name, std::uint32_t size = 255) {
     name.resize(size);
-    std::uint32_t classSize = 0;
-    const Status status = RegEnumKeyExA(key, static_cast<std::int32_t>(index), name, size, {}, classSize);
+    std::string className(1, ' ');
+    std::uint32_t classSize = 1;
+    const Status status = RegEnumKeyExA(key, static_cast<std::int32_t>(index), name, size, className, classSize);
     name.resize(size);
     return status;
 }
@@ -48,6 +49,8 @@ TEST_CASE("A path leads through the machine's roots, of which classes and users 
     CHECK(SubKeys(KeyCurrentUser) == std::vector<std::string>{"Software"});
     CHECK(Create(KeyCurrentUser, "\\Software") == 161);
     CHECK(Create(KeyCurrentUser, std::string(256, 'k')) == StatusInvalidParameter);
+    CHECK(Create(KeyClassesRoot, "\\class", 1) == StatusSuccess);  // the one root that takes such a path
+    CHECK(RegDeleteKeyA(KeyClassesRoot, "class") == StatusSuccess);
 
     REQUIRE(Create(KeyClassesRoot, ".txt") == StatusSuccess);
     CHECK(RegDeleteKeyA(KeyLocalMachine, "Software\\Classes\\.TXT") == StatusSuccess);
@@ -71,6 +74,8 @@ TEST_CASE("Names without regard to case, subkeys by name, values by first writin
 
 TEST_CASE("Sizes: a text counts its terminator, and too small a buffer gives 234") {
     const TestMachine machine;
+    RawValueSet(KeyLocalMachine, "k\\subkey", "list", {RegMultiSz, {"a\0b", 3}});
+    CHECK(RawValue(KeyLocalMachine, "k\\subkey", "list") == RawData{RegMultiSz, {"a\0b\0", 4}});
     RawValueSet(KeyLocalMachine, "k\\subkey", "n", {RegSz, ""});
     CHECK(RawValue(KeyLocalMachine, "k\\subkey", "n") == RawData{RegSz, ""});
     const Handle key = Opened();
@@ -137,8 +142,9 @@ TEST_CASE("Values by number stay right while others are set and deleted") {
         std::string name(2, ' ');
         std::uint32_t size = 2;
         std::uint32_t type = 0;
-        std::uint32_t dataSize = 0;
-        return RegEnumValueA(key, index, name, size, type, {}, dataSize) == StatusSuccess ? name.substr(0, size) : "";
+        std::string data(4, ' ');
+        std::uint32_t dataSize = 4;
+        return RegEnumValueA(key, index, name, size, type, data, dataSize) == StatusSuccess ? name.substr(0, size) : "";
     };
     for (const std::int32_t index : {0, 1, 5, 6, 2, 7, 8, 0}) {
         CHECK(nameAt(index) == (index < 8 ? names[static_cast<std::size_t>(index)] : ""));
