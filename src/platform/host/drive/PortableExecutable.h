@@ -1,33 +1,17 @@
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <functional>
-#include <span>
-#include <vector>
+#include <string_view>
 
-// Program files and libraries in the Portable Executable format, of 32 and 64 bits, read for their version block. The
-// files may be damaged or hostile: every offset is checked against the image, no count in it makes us allocate, and the
-// resource tree is descended by its three levels and no further, so that a cycle in it ends too.
+// Program files and libraries in the Portable Executable format, of 32 and 64 bits, read for their version block. They
+// may be damaged: no offset in them leads out of the bytes, and the resource tree is descended by its three levels and
+// no further.
 namespace platform::host {
 
-// Where an image's bytes come from: reads exactly `bytes` from `offset` on; false when the image does not hold them
-// all. Libraries are large and their version block is small, so that an image is never asked for as a whole.
-using ImageReader = std::function<bool(std::uint64_t offset, std::span<char> bytes)>;
-
-// The largest version block that is read. The length at a block's own head has 16 bits, so that what is larger is
-// damaged.
-inline constexpr std::uint32_t VersionBlockLimit = 0xFFFF;
-
-// Size of VS_FIXEDFILEINFO in bytes, and the signature it begins with.
-inline constexpr std::size_t FixedVersionSize = 52;
-inline constexpr std::uint32_t FixedVersionSignature = 0xFEEF04BD;
-
-// The version block of the image: the resource of type RT_VERSION (16) and number VS_VERSION_INFO (1), in the language
+// The version block of an image: the resource of type RT_VERSION (16) and number VS_VERSION_INFO (1), in the language
 // that a German system takes. Empty when the image has none or is no such image.
-std::vector<char> VersionBlock(const ImageReader& read);
+std::string_view VersionBlock(std::string_view image);
 
-// The fixed version information (VS_FIXEDFILEINFO) in a version block; empty when the block does not hold it whole.
-std::span<const char> FixedVersion(std::span<const char> block);
+// The fixed version information (VS_FIXEDFILEINFO, 52 bytes) in a version block; empty when the block does not hold it.
+std::string_view FixedVersion(std::string_view block);
 
 }  // namespace platform::host

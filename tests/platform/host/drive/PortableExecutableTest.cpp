@@ -11,12 +11,9 @@ using platform::host::VersionBlock;
 namespace {
 
 // The file version's four numbers as they stand in the block, in pairs with the low one first; empty without one.
-std::string VersionOf(const std::string& image) {
-    const std::vector<char> block = VersionBlock([&](std::uint64_t offset, std::span<char> bytes) {
-        return offset <= image.size() && image.copy(bytes.data(), bytes.size(), offset) == bytes.size();
-    });
-    const std::span<const char> fixed = FixedVersion(block);
-    return fixed.empty() ? std::string() : std::string(fixed.data() + 8, 8);
+std::string VersionOf(std::string_view image) {
+    const std::string_view fixed = FixedVersion(VersionBlock(image));
+    return fixed.empty() ? std::string() : std::string(fixed.substr(8, 8));
 }
 
 }  // namespace
