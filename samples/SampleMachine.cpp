@@ -75,11 +75,11 @@ bool EndsInLine(const fs::path& path) {
 
 void EnvironmentMade(const fs::path& machine) {
     const fs::path path = machine / "environment";
-    const auto& present = platform::host::MachineEnvironment();
+    const auto present = platform::host::MachineEnvironment();
     std::istringstream lines{EnvironmentText};
     for (std::string line; std::getline(lines, line);) {
         const std::string name = line.substr(0, line.find('='));
-        if (present.contains(platform::host::FromUtf8(name))) {
+        if (present.contains(platform::CharUpperW(platform::host::FromUtf8(name)))) {
             Tell("kept  ", "environment: " + name);
         } else {
             Append(path, (EndsInLine(path) ? "" : "\n") + line + "\n");

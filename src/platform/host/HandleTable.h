@@ -1,11 +1,11 @@
 #pragma once
 
-#include <memory>
+#include <sys/types.h>
+
 #include <variant>
 
 #include "platform/Handle.h"
 #include "platform/host/FileDescriptor.h"
-#include "platform/host/process/StartedProcess.h"
 #include "platform/host/registry/OpenKey.h"
 
 // What the handles of files, processes and registry keys stand for. They share their numbers; a number is not given out
@@ -13,8 +13,7 @@
 namespace platform::host {
 
 struct ProcessReference {
-    std::shared_ptr<StartedProcess> process;
-    bool waitable;  // opened with the right to wait
+    pid_t number;
 };
 
 using HandleObject = std::variant<FileDescriptor, ProcessReference, OpenKey>;

@@ -3,8 +3,6 @@
 #include <sys/stat.h>
 
 #include <ctime>
-#include <filesystem>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -17,39 +15,26 @@
 // ".." is resolved in the path's text and ends at the drive's root. A symbolic link that a person put into a drive is
 // followed.
 //
-// Attributes: a file or folder is read-only when its owner's write bit is off, and cannot be read when the owner's read
-// bit is off, for root too. A file whose name begins with "." is hidden; one with the sticky bit, which has no other
-// meaning for files, is a system file.
+// A file or folder is read-only when its owner's write bit is off, and cannot be read when the owner's read bit is off,
+// for root too. A file whose name begins with "." is hidden.
 namespace platform::host {
 
 // Where a path leads.
 struct DrivePlace {
     // StatusSuccess: to a file or folder; StatusFileNotFound: to a name that its folder has not; any other: nowhere.
     Status status;
-    std::string path;         // on the host's disk, in the missing case where such a file would be
+    std::string path = {};    // on the host's disk, in the missing case where such a file would be
     mode_t mode = 0;          // of what is there
     std::time_t changed = 0;  // its content's last change
 
     [[nodiscard]] bool IsFolder() const { return S_ISDIR(mode); }
     [[nodiscard]] bool IsFile() const { return S_ISREG(mode); }
+    [[nodiscard]] bool IsMissing() const { return status == StatusFileNotFound && !path.empty(); }
     [[nodiscard]] bool IsReadable() const { return (mode & S_IRUSR) != 0; }
     [[nodiscard]] bool IsWritable() const { return (mode & S_IWUSR) != 0; }
-    [[nodiscard]] bool IsSystem() const { return (mode & S_ISVTX) != 0; }
 };
 
 // `path` is in the 8-bit code page.
 DrivePlace FindPlace(std::string_view path);
-
-// The files of one folder whose names match a pattern with "*" and "?".
-struct FilePattern {
-    std::filesystem::path folder;  // on the host's disk
-    std::u16string name;
-};
-
-// Takes a path with a pattern as its last name apart; nothing when its folder is not there.
-std::optional<FilePattern> FindPattern(std::string_view path);
-
-// The path "C:\..." of something on the host's disk; nothing when it is not in a drive of the machine.
-std::optional<std::u16string> DrivePathOf(const std::filesystem::path& hostPath);
 
 }  // namespace platform::host

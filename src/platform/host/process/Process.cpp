@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <iostream>
 #include <iterator>
-#include <string_view>
 #include <system_error>
 #include <vector>
 
@@ -17,40 +16,15 @@
 #include "platform/Regional.h"
 #include "platform/host/DateValue.h"
 #include "platform/host/Unicode.h"
-#include "platform/host/drive/Drive.h"
 #include "platform/host/process/MachineEnvironment.h"
 
 namespace platform {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 std::vector<std::string>& Arguments() {
     static std::vector<std::string> arguments;
     return arguments;
-}
-
-// The program file, links resolved. Where the host has no /proc, the name that we were started by tells it.
-fs::path ProgramFile() {
-    std::error_code error;
-    if (fs::path file = fs::canonical("/proc/self/exe", error); !error) {
-        return file;
-    }
-    const std::string name = Arguments().empty() ? std::string() : Arguments().front();
-    if (name.find('/') != std::string::npos) {
-        return fs::weakly_canonical(name, error);
-    }
-    const char* const variable = std::getenv("PATH");
-    std::string_view folders = variable == nullptr ? "" : variable;
-    while (!folders.empty()) {
-        const std::string_view folder = folders.substr(0, folders.find(':'));
-        if (fs::path file = fs::canonical(fs::path(folder) / name, error); !error) {
-            return file;
-        }
-        folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
-    }
-    return "/";
 }
 
 }  // namespace
@@ -88,9 +62,7 @@ std::string GetEnvironmentVariableA(const std::string& name) {
     if (const char* const value = std::getenv(host::ToUtf8(wanted).c_str()); value != nullptr) {
         return AnsiFromText(host::FromUtf8(value));
     }
-    const auto& variables = host::MachineEnvironment();
-    const auto found = variables.find(wanted);
-    return found == variables.end() ? std::string() : AnsiFromText(found->second);
+    return AnsiFromText(host::MachineEnvironment()[CharUpperW(wanted)]);
 }
 
 std::uint32_t GetCurrentProcessId() {
@@ -106,15 +78,12 @@ ProgramVersion ProgramVersionGet() {
             VTV4V_VERSION_MINOR, VTV4V_VERSION_REVISION};
 }
 
+// Told as if the host's own disk were drive Z:, as a person would look for it. The machine need not have that drive.
 std::string ProgramFolder() {
-    const fs::path folder = ProgramFile().parent_path();
-    if (const std::optional<std::u16string> path = host::DrivePathOf(folder)) {
-        return AnsiFromText(*path);
-    }
-    // Outside the machine's drives the folder is told as if the host's own disk were drive Z:, as a person would look
-    // for it. The machine need not have that drive.
-    std::string path = "Z:" + AnsiFromText(host::FromUtf8(folder.native()));
-    std::replace(path.begin(), path.end(), '/', '\\');
+    std::error_code error;
+    const std::filesystem::path file = std::filesystem::canonical("/proc/self/exe", error);
+    std::string path = "Z:" + AnsiFromText(host::FromUtf8(file.parent_path().native()));
+    std::ranges::replace(path, '/', '\\');
     return path;
 }
 

@@ -1,17 +1,19 @@
 #include "platform/ShellCalls.h"
 
-#include <algorithm>
+#include <chrono>
+#include <filesystem>
 #include <optional>
+#include <thread>
 
 #include "platform/Regional.h"
 #include "platform/host/HandleTable.h"
 #include "platform/host/HostStatus.h"
 #include "platform/host/Unicode.h"
+#include "platform/host/console/Terminal.h"
 #include "platform/host/drive/Drive.h"
-#include "platform/host/process/ClassText.h"
+#include "platform/host/process/ClassValue.h"
 #include "platform/host/process/CommandLine.h"
-#include "platform/host/process/ProgramSearch.h"
-#include "platform/host/process/StartedProcess.h"
+#include "platform/host/process/StartedProgram.h"
 
 namespace platform {
 
@@ -21,75 +23,30 @@ namespace fs = std::filesystem;
 
 // Result codes of ShellExecuteA beside those that are statuses.
 constexpr std::int32_t ShellStarted = 33;
-constexpr std::int32_t ShellBadFormat = 11;              // ERROR_BAD_FORMAT
-constexpr std::int32_t ShellIncompleteAssociation = 27;  // SE_ERR_ASSOCINCOMPLETE
-constexpr std::int32_t ShellNoAssociation = 31;          // SE_ERR_NOASSOC
+constexpr std::int32_t ShellBadFormat = 11;      // ERROR_BAD_FORMAT: a program file that cannot run
+constexpr std::int32_t ShellNoAssociation = 31;  // SE_ERR_NOASSOC
 
-// The command line with which documents of this type are opened. 0 or a result code.
-std::int32_t FindAssociation(const fs::path& document, const std::string& verb, std::string& command) {
-    const std::string type = AnsiFromText(host::FromUtf8(document.extension().native()));
-    if (type.empty()) {
-        return ShellNoAssociation;
-    }
-    const host::ClassText className(type);
-    if (className.Result() != StatusSuccess) {
-        return className.Result() == StatusFileNotFound ? ShellNoAssociation : ShellIncompleteAssociation;
-    }
-    // A type without a class may hold its command itself.
-    const std::string owner = className.Text().empty() ? type : className.Text();
-    const host::ClassText found(owner + "\\shell\\" + (verb.empty() ? "open" : verb) + "\\command");
-    if (found.Result() == StatusSuccess && !found.Text().empty()) {
-        command = found.Text();
-        return 0;
-    }
-    return className.Text().empty() && found.Result() == StatusFileNotFound ? ShellNoAssociation
-                                                                            : ShellIncompleteAssociation;
-}
-
-// Where an argument of a command line names the document: "%1", or "%L" for its long name.
-std::size_t DocumentPlace(const std::string& argument) {
-    return std::min({argument.find("%1"), argument.find("%L"), argument.find("%l")});
-}
-
-// The command line's arguments for the host. `document`, when there is one, stands where the command line names it, or
-// else behind the others. "%*" stands for further arguments, of which there are none. The program's name keeps to what
-// the registry says.
-std::vector<std::string> HostArguments(const std::string& command, const std::optional<std::string>& document) {
-    std::vector<std::string> arguments = host::CommandLineArguments(command);
-    bool told = false;
-    for (std::size_t number = 1; number < arguments.size(); ++number) {
-        std::string& argument = arguments[number];
-        argument = host::ToUtf8(TextFromAnsi(argument));
-        if (const std::size_t place = DocumentPlace(argument); document && place != std::string::npos) {
-            argument.replace(place, 2, *document);
-            told = true;
+// The program file in the machine's drive that a command line names; else the name itself, for the host's PATH.
+std::string ProgramFile(const std::string& name) {
+    for (const char* const folder : {"", "C:\\Windows\\System32\\", "C:\\Windows\\"}) {
+        if (const host::DrivePlace place = host::FindPlace(folder + name); place.IsFile()) {
+            return place.path;
         }
     }
-    std::erase(arguments, "%*");
-    if (document && !told) {
-        arguments.push_back(*document);
-    }
-    return arguments;
+    return host::ToUtf8(TextFromAnsi(name));
 }
 
-Status Start(std::vector<std::string> arguments, const fs::path& directory, pid_t& process) {
-    host::StartOrder order;
-    int failure = host::FindProgram(arguments.front(), order.program);
-    if (failure == 0) {
-        arguments.front() = order.program.native();
-        order.arguments = std::move(arguments);
-        order.directory = directory;
-        failure = host::StartProgram(order, process);
+// The program of a command line, in which "%1" stands for `document`.
+host::ProgramStart ProgramOf(const std::string& command, const std::string& document = {}) {
+    host::ProgramStart program{host::CommandLineArguments(command), {}};
+    for (std::string& argument : program.arguments) {
+        const bool isProgram = &argument == &program.arguments.front();
+        argument = isProgram ? ProgramFile(argument) : host::ToUtf8(TextFromAnsi(argument));
+        if (const std::size_t place = argument.find("%1"); place != std::string::npos && !isProgram) {
+            argument.replace(place, 2, document);
+        }
     }
-    return host::StatusFromErrno(failure);
-}
-
-// A status as a result code. What has no code of its own is a program file that cannot run.
-std::int32_t ShellCode(Status status) {
-    if (status == StatusSuccess) {
-        return ShellStarted;
-    }
-    return status < ShellStarted ? status : ShellBadFormat;
+    return program;
 }
 
 std::string Unquoted(const std::string& file) {
@@ -98,49 +55,52 @@ std::string Unquoted(const std::string& file) {
 
 }  // namespace
 
-std::int32_t ShellExecuteA(Handle /*owner*/, const std::string& verb, const std::string& file,
-                           const std::string& parameters, const std::string& directory, std::int32_t /*show*/) {
+// Documents are opened with the one verb "open" and without parameters.
+std::int32_t ShellExecuteA(Handle /*owner*/, const std::string& /*verb*/, const std::string& file,
+                           const std::string& /*parameters*/, const std::string& directory, std::int32_t /*show*/) {
     const host::DrivePlace document = host::FindPlace(Unquoted(file));
     if (document.status != StatusSuccess) {
         return document.status < ShellStarted ? document.status : StatusFileNotFound;
     }
-    std::string command;
-    if (const std::int32_t code = FindAssociation(document.path, verb, command); code != 0) {
-        return code;
+    const std::string type = AnsiFromText(host::FromUtf8(fs::path(document.path).extension().native()));
+    const std::string className = type.empty() ? type : host::ClassText(type);
+    const std::string command = className.empty() ? className : host::ClassText(className + "\\shell\\open\\command");
+    if (command.empty()) {
+        return ShellNoAssociation;
     }
-    if (!parameters.empty()) {
-        command += " " + parameters;
-    }
+    host::ProgramStart program = ProgramOf(command, document.path);
     const host::DrivePlace folder = host::FindPlace(directory);
+    program.directory = folder.IsFolder() ? folder.path : std::string();
     pid_t process = 0;
-    return ShellCode(
-        Start(HostArguments(command, document.path), folder.IsFolder() ? folder.path : std::string(), process));
+    const bool inTerminal = host::HasTerminal() && host::ClassNumber(className, "Terminal") == 1;
+    const Status status =
+        host::StatusFromErrno(inTerminal ? host::RunInTerminal(program) : host::StartProgram(program, process));
+    return status == StatusSuccess ? ShellStarted : status < ShellStarted ? status : ShellBadFormat;
 }
 
 Status StartCommandLine(const std::string& command, std::int32_t /*windowStyle*/, std::int32_t& processId) {
-    pid_t process = 0;
-    const Status status = Start(HostArguments(command, {}), {}, process);
-    if (status == StatusSuccess) {
-        processId = process;
-    }
-    return status;
+    return host::StatusFromErrno(host::StartProgram(ProgramOf(command), processId));
 }
 
-Handle OpenProcess(std::int32_t access, std::int32_t /*inherit*/, std::int32_t processId) {
-    std::shared_ptr<host::StartedProcess> process = host::FindProcess(processId);
-    return process ? host::HandleAdd(host::ProcessReference{std::move(process), (access & Synchronize) != 0}) : 0;
+Handle OpenProcess(std::int32_t /*access*/, std::int32_t /*inherit*/, std::int32_t processId) {
+    return host::IsStarted(processId) ? host::HandleAdd(host::ProcessReference{processId}) : 0;
 }
 
 std::uint32_t WaitForSingleObject(Handle process, std::uint32_t milliseconds) {
     const auto* const reference = host::HandleFindAs<host::ProcessReference>(process);
-    if (reference == nullptr || !reference->waitable) {
+    if (reference == nullptr) {
         return WaitFailed;
     }
-    std::optional<std::chrono::milliseconds> limit;
-    if (milliseconds != WaitInfinite) {
-        limit = std::chrono::milliseconds(milliseconds);
+    constexpr std::chrono::milliseconds pause(5);
+    const auto start = std::chrono::steady_clock::now();
+    while (!host::HasEnded(reference->number)) {
+        const auto waited = std::chrono::steady_clock::now() - start;
+        if (milliseconds != WaitInfinite && waited >= std::chrono::milliseconds(milliseconds)) {
+            return WaitTimeout;
+        }
+        std::this_thread::sleep_for(pause);
     }
-    return reference->process->EndAwaited(limit) ? WaitObject0 : WaitTimeout;
+    return WaitObject0;
 }
 
 }  // namespace platform

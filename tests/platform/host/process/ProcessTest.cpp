@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "Check.h"
 #include "RawRegistry.h"
 #include "host/MachineFiles.h"
@@ -25,10 +27,9 @@ TEST_CASE("A variable of the process wins over the machine's own, of which the l
     CHECK(platform::GetEnvironmentVariableA("USERNAME") == "G\xF6tz");
 }
 
-TEST_CASE("The program's folder is a path of the machine, or of drive Z:") {
-    const TestMachine machine;
-    CHECK(platform::ProgramFolder().starts_with("Z:\\"));
-    const fs::path folder = fs::canonical("/proc/self/exe").parent_path();
-    fs::create_directory_symlink(folder.parent_path(), OnMachine("drives/d"));
-    CHECK(platform::ProgramFolder() == "D:\\" + folder.filename().native());
+TEST_CASE("The program's folder is told below drive Z:") {
+    std::string path = platform::ProgramFolder();
+    CHECK(path.starts_with("Z:\\"));
+    std::ranges::replace(path, '\\', '/');
+    CHECK(fs::equivalent(path.substr(2), fs::canonical("/proc/self/exe").parent_path()));
 }
