@@ -31,15 +31,18 @@ namespace fs = std::filesystem;
 constexpr std::array Folders{"C:\\Windows\\System32", "C:\\Program Files\\Common Files"};
 constexpr const char* NotepadPath = "C:\\Windows\\notepad";
 
-// The unnamed values below HKEY_CLASSES_ROOT by which a text file finds its editor.
+// The values below HKEY_CLASSES_ROOT by which a text file finds its editor, which works in the terminal.
 struct ClassValue {
     const char* key;
-    const char* text;
+    const char* name;
+    std::uint32_t type;
+    std::string_view data;
 };
 constexpr std::array ClassValues{
-    ClassValue{".txt", "txtfile"},
-    ClassValue{"txtfile", "Textdokument"},
-    ClassValue{"txtfile\\shell\\open\\command", "\"C:\\Windows\\notepad\" \"%1\""},
+    ClassValue{".txt", "", platform::RegSz, "txtfile"},
+    ClassValue{"txtfile", "", platform::RegSz, "Textdokument"},
+    ClassValue{"txtfile", "Terminal", platform::RegDword, {"\1\0\0\0", 4}},
+    ClassValue{"txtfile\\shell\\open\\command", "", platform::RegSz, "\"C:\\Windows\\notepad\" \"%1\""},
 };
 
 void Tell(std::string_view what, std::string_view name) {
@@ -104,10 +107,10 @@ void ProgramMade(const std::string& path, std::string_view text) {
     Tell("made  ", path);
 }
 
-bool IsUnset(platform::Handle key) {
+bool IsUnset(platform::Handle key, const char* name) {
     std::uint32_t type = platform::RegNone;
     std::uint32_t size = 0;
-    return platform::RegQueryValueExA(key, "", type, {}, size) == platform::StatusFileNotFound;
+    return platform::RegQueryValueExA(key, name, type, {}, size) == platform::StatusFileNotFound;
 }
 
 void ClassValueMade(const ClassValue& value) {
@@ -115,15 +118,16 @@ void ClassValueMade(const ClassValue& value) {
     std::uint32_t disposition = 0;
     platform::Status status = platform::RegCreateKeyExA(
         platform::KeyClassesRoot, value.key, "", 0, platform::KeyQueryValue + platform::KeySetValue, key, disposition);
-    const bool unset = status == platform::StatusSuccess && IsUnset(key);
+    const bool unset = status == platform::StatusSuccess && IsUnset(key, value.name);
     if (unset) {
-        status = platform::RegSetValueExA(key, "", platform::RegSz, value.text);
+        status = platform::RegSetValueExA(key, value.name, value.type, value.data);
     }
     platform::RegCloseKey(key);
     if (status != platform::StatusSuccess) {
         throw std::runtime_error("the registry refuses " + std::string(value.key) + ": " + std::to_string(status));
     }
-    Tell(unset ? "made  " : "kept  ", "HKEY_CLASSES_ROOT\\" + std::string(value.key));
+    Tell(unset ? "made  " : "kept  ",
+         "HKEY_CLASSES_ROOT\\" + std::string(value.key) + (*value.name == 0 ? "" : ": ") + value.name);
 }
 
 void MachineMade(const fs::path& machine, const std::set<std::string>& without) {
