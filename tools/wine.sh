@@ -66,3 +66,19 @@ in_wine32_root() {
             chroot "$root" sh -c "cd \"\$0\" && \"\$@\"; exit" "$tree" "$@"
     ' sh "$WINE32_ROOT" "$PWD" "$@"
 }
+
+# wine_session PRESET COMMAND...
+# Runs a command on a virtual display, where Wine can run that build: here, or in the 32-bit system. Ends with 77, and
+# the reason on standard output, where this machine cannot.
+wine_session() {
+    local session=(xvfb-run -a -s '-screen 0 800x600x24' "${@:2}")
+    if [[ $1 != win64 ]] && ! wine32_here; then
+        wine32_root_make || return 77
+        in_wine32_root "${session[@]}"
+    elif packages_install "${WINE_PACKAGES[@]}" "${DISPLAY_PACKAGES[@]}" 2>/dev/null; then
+        "${session[@]}"
+    else
+        echo "Wine or Xvfb is not there"
+        return 77
+    fi
+}

@@ -1,0 +1,44 @@
+@echo off
+rem Runs the tests that lie beside this file on this Windows, and leaves proof.txt: what machine it is, each case with
+rem its time, behind what failed in it, and in the last line whether all passed. They change nothing on the machine but
+rem the clipboard, and need no administrator. Run it where nothing of the suite is installed.
+setlocal
+cd /d "%~dp0"
+set failed=
+set without=
+set native=%PROCESSOR_ARCHITECTURE%
+if defined PROCESSOR_ARCHITEW6432 set native=%PROCESSOR_ARCHITEW6432%
+set runs32=
+if "%native%"=="x86" set runs32=yes
+if exist "%SystemRoot%\SysWOW64\kernel32.dll" set runs32=yes
+
+ver >proof.txt
+>>proof.txt echo %native%
+call :note reg query "HKLM\SOFTWARE\Microsoft\Windows NT\CurrentVersion" /v ProductName
+call :note reg query "HKLM\SYSTEM\CurrentControlSet\Control\Nls\CodePage" /v ACP
+call :note reg query "HKCU\Control Panel\International"
+
+if defined runs32 (call :test win32) else set without=, without the 32-bit programs, which this Windows cannot run
+if "%native%"=="x86" (set without=, without the 64-bit programs, which this Windows cannot run) else call :test win64
+
+>>proof.txt echo.
+if "%failed%"=="" (>>proof.txt echo passed%without%) else >>proof.txt echo failed:%failed%
+type proof.txt
+if "%failed%"=="" exit /b 0
+exit /b 1
+
+:note
+%* >>proof.txt 2>&1
+exit /b 0
+
+:test
+call :run %1 vtv4v_tests
+call :run %1 vtv4v_driver "--test-suite=anywhere"
+exit /b 0
+
+:run
+>>proof.txt echo.
+>>proof.txt echo == %*
+%1\tests\%2.exe --duration %3 >>proof.txt 2>&1
+if not "%errorlevel%"=="0" set failed=%failed% %1\%2
+exit /b 0
