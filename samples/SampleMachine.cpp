@@ -19,9 +19,9 @@
 #include "platform/Process.h"
 #include "platform/Regional.h"
 #include "platform/RegistryCalls.h"
+#include "platform/host/Machine.h"
 #include "platform/host/Unicode.h"
 #include "platform/host/drive/Drive.h"
-#include "platform/host/process/MachineEnvironment.h"
 #include "samples/InstalledSuite.h"
 
 namespace {

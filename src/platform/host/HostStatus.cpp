@@ -6,8 +6,7 @@ namespace platform::host {
 
 namespace {
 
-constexpr Status NotEnoughMemory = 8;        // ERROR_NOT_ENOUGH_MEMORY
-constexpr Status BadExecutableFormat = 193;  // ERROR_BAD_EXE_FORMAT
+constexpr Status NotEnoughMemory = 8;  // ERROR_NOT_ENOUGH_MEMORY
 
 }  // namespace
 
@@ -18,12 +17,9 @@ Status StatusFromErrno(int number) {
         case ENOENT:
             return StatusFileNotFound;
         case ENOTDIR:
-        case ELOOP:
             return StatusPathNotFound;
         case EACCES:
         case EPERM:
-        case EISDIR:
-        case EBADF:  // a file that was not opened for what is asked of it
             return StatusAccessDenied;
         case EXDEV:
             return StatusNotSameDevice;
@@ -34,8 +30,6 @@ Status StatusFromErrno(int number) {
         case ESTALE:
         case ENOTCONN:
             return StatusBadNetPath;
-        case ETXTBSY:
-            return StatusSharingViolation;
         case EEXIST:
             return StatusFileExists;
         case ENOSPC:
@@ -45,14 +39,9 @@ Status StatusFromErrno(int number) {
             return StatusDiskQuota;
         case ENAMETOOLONG:
             return StatusNameTooLong;
-        case EILSEQ:
-            return StatusInvalidName;
         case EAGAIN:
         case ENOMEM:
-        case E2BIG:
             return NotEnoughMemory;
-        case ENOEXEC:
-            return BadExecutableFormat;
         default:
             return StatusIoDevice;
     }

@@ -1,7 +1,10 @@
 #include "platform/host/Machine.h"
 
 #include <cstdlib>
-#include <string>
+#include <fstream>
+
+#include "platform/Regional.h"
+#include "platform/host/Unicode.h"
 
 namespace platform::host {
 
@@ -23,6 +26,20 @@ std::filesystem::path MachineFolder() {
         data = Variable("HOME") + "/.local/share";
     }
     return data / "vtv4v" / "machine";
+}
+
+std::map<std::u16string, std::u16string> MachineEnvironment() {
+    std::map<std::u16string, std::u16string> variables;
+    std::ifstream file(MachineFolder() / "environment");
+    for (std::string line; std::getline(file, line);) {
+        if (line.ends_with('\r')) {
+            line.pop_back();
+        }
+        if (const std::size_t equals = line.find('='); equals != std::string::npos && equals > 0) {
+            variables[CharUpperW(FromUtf8(line.substr(0, equals)))] = FromUtf8(line.substr(equals + 1));
+        }
+    }
+    return variables;
 }
 
 }  // namespace platform::host

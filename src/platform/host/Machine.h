@@ -1,6 +1,8 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
+#include <string>
 
 // The stand-in machine: one folder that holds its registry, environment, drive and clipboard.
 namespace platform::host {
@@ -8,5 +10,10 @@ namespace platform::host {
 // $VTV4V_MACHINE, or else vtv4v/machine below the user's data folder ($XDG_DATA_HOME, by default $HOME/.local/share).
 // The folder may be missing: that is an empty machine. Asked anew at each call, so that a process can change machines.
 std::filesystem::path MachineFolder();
+
+// The machine's environment variables: the lines "NAME=value" of its file `environment`, in UTF-8, read at each call.
+// Names are in capital letters, in which they are found without regard to case; a later line wins, and a line without a
+// name or without "=" is passed over.
+std::map<std::u16string, std::u16string> MachineEnvironment();
 
 }  // namespace platform::host

@@ -7,7 +7,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <string>
-#include <system_error>
 
 #include "platform/host/HostStatus.h"
 
@@ -47,14 +46,11 @@ Status Synchronise(const FileDescriptor& file) {
 }
 
 Status TakePlace(const fs::path& from, const fs::path& to) {
-    std::error_code missing;
-    const fs::path present = fs::canonical(to, missing);
-    const fs::path& place = missing ? to : present;
-    if ((!missing && !TakeRights(from, place)) || std::rename(from.c_str(), place.c_str()) != 0) {
+    if ((access(to.c_str(), F_OK) == 0 && !TakeRights(from, to)) || std::rename(from.c_str(), to.c_str()) != 0) {
         return StatusFromErrno(errno);
     }
     // The new name stands already; a folder that cannot be handed to the disk by itself takes nothing back.
-    if (const FileDescriptor folder(open(place.parent_path().c_str(), O_RDONLY | O_CLOEXEC | O_DIRECTORY)); folder) {
+    if (const FileDescriptor folder(open(to.parent_path().c_str(), O_RDONLY | O_CLOEXEC | O_DIRECTORY)); folder) {
         Synchronise(folder);
     }
     return StatusSuccess;

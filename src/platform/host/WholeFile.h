@@ -15,8 +15,7 @@ Status WriteAll(const FileDescriptor& file, std::string_view bytes);
 // Hands what was written to the disk itself.
 Status Synchronise(const FileDescriptor& file);
 
-// Puts the file `from` in the place of `to` in one step. A file that is there is found through its link, and its owner
-// and mode stay.
+// Puts the file `from` in the place of `to` in one step. The owner and mode of a file that is there stay.
 Status TakePlace(const std::filesystem::path& from, const std::filesystem::path& to);
 
 // Writes `bytes` to a file beside `path`, which then takes its place.

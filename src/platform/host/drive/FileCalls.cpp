@@ -62,17 +62,21 @@ int OpenFlags(std::uint32_t access, std::uint32_t disposition) {
     return (access == GenericWrite ? O_WRONLY : O_RDONLY) | creation | O_CLOEXEC | O_NOCTTY;
 }
 
-// `to` may be a name that is not there yet.
-Status TakePlace(const host::DrivePlace& from, const host::DrivePlace& to) {
-    std::error_code missing;
-    const fs::path present = fs::canonical(to.path, missing);
-    for (const Status refusal : {from.IsFile() ? StatusSuccess : StatusAccessDenied, FolderRefusal(from.path),
-                                 FolderRefusal(missing ? fs::path(to.path) : present)}) {
+// Puts one file in the place of another, which need not be there when `mayBeNew` is set.
+Status TakePlace(const std::string& from, const std::string& to, bool mayBeNew) {
+    const host::DrivePlace source = host::FindPlace(from);
+    const host::DrivePlace target = host::FindPlace(to);
+    const bool isNew = mayBeNew && target.IsMissing();
+    for (const Status refusal : {source.status, source.IsFile() ? StatusSuccess : StatusAccessDenied,
+                                 isNew ? StatusSuccess : ChangeRefusal(target), FolderRefusal(source.path)}) {
         if (refusal != StatusSuccess) {
             return refusal;
         }
     }
-    return host::TakePlace(from.path, to.path);
+    std::error_code failure;
+    const fs::path place = isNew ? fs::path(target.path) : fs::canonical(target.path, failure);  // a link stays one
+    const Status refusal = FolderRefusal(place);
+    return refusal == StatusSuccess ? host::TakePlace(source.path, place) : refusal;
 }
 
 }  // namespace
@@ -114,25 +118,11 @@ Status FlushFileBuffers(Handle file) {
 }
 
 Status MoveFileExA(const std::string& from, const std::string& to) {
-    const host::DrivePlace source = host::FindPlace(from);
-    const host::DrivePlace target = host::FindPlace(to);
-    for (const Status refusal : {source.status, target.IsMissing() ? StatusSuccess : ChangeRefusal(target)}) {
-        if (refusal != StatusSuccess) {
-            return refusal;
-        }
-    }
-    return TakePlace(source, target);
+    return TakePlace(from, to, true);
 }
 
 Status ReplaceFileA(const std::string& replaced, const std::string& replacement) {
-    const host::DrivePlace source = host::FindPlace(replacement);
-    const host::DrivePlace target = host::FindPlace(replaced);
-    for (const Status refusal : {source.status, ChangeRefusal(target)}) {
-        if (refusal != StatusSuccess) {
-            return refusal;
-        }
-    }
-    return TakePlace(source, target);
+    return TakePlace(replacement, replaced, false);
 }
 
 Status DeleteFileA(const std::string& path) noexcept {

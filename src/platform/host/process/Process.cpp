@@ -15,8 +15,8 @@
 #include "platform/ProgramVersionText.h"
 #include "platform/Regional.h"
 #include "platform/host/DateValue.h"
+#include "platform/host/Machine.h"
 #include "platform/host/Unicode.h"
-#include "platform/host/process/MachineEnvironment.h"
 
 namespace platform {
 

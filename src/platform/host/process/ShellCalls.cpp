@@ -2,8 +2,9 @@
 
 #include <chrono>
 #include <filesystem>
-#include <optional>
+#include <string_view>
 #include <thread>
+#include <vector>
 
 #include "platform/Regional.h"
 #include "platform/host/HandleTable.h"
@@ -12,7 +13,6 @@
 #include "platform/host/console/Terminal.h"
 #include "platform/host/drive/Drive.h"
 #include "platform/host/process/ClassValue.h"
-#include "platform/host/process/CommandLine.h"
 #include "platform/host/process/StartedProgram.h"
 
 namespace platform {
@@ -26,6 +26,27 @@ constexpr std::int32_t ShellStarted = 33;
 constexpr std::int32_t ShellBadFormat = 11;      // ERROR_BAD_FORMAT: a program file that cannot run
 constexpr std::int32_t ShellNoAssociation = 31;  // SE_ERR_NOASSOC
 
+// The arguments of a command line, the program's name first. Blanks part them, double quotes hold blanks together, and
+// nothing else has a meaning.
+std::vector<std::string> CommandLineArguments(std::string_view commandLine) {
+    std::vector<std::string> arguments;
+    bool quoted = false;
+    bool within = false;
+    for (const char character : commandLine) {
+        const bool parts = !quoted && (character == ' ' || character == '\t');
+        if (!parts && !within) {
+            arguments.emplace_back();
+        }
+        within = !parts;
+        if (character == '"') {
+            quoted = !quoted;
+        } else if (within) {
+            arguments.back() += character;
+        }
+    }
+    return arguments;
+}
+
 // The program file in the machine's drive that a command line names; else the name itself, for the host's PATH.
 std::string ProgramFile(const std::string& name) {
     for (const char* const folder : {"", "C:\\Windows\\System32\\", "C:\\Windows\\"}) {
@@ -38,7 +59,10 @@ std::string ProgramFile(const std::string& name) {
 
 // The program of a command line, in which "%1" stands for `document`.
 host::ProgramStart ProgramOf(const std::string& command, const std::string& document = {}) {
-    host::ProgramStart program{host::CommandLineArguments(command), {}};
+    host::ProgramStart program{CommandLineArguments(command), {}};
+    if (program.arguments.empty()) {
+        program.arguments.emplace_back();  // no program has this name
+    }
     for (std::string& argument : program.arguments) {
         const bool isProgram = &argument == &program.arguments.front();
         argument = isProgram ? ProgramFile(argument) : host::ToUtf8(TextFromAnsi(argument));

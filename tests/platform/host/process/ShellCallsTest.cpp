@@ -5,7 +5,6 @@
 #include "RawRegistry.h"
 #include "host/MachineFiles.h"
 #include "platform/ShellCalls.h"
-#include "platform/host/process/CommandLine.h"
 
 namespace {
 
@@ -30,19 +29,20 @@ TEST_CASE("A document opens with the program of its type, or tells by a code why
     Script("C:\\Windows\\My Tools\\show",
            "exec >out.new\npwd; read -r line; echo $?\nfor each; do echo \"[$each]\"; done\nmv out.new out");
     FileContent("C:\\Users\\hugo\\a b.TXT", "text");
-    Associate(".txt", "txtfile", "\"C:\\Windows\\my tools\\SHOW\" /p \"x $HOME `id` ;\" \"%1\" \"\"");
+    Associate(".txt", "txtfile", "\"C:\\Windows\\my tools\\SHOW\" /p \"x $HOME `id` ;\" \"%1\" \"\" b\" c\"d ");
     CHECK(Shell("\"C:\\Users\\hugo\\A B.txt\"") == 33);
     for (int tries = 0; tries < 2000 && !FileContent("C:\\Users\\hugo\\out"); ++tries) {
         usleep(10000);
     }
     const std::string folder = OnMachine("drives/c/Users/hugo").native();
     CHECK(FileContent("C:\\Users\\hugo\\out") ==
-          folder + "\n1\n[/p]\n[x $HOME `id` ;]\n[" + folder + "/a b.TXT]\n[]\n");
+          folder + "\n1\n[/p]\n[x $HOME `id` ;]\n[" + folder + "/a b.TXT]\n[]\n[b cd]\n");
 
     RawValueSet(platform::KeyClassesRoot, ".half", "", RawText("halffile"));
     Associate(".lost", "lostfile", "C:\\Windows\\lost.exe %1");
+    Associate(".blank", "blankfile", " ");
     Associate(".deaf", "deaffile", "\"C:\\Users\\hugo\\a b.txt\" %1");
-    for (const auto& [type, code] : {std::pair("none", 31), {"half", 31}, {"lost", 2}, {"deaf", 5}}) {
+    for (const auto& [type, code] : {std::pair("none", 31), {"half", 31}, {"lost", 2}, {"blank", 2}, {"deaf", 5}}) {
         FileContent(std::string("C:\\file.") + type, "");
         CHECK(Shell(std::string("C:\\file.") + type) == code);
     }
@@ -65,9 +65,4 @@ TEST_CASE("A command line is started, waited for, and goes on behind a time-out"
     CHECK(platform::CloseHandle(handle) == platform::StatusSuccess);
     CHECK(platform::WaitForSingleObject(handle, platform::WaitInfinite) == platform::WaitFailed);
     CHECK(waitpid(process, nullptr, WNOHANG) == -1);  // no ended program is left behind
-}
-
-TEST_CASE("A command line falls into arguments at its blanks") {
-    CHECK(platform::host::CommandLineArguments(R"( "C:\my tools\a"  "b c"d "" 'q)") ==
-          std::vector<std::string>{R"(C:\my tools\a)", "b cd", "", "'q"});
 }
