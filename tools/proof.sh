@@ -12,15 +12,14 @@ proof_archive() {
     done
     version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' build/win32/CMakeCache.txt)
     name=vtv4v-proof-$version
-    rm -rf "build/$name" "build/$name.zip"
+    rm -rf "build/$name"
     for preset in win32 win64; do
         mkdir -p "build/$name/$preset/tests"
         cp "build/$preset/vtv4v.exe" "build/$name/$preset"
         cp "build/$preset/tests/vtv4v_tests.exe" "build/$preset/tests/vtv4v_driver.exe" "build/$name/$preset/tests"
     done
     sed 's/$/\r/' tests/windows/proof.cmd >"build/$name/proof.cmd"
-    find "build/$name" -type f -exec chmod 644 {} + -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
-    (cd build && find "$name" -type f | LC_ALL=C sort | zip -q -X -9 "$name.zip" -@)
+    tools/archive "build/$name" "$name"
     rm -rf "build/${name:?}"
     echo "build/$name.zip"
 }

@@ -1,0 +1,3 @@
+# Run by CPack when the folder is put together.
+execute_process(COMMAND ${CMAKE_CURRENT_LIST_DIR}/../tools/archive ${CPACK_TEMPORARY_DIRECTORY} ${CPACK_PACKAGE_FILE_NAME}
+  COMMAND_ERROR_IS_FATAL ANY)
