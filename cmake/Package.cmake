@@ -1,7 +1,5 @@
 # What an administrator is handed: a folder with the programs and the manual, and the archive of it (`cpack`). ./release
-# gives the commit and the one time that the archive tells.
-set(VTV4V_COMMIT "unbekannt" CACHE STRING "The commit that is built, as the version block and the archive tell it")
-
+# gives the one time that the archive tells.
 # The manual as one file with its pictures inside. Its links are those of GitHub's Markdown.
 find_program(PANDOC pandoc)
 if(PANDOC)

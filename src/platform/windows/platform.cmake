@@ -4,6 +4,7 @@ target_link_libraries(vtv4v_system PUBLIC advapi32 comctl32 gdi32 ole32 oleaut32
 
 configure_file(src/platform/windows/vtv4v.manifest.in generated/platform/windows/vtv4v.manifest @ONLY)
 set(VTV4V_RESOURCES ${CMAKE_SOURCE_DIR}/src/platform/windows/vtv4v.rc)
+set(VTV4V_REG_RESOURCES ${CMAKE_SOURCE_DIR}/src/platform/windows/vtv4v-reg.rc)
 
 # No program tells in which folder it was built.
 target_compile_options(vtv4v_system PUBLIC $<$<COMPILE_LANGUAGE:CXX>:-fstack-protector-strong -ffunction-sections
