@@ -6,7 +6,8 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <string>
+#include <fstream>
+#include <iterator>
 
 #include "platform/host/HostStatus.h"
 
@@ -29,6 +30,11 @@ bool TakeRights(const fs::path& file, const fs::path& from) {
 }
 
 }  // namespace
+
+std::string ReadWhole(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
 
 Status WriteAll(const FileDescriptor& file, std::string_view bytes) {
     while (!bytes.empty()) {

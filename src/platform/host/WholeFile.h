@@ -1,13 +1,19 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 #include <string_view>
 
 #include "platform/Handle.h"
 #include "platform/host/FileDescriptor.h"
 
-// Files of the host that are written whole or not at all. All give the status of what failed.
+// Files of the host, read whole, and written whole or not at all.
 namespace platform::host {
+
+// The content of a file; empty when it cannot be read.
+std::string ReadWhole(const std::filesystem::path& path);
+
+// All below give the status of what failed.
 
 // Writes all of `bytes`.
 Status WriteAll(const FileDescriptor& file, std::string_view bytes);

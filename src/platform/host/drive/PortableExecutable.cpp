@@ -15,7 +15,7 @@ constexpr std::uint16_t DosSignature = 0x5A4D;    // "MZ"
 constexpr std::uint32_t ImageSignature = 0x4550;  // "PE", 0, 0
 constexpr std::uint16_t Optional32Magic = 0x10B;
 constexpr std::uint16_t Optional64Magic = 0x20B;
-constexpr std::uint32_t ResourceDirectory = 2;
+constexpr std::size_t ResourceDirectory = 2;
 constexpr std::size_t SectionHeaderSize = 40;
 constexpr std::size_t DirectoryHeaderSize = 16;
 constexpr std::size_t DirectoryEntrySize = 8;
@@ -113,23 +113,22 @@ std::optional<std::uint32_t> FindLanguage(std::string_view tree, std::size_t dir
     return any ? std::optional(DoubleWord(tree, directory + DirectoryHeaderSize + 4)) : std::nullopt;
 }
 
+bool IsSubdirectory(const std::optional<std::uint32_t>& entry) {
+    return entry && (*entry & SubdirectoryBit) != 0;
+}
+
 std::string_view FindVersion(const Resources& resources) {
     const auto type = FindEntry(resources.tree, 0, VersionType);
-    if (!type || (*type & SubdirectoryBit) == 0) {
-        return {};
-    }
-    const auto number = FindEntry(resources.tree, *type & ~SubdirectoryBit, VersionNumber);
-    if (!number || (*number & SubdirectoryBit) == 0) {
-        return {};
-    }
-    const auto leaf = FindLanguage(resources.tree, *number & ~SubdirectoryBit);
-    if (!leaf || (*leaf & SubdirectoryBit) != 0) {
+    const auto number =
+        IsSubdirectory(type) ? FindEntry(resources.tree, *type & ~SubdirectoryBit, VersionNumber) : std::nullopt;
+    const auto leaf = IsSubdirectory(number) ? FindLanguage(resources.tree, *number & ~SubdirectoryBit) : std::nullopt;
+    if (!leaf || IsSubdirectory(leaf)) {
         return {};
     }
     const std::uint32_t address = DoubleWord(resources.tree, *leaf);
-    return address < resources.address
-               ? std::string_view()
-               : Part(resources.section, address - resources.address, DoubleWord(resources.tree, *leaf + 4));
+    const std::uint32_t size = DoubleWord(resources.tree, *leaf + 4);
+    return address < resources.address ? std::string_view()
+                                       : Part(resources.section, address - resources.address, size);
 }
 
 }  // namespace

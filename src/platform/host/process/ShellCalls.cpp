@@ -59,7 +59,7 @@ std::string ProgramFile(const std::string& name) {
 
 // The program of a command line, in which "%1" stands for `document`.
 host::ProgramStart ProgramOf(const std::string& command, const std::string& document = {}) {
-    host::ProgramStart program{CommandLineArguments(command), {}};
+    host::ProgramStart program{CommandLineArguments(command)};
     if (program.arguments.empty()) {
         program.arguments.emplace_back();  // no program has this name
     }

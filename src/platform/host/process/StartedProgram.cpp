@@ -17,60 +17,47 @@ namespace platform::host {
 
 namespace {
 
-// The started programs whose end was not yet told.
 std::set<pid_t>& Started() {
     static std::set<pid_t> started;
     return started;
 }
 
-// How a program is to be started.
-class SpawnPlan {
-public:
-    explicit SpawnPlan(const ProgramStart& program) : program_(program) {
-        posix_spawnattr_init(&attributes_);
-        posix_spawn_file_actions_init(&actions_);
-        // What we or the loan of a terminal ignore, a program expects to find as the system has it.
-        sigset_t defaults;
-        sigemptyset(&defaults);
-        for (const int number : {SIGINT, SIGQUIT, SIGXFSZ}) {
-            sigaddset(&defaults, number);
-        }
-        posix_spawnattr_setsigdefault(&attributes_, &defaults);
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF);
-        if (!program.directory.empty()) {
-            posix_spawn_file_actions_addchdir_np(&actions_, program.directory.c_str());
-        }
+int Spawn(const ProgramStart& program, bool inTerminal, pid_t& process) {
+    std::vector<char*> arguments;
+    for (const std::string& argument : program.arguments) {
+        arguments.push_back(const_cast<char*>(argument.c_str()));
     }
-    ~SpawnPlan() {
-        posix_spawnattr_destroy(&attributes_);
-        posix_spawn_file_actions_destroy(&actions_);
-    }
-    SpawnPlan(const SpawnPlan&) = delete;
-    SpawnPlan& operator=(const SpawnPlan&) = delete;
+    arguments.push_back(nullptr);
 
-    void KeepFromTerminal() {
-        posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETPGROUP);
-        posix_spawn_file_actions_addopen(&actions_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-        if (HasTerminal()) {
-            posix_spawn_file_actions_addopen(&actions_, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-            posix_spawn_file_actions_addopen(&actions_, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-        }
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    if (!program.directory.empty()) {
+        posix_spawn_file_actions_addchdir_np(&actions, program.directory.c_str());
     }
-
-    int Spawn(pid_t& process) const {
-        std::vector<char*> arguments;
-        for (const std::string& argument : program_.arguments) {
-            arguments.push_back(const_cast<char*>(argument.c_str()));
-        }
-        arguments.push_back(nullptr);
-        return posix_spawnp(&process, arguments.front(), &actions_, &attributes_, arguments.data(), environ);
+    if (!inTerminal) {
+        posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     }
+    if (!inTerminal && HasTerminal()) {
+        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO);
+    }
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes,
+                             static_cast<short>(POSIX_SPAWN_SETSIGDEF | (inTerminal ? 0 : POSIX_SPAWN_SETPGROUP)));
+    // What we or the loan of a terminal ignore, a program expects to find as the system has it.
+    sigset_t defaults;
+    sigemptyset(&defaults);
+    for (const int number : {SIGINT, SIGQUIT, SIGXFSZ}) {
+        sigaddset(&defaults, number);
+    }
+    posix_spawnattr_setsigdefault(&attributes, &defaults);
 
-private:
-    const ProgramStart& program_;
-    posix_spawnattr_t attributes_{};
-    posix_spawn_file_actions_t actions_{};
-};
+    const int failure = posix_spawnp(&process, arguments.front(), &actions, &attributes, arguments.data(), environ);
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&actions);
+    return failure;
+}
 
 }  // namespace
 
@@ -79,9 +66,7 @@ int StartProgram(const ProgramStart& program, pid_t& process) {
     for (const pid_t earlier : std::set<pid_t>(Started())) {
         HasEnded(earlier);
     }
-    SpawnPlan plan(program);
-    plan.KeepFromTerminal();
-    const int failure = plan.Spawn(process);
+    const int failure = Spawn(program, false, process);
     if (failure == 0) {
         Started().insert(process);
     }
@@ -91,7 +76,7 @@ int StartProgram(const ProgramStart& program, pid_t& process) {
 int RunInTerminal(const ProgramStart& program) {
     const TerminalLoan loan;
     pid_t process = 0;
-    const int failure = SpawnPlan(program).Spawn(process);
+    const int failure = Spawn(program, true, process);
     if (failure == 0) {
         Uninterrupted([&] { return waitpid(process, nullptr, 0); });
     }
