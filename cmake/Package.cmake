@@ -1,5 +1,6 @@
 # What an administrator is handed: a folder with the programs and the manual, and the archive of it (`cpack`). ./release
 # gives the one time that the archive tells.
+
 # The manual as one file with its pictures inside. Its links are those of GitHub's Markdown.
 find_program(PANDOC pandoc)
 if(PANDOC)

@@ -168,14 +168,14 @@ void ControlFileCheck::CheckItems(const ControlFileReader& file, CheckedTable& t
     std::vector<Text> pieces = Split(file.Line(), u';');
     std::erase(pieces, Text());
     if (pieces.empty()) {
-        pieces.push_back(file.Line());
+        pieces.emplace_back();
     }
     for (const Text& piece : pieces) {
         const auto judged = JudgeItem(piece);
         if (const auto* const fault = std::get_if<ItemFault>(&judged)) {
             hasPassedOver_ = true;
-            findings_.push_back(LineName(file.Number()) + u": " + Quoted(piece) + u" wird übersprungen: " +
-                                ReasonOf(*fault));
+            findings_.push_back(LineName(file.Number()) + u": " + Quoted(pieces.size() == 1 ? file.Line() : piece) +
+                                u" wird übersprungen: " + ReasonOf(*fault));
         } else {
             CheckEntry(file.Number(), std::get<ForcedVersionItem>(judged), table);
         }

@@ -50,6 +50,10 @@ Text LastChange(const Text& path) {
            Digits(static_cast<unsigned>(clock.seconds().count()), 2);
 }
 
+Text CountText(const CheckedTable& table) {
+    return DecimalText(static_cast<std::int32_t>(table.Entries().size()));
+}
+
 bool IsSameFile(const Text& path, const Text& other) {
     std::error_code error;
     return std::filesystem::equivalent(std::filesystem::path(path), std::filesystem::path(other), error) && !error;
@@ -90,5 +94,7 @@ RolloutResult RunRollout(const std::vector<Text>& arguments) {
             return TellFailure(target + u": " + unwritten->description + u". Es wurde nichts geschrieben.");
         }
     }
+    Tell(u"Einträge in [Tallora]: " + CountText(check.Main()) + u", in [Reporting]: " + CountText(check.Reporting()) +
+         u".");
     return check.HasPassedOver() ? RolloutResult::SomethingPassedOver : RolloutResult::NothingPassedOver;
 }

@@ -54,7 +54,8 @@ DrivePlace FindPlace(std::string_view path) {
     std::string text = ToUtf8(TextFromAnsi(std::string(path)));
     std::ranges::replace(text, '\\', '/');
     if (!HasDrive(text)) {
-        return {text.find_first_of("/:") == std::string::npos ? StatusFileNotFound : StatusPathNotFound};
+        const bool isHostPath = !path.empty() && path.find_first_of("\\:") == std::string_view::npos;
+        return isHostPath ? PlaceOnDisk(text) : DrivePlace{StatusPathNotFound};
     }
     const std::string below = text.substr(2);
     if (std::ranges::any_of(below, IsForbidden)) {

@@ -11,7 +11,7 @@
 // The machine's drives: drive C: is the folder drives/c of the machine, and so on.
 //
 // Names are found without regard to case, the exact spelling first. On the disk they are UTF-8, in the machine code
-// page 1252. A path begins with its drive; the machine has no current folder, so that any other path leads nowhere.
+// page 1252. A path begins with its drive; one with neither drive nor "\" is the host's own, as a shell takes it.
 // ".." is resolved in the path's text and ends at the drive's root. A symbolic link that a person put into a drive is
 // followed.
 //
