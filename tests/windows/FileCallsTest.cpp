@@ -1,7 +1,9 @@
 #include <doctest/doctest.h>
 
 #include "TestMachine.h"
+#include "common/TextFile.h"
 #include "platform/FileCalls.h"
+#include "platform/Regional.h"
 #include "platform/windows/Win32.h"
 
 TEST_CASE("A file that may not be given up is not replaced, but can be written in its place") {
@@ -20,11 +22,7 @@ TEST_CASE("A file that may not be given up is not replaced, but can be written i
             replaced.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr));
         CHECK(platform::ReplaceFileA(replaced, replacement) == platform::StatusSharingViolation);
         CHECK(FileContent(replaced) == "old");
-        platform::Handle file = 0;
-        REQUIRE(platform::CreateFileA(replaced, platform::GenericWrite, platform::CreateAlways, file) ==
-                platform::StatusSuccess);
-        CHECK(platform::WriteFile(file, "here") == platform::StatusSuccess);
-        CHECK(platform::CloseHandle(file) == platform::StatusSuccess);
+        WriteTextFile(platform::TextFromAnsi(replaced), u"here", true);
         CHECK(FileContent(replaced) == "here");
     }
     CHECK(platform::ReplaceFileA(replaced, replacement) == platform::StatusSuccess);
