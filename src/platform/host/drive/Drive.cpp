@@ -53,16 +53,16 @@ bool IsForbidden(char character) {
 DrivePlace FindPlace(std::string_view path) {
     std::string text = ToUtf8(TextFromAnsi(std::string(path)));
     std::ranges::replace(text, '\\', '/');
+    std::error_code error;
     if (!HasDrive(text)) {
         const bool isHostPath = !path.empty() && path.find_first_of("\\:") == std::string_view::npos;
-        return isHostPath ? PlaceOnDisk(text) : DrivePlace{StatusPathNotFound};
+        return isHostPath ? PlaceOnDisk(fs::absolute(text, error)) : DrivePlace{StatusPathNotFound};
     }
     const std::string below = text.substr(2);
     if (std::ranges::any_of(below, IsForbidden)) {
         return {StatusInvalidName};
     }
     // Told from the host's root, so that it stays good in a program with another working directory.
-    std::error_code error;
     const fs::path drives = fs::absolute(MachineFolder(), error) / "drives";
     DrivePlace place = FindName(drives, std::string(1, static_cast<char>(text[0] | 0x20)));
     for (const fs::path& name : fs::path(below).lexically_normal().relative_path()) {

@@ -47,10 +47,13 @@ std::vector<std::string> CommandLineArguments(std::string_view commandLine) {
     return arguments;
 }
 
-// The program file in the machine's drive that a command line names; else the name itself, for the host's PATH.
+// The program file that a command line names by its path, or by its name in the folders of the machine's system; else
+// the name itself, for the host's PATH. The folder that we happen to stand in is not looked at.
 std::string ProgramFile(const std::string& name) {
-    for (const char* const folder : {"", "C:\\Windows\\System32\\", "C:\\Windows\\"}) {
-        if (const host::DrivePlace place = host::FindPlace(folder + name); place.IsFile()) {
+    const bool isPath = name.find_first_of("\\/:") != std::string::npos;
+    for (const std::string& path : isPath ? std::vector<std::string>{name}
+                                          : std::vector{"C:\\Windows\\System32\\" + name, "C:\\Windows\\" + name}) {
+        if (const host::DrivePlace place = host::FindPlace(path); place.IsFile()) {
             return place.path;
         }
     }
