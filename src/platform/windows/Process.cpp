@@ -73,16 +73,10 @@ private:
 }  // namespace
 
 // The system keeps the command line. A missing medium in a drive is an answer for the program, not a question to the
-// user. Libraries that others load later, by name alone, come from the system's folder, beside those that they bring
-// with them; a Windows 7 without its updates cannot be asked for that.
+// user.
 void ProcessStart(int /*argumentCount*/, char** /*arguments*/) {
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
-    constexpr DWORD systemFolder = 0x800;  // LOAD_LIBRARY_SEARCH_SYSTEM32
-    const auto restrict = reinterpret_cast<BOOL(WINAPI*)(DWORD)>(
-        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories")));
-    if (restrict != nullptr) {
-        restrict(systemFolder);
-    }
+    windows::LibrarySearchRestrict();
 }
 
 // The program's name ends at the first blank or tab outside double quotes.

@@ -11,6 +11,11 @@ namespace platform::windows {
 // The system's folder, without a backslash behind it.
 std::string SystemFolder();
 
+// From now on a library that is named without a folder is looked for in the system's alone, beside the folder of the
+// one that needs it. So are those that the system's own libraries load late. A Windows 7 without its updates cannot do
+// that.
+void LibrarySearchRestrict();
+
 // The function `name` of version.dll, which is loaded at first use; nullptr where it cannot be had. The library is none
 // of those that the system keeps ready for all processes, and so may not be among this program's imports.
 FARPROC VersionFunction(const char* name);
