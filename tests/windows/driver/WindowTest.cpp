@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <random>
 
 #include "Program.h"
 
@@ -63,6 +64,63 @@ std::string ForcedVersions() {
         held += "| ";
     }
     return held;
+}
+
+// Both tables whole, in the registry's order; "none" for a key that is not there.
+std::string WholeTables() {
+    std::string held;
+    for (const std::string product : {"V4", "V4\\Reporting"}) {
+        HKEY key = nullptr;
+        if (::RegOpenKeyA(HKEY_LOCAL_MACHINE, (Tables + "\\" + product + "\\Version\\ForcedVersion").c_str(), &key) !=
+            ERROR_SUCCESS) {
+            held += "none";
+        }
+        char name[1024];
+        DWORD length = sizeof name;
+        DWORD type = 0;
+        DWORD number = 0;
+        DWORD size = sizeof number;
+        for (DWORD index = 0; ::RegEnumValueA(key, index, name, &length, nullptr, &type,
+                                              reinterpret_cast<BYTE*>(&number), &size) == ERROR_SUCCESS;
+             ++index, length = sizeof name, size = sizeof number) {
+            held += std::string(name, length) + "=" + std::to_string(type) + ":" + std::to_string(number) + "\n";
+        }
+        ::RegCloseKey(key);
+        held += " | ";
+    }
+    return held;
+}
+
+// Runs a command line to its end, and gives its exit code.
+DWORD RunToEnd(std::string commandLine) {
+    STARTUPINFOA startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process{};
+    REQUIRE(::CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr, nullptr,
+                             &startup, &process));
+    DWORD code = 0;
+    CHECK(::WaitForSingleObject(process.hProcess, 30000) == WAIT_OBJECT_0);
+    ::GetExitCodeProcess(process.hProcess, &code);
+    ::CloseHandle(process.hProcess);
+    ::CloseHandle(process.hThread);
+    return code;
+}
+
+// A control file of good and bad lines, with all line ends, and sections in any order.
+std::string RandomControlFile(std::mt19937& random) {
+    const std::vector<std::string> lines = {
+        "[Tallora]", "[Reporting]", "[Info]",    "[tallora]",       "(Standard)=3", "hugo=0",
+        "Hugo=2",    "J\xD6rg=1",   "j\xF6rg=5", "\xDF\x80\x9F=99", "a b=4",        "a =1",
+        "  c=1  ",   "=5",          "x=7;y=8",   "z=1;bad",         "bad",          "a=b=1",
+        "n=-1",      "t=Demo",      "; remark",  "q\"\\u=1",        "\t[Tallora]",  "m= 2",
+        "",          "e=1e1",       "h=&H1F",    "f=2147483647",    "[End]",        "@=1",
+        "'%s'=1",    "k=1;",        "u=1=",      "d=0.5",           "[Tallora) ",   "[Reporting"};
+    const std::vector<std::string> ends = {"\r\n", "\n", "\r"};
+    std::string file;
+    for (auto count = random() % 30; count != 0; --count) {
+        file += (random() % 5 == 0 ? lines[random() % 2] : lines[random() % lines.size()]) + ends[random() % 3];
+    }
+    return file;
 }
 
 // What a button is told by its user. None of it can be missed, as a click of the mouse is when a window comes.
@@ -230,6 +288,29 @@ TEST_CASE("Import and Clear ask; Yes runs them and tells how it went, and anythi
         CHECK(Eventually([&] { return session.Waiting() && Focus(session.window) == button; }));
         CHECK(StillAfterAWhile([&] { return session.Waiting(); }));
         CHECK(ForcedVersions() == flow.held);
+    }
+}
+
+// The number of files is $VTV4V_FILES.
+TEST_CASE("What vtv4v-reg prepares leaves the tables that an import of the same control file leaves") {
+    const Session session;
+    const std::string file = session.machine.ControlFile();
+    const std::string rollout = ProgramPath().insert(ProgramPath().rfind('.'), "-reg");
+    std::mt19937 random;  // NOLINT(bugprone-random-generator-seed): the same files each time
+    for (int number = std::stoi(ProcessVariable("VTV4V_FILES").value_or("8")); number != 0; --number) {
+        const std::string content = RandomControlFile(random);
+        CAPTURE(content);
+        FileContent(file, content);
+        TablesRemoved({});
+        Click(session.Button(Import));
+        Answer(Box(), IDYES);
+        Answer(Box(), IDOK);
+        REQUIRE(Eventually([&] { return session.Waiting(); }));
+        const std::string imported = WholeTables();
+        TablesRemoved({});
+        CHECK(RunToEnd("\"" + rollout + "\" \"" + file + "\" \"" + file + ".reg\"") <= 1);
+        CHECK(RunToEnd("reg import \"" + file + ".reg\"") == 0);
+        CHECK(WholeTables() == imported);
     }
 }
 
