@@ -13,6 +13,12 @@ wine32_here() {
     [[ $(dpkg-query -W -f='${Status}' wine32:i386 2>/dev/null) == *'ok installed' ]]
 }
 
+# wine_here PRESET
+# True when the programs of that build run here as they are.
+wine_here() {
+    [[ $1 == win64 ]] || wine32_here
+}
+
 # Runs a command with mounts, processes and a network of its own, all gone at its end.
 apart() {
     unshare --mount --net --pid --fork --kill-child "$@"
@@ -72,7 +78,7 @@ in_wine32_root() {
 # the reason on standard output, where this machine cannot.
 wine_session() {
     local session=(xvfb-run -a -s '-screen 0 800x600x24' "${@:2}")
-    if [[ $1 != win64 ]] && ! wine32_here; then
+    if ! wine_here "$1"; then
         wine32_root_make || return 77
         in_wine32_root "${session[@]}"
     elif packages_install "${WINE_PACKAGES[@]}" "${DISPLAY_PACKAGES[@]}" 2>/dev/null; then
