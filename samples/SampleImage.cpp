@@ -83,15 +83,27 @@ void SectionHeader(Bytes& image) {
     image.DoubleWord(0x40000040);  // initialised data, readable
 }
 
+// Entries are looked up by halving, so that the wanted one stands among others.
+struct Level {
+    std::array<std::uint32_t, SampleImageEntries> ids;
+    std::uint32_t wanted;
+};
+constexpr std::array<Level, 3> Levels = {{
+    {{3, 10, 14, 16}, 16},                  // RT_VERSION
+    {{1, 2, 3, 4}, 1},                      // VS_VERSION_INFO
+    {{0x405, 0x407, 0x40C, 0x413}, 0x407},  // German
+}};
+
 void ResourceTree(Bytes& image) {
-    constexpr std::uint32_t directorySize = SampleImageDirectorySize;
-    constexpr std::array<std::uint32_t, 3> ids = {16, 1, 0x407};  // RT_VERSION, VS_VERSION_INFO, German
-    for (std::uint32_t level = 0; level < ids.size(); ++level) {
+    for (std::size_t level = 0; level < Levels.size(); ++level) {
+        const auto next = static_cast<std::uint32_t>((level + 1) * SampleImageDirectorySize);
         image.Zeros(12);
         image.Word(0);  // entries with a name, and with a number
-        image.Word(1);
-        image.DoubleWord(ids[level]);
-        image.DoubleWord((level + 1) * directorySize | (level < 2 ? DirectoryBit : 0));
+        image.Word(SampleImageEntries);
+        for (const std::uint32_t id : Levels[level].ids) {
+            image.DoubleWord(id);
+            image.DoubleWord(id == Levels[level].wanted ? next | (level < 2 ? DirectoryBit : 0) : DirectoryBit);
+        }
     }
     image.DoubleWord(SectionAlignment + static_cast<std::uint32_t>(SampleImageBlock - SampleImageTree));
     image.DoubleWord(SampleImageBlockSize);

@@ -14,9 +14,11 @@ struct SampleImageFacts {
     bool wide = false;                     // 64-bit
 };
 
-// Offsets in the image: the resource tree with its three directories of one entry each, the leaf and the version block.
+// Offsets in the image: the resource tree with its three directories, of which the first one's last entry leads to the
+// version, then the leaf and the version block.
 inline constexpr std::size_t SampleImageTree = 0x200;
-inline constexpr std::size_t SampleImageDirectorySize = 24;
+inline constexpr std::uint32_t SampleImageEntries = 4;
+inline constexpr std::size_t SampleImageDirectorySize = 16 + SampleImageEntries * 8;
 inline constexpr std::size_t SampleImageLeaf = SampleImageTree + 3 * SampleImageDirectorySize;
 inline constexpr std::size_t SampleImageBlock = SampleImageLeaf + 16;
 inline constexpr std::size_t SampleImageBlockSize = 92;

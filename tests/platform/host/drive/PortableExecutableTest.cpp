@@ -36,8 +36,8 @@ TEST_CASE("Damage on the way to the version hides it") {
         std::size_t offset;
         std::uint32_t number;
     } const damages[] = {
-        {"another type", SampleImageTree + 16, 15},
-        {"a tree that leads to its own root", SampleImageTree + 20, 0x80000000},
+        {"another type", SampleImageTree + 40, 15},
+        {"a tree that leads to its own root", SampleImageTree + 44, 0x80000000},
         {"a block larger than the section", SampleImageLeaf + 4, 0x1000},
         {"a block too small for the version", SampleImageLeaf + 4, SampleImageBlockSize - 1},
         {"another signature", SampleImageBlock + 40, 0xFEEF04BC},
