@@ -119,6 +119,54 @@ TEST_CASE_FIXTURE(CheckedMachine, "The tables are told to the registry editor an
     CHECK(RaisedBy([&] { PreferencesFileOf(check.Main(), check.Reporting(), u""); }).number == 5);
 }
 
+TEST_CASE_FIXTURE(TestMachine, "A target is written whole or not at all, and never over the control file") {
+    const std::string file = OnDisk(ControlFile()).string();
+    const std::string folder = OnDisk(ControlFile()).parent_path().string();
+    const std::string good = std::string(BothSections) + "a=1\n";
+    const std::string before = "earlier";
+    struct {
+        std::string content;
+        std::vector<std::string> arguments;
+        int result;
+        std::string written;  // how the target begins
+    } const cases[] = {
+        {good, {file, file + ".reg"}, 0, "\xFF\xFEW"},
+        {good + "b\n", {file, file + ".XML"}, 1, "<?xml"},
+        {good, {file}, 0, before},
+        {good + "b=2147483648\n", {file, file + ".reg"}, 2, before},
+        {good, {file, file}, 2, before},
+        {good, {file, file + ".txt"}, 2, before},
+        {good, {file + ".none", file + ".reg"}, 2, before},
+        {good, {folder, file + ".reg"}, 2, before},
+        {good, {file, folder + "/none/x.reg"}, 2, before},
+        {good, {file, file + ".reg", "more"}, 2, before},
+        {good, {}, 2, before},
+    };
+    for (const auto& each : cases) {
+        CAPTURE(each.arguments.size());
+        CAPTURE(each.content);
+        const std::string target = each.arguments.size() > 1 ? each.arguments[1] : file + ".reg";
+        FileContent(ControlFile(), each.content);
+        for (const char* const ending : {".reg", ".XML", ".txt"}) {
+            FileContent(ControlFile() + ending, before);
+        }
+        std::vector<Text> arguments;
+        for (const std::string& argument : each.arguments) {
+            arguments.push_back(platform::TextFromAnsi(argument));
+        }
+        CHECK(static_cast<int>(RunRollout(arguments)) == each.result);
+        CHECK(FileContent(ControlFile()) == each.content);
+        const bool isXml = target.ends_with(".XML");
+        CHECK(FileContent(ControlFile() + (isXml ? ".XML" : ".reg")).value_or("").starts_with(each.written));
+    }
+    // The control file by another of its names.
+    FileContent(ControlFile() + ".reg", good);
+    const Text name = platform::TextFromAnsi(file + ".reg");
+    const Text otherName = platform::TextFromAnsi(folder + "/./vtv4v.txt.reg");
+    CHECK(RunRollout({name, otherName}) == RolloutResult::NothingWritten);
+    CHECK(FileContent(ControlFile() + ".reg") == good);
+}
+
 TEST_CASE("A name has the GUID of its standard") {
     // What Python's uuid.uuid5(uuid.NAMESPACE_URL, name) gives, with one block and with several.
     CHECK(NameGuid("http://www.example.com/") == u"{FCDE3C85-2270-590F-9E7C-EE003D65E0E2}");
