@@ -12,6 +12,7 @@ TEST_CASE("Numbers under German settings") {
                        {u"-2147483648,5", 0, -2147483647 - 1},
                        {u"0," + Text(20000, u'0') + u"7e20001", 0, 7},
                        {Text(u"7\0x", 3), 0, 7},
+                       {u"2147483647", 0, 2147483647},
                        {u"&H100000000", platform::DispOverflow, -1},
                        {u"1e999999999999999999999", platform::DispOverflow, -1},
                        {u"1,2.3", platform::DispTypeMismatch, -1},
