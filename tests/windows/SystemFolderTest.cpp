@@ -63,11 +63,11 @@ TEST_CASE("A library that is named without a folder is not looked for here") {
     CHECK(Loads("vtv4v-planted.dll"));
     platform::ProcessStart(0, nullptr);
     CHECK_FALSE(Loads("vtv4v-planted.dll"));
-    CHECK(Loads("ws2_32.dll"));
+    CHECK(Loads("wsock32.dll"));
 }
 
 TEST_CASE("A library whose function was called stays loaded") {
-    const std::string library = SystemFolder() + "\\ws2_32.dll";
+    const std::string library = SystemFolder() + "\\wsock32.dll";
     REQUIRE(::GetModuleHandleA(library.c_str()) == nullptr);
     std::int32_t result = 0;
     CHECK(platform::CallTextFunction(library, "inet_addr", "1.2.3.4", result) == platform::StatusSuccess);
