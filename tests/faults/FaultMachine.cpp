@@ -10,7 +10,7 @@
 #include "app/Main.h"
 #include "platform/Process.h"
 #include "platform/Regional.h"
-#include "platform/host/console/FrontEndRun.h"
+#include "platform/host/console/LineRun.h"
 #include "samples/InstalledSuite.h"
 #include "version/ProductProfileMain.h"
 #include "version/ProductProfileReporting.h"
@@ -59,7 +59,7 @@ Outcome FaultMachine::Session(const std::string& input, const SeamFault& fault, 
     const int openHandles = SeamOpenHandles();
     Text told;
     {
-        const FrontEndRun run(input);
+        const LineRun run(input);
         SeamStart(fault, hook);
         Main();
         told = SeamStop() + (run.Shows("Vandrel Core Elements V1") ? u"check failed" : u"");

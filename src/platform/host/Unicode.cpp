@@ -52,28 +52,6 @@ std::string ToUtf8(std::u16string_view text) {
     return {bytes.data(), to};
 }
 
-std::u32string CodePoints(std::u16string_view text) {
-    std::u32string points;
-    for (const char16_t unit : text) {
-        const bool follows = (unit & 0xFC00) == 0xDC00 && !points.empty() && (points.back() & ~0x3FFU) == 0xD800;
-        if (follows) {
-            points.back() = 0x10000 + ((points.back() & 0x3FFU) << 10U) + (unit & 0x3FFU);
-        } else {
-            points += unit;
-        }
-    }
-    return points;
-}
-
-void AppendUtf8(std::string& bytes, char32_t codePoint) {
-    if (codePoint < 0x10000) {
-        bytes += ToUtf8(std::u16string(1, static_cast<char16_t>(codePoint)));
-    } else {
-        bytes += ToUtf8(std::u16string{static_cast<char16_t>(0xD7C0 + (codePoint >> 10U)),
-                                       static_cast<char16_t>(0xDC00 + (codePoint & 0x3FFU))});
-    }
-}
-
 bool IsSameName(std::u16string_view one, std::u16string_view other) {
     return one.size() == other.size() && CharUpperW(std::u16string(one)) == CharUpperW(std::u16string(other));
 }

@@ -10,10 +10,6 @@ namespace platform::host {
 std::u16string FromUtf8(std::string_view bytes);
 std::string ToUtf8(std::u16string_view text);
 
-// The same by whole characters, for those who count or draw them.
-std::u32string CodePoints(std::u16string_view text);
-void AppendUtf8(std::string& bytes, char32_t codePoint);
-
 // How names are compared on the machine: without regard to case.
 bool IsSameName(std::u16string_view one, std::u16string_view other);
 

@@ -1,31 +1,26 @@
-#include <algorithm>
-#include <cstddef>
-#include <optional>
-#include <utility>
-#include <variant>
-#include <vector>
-
-#include "platform/WindowSystem.h"
-#include "platform/host/console/Console.h"
-#include "platform/host/console/InputLine.h"
-#include "platform/host/console/Painting.h"
-#include "platform/host/console/TextLayout.h"
-#include "platform/host/console/WindowTable.h"
+#include "platform/host/console/ActiveWindow.h"
+#include "platform/host/console/Dialog.h"
 
 namespace platform {
 
 namespace {
 
-using host::Canvas;
-using host::TextScreen;
-
-struct Button {
-    std::u16string caption;
-    std::int32_t answer;
-};
+using host::Dialog;
+using host::DialogControl;
 
 constexpr std::uint32_t ButtonsMask = 0x0F;
 constexpr std::uint32_t IconMask = 0xF0;
+
+constexpr Colour White = 0xFFFFFF;
+constexpr Colour Black = 0x000000;
+constexpr Colour Red = 0x0000FF;
+constexpr Colour Yellow = 0x00FFFF;
+constexpr Colour Blue = 0xFF0000;
+
+struct Button {
+    const char16_t* caption;
+    std::int32_t answer;
+};
 
 std::vector<Button> ButtonsOfType(std::uint32_t type) {
     if ((type & ButtonsMask) == ButtonsYesNoCancel) {
@@ -34,112 +29,37 @@ std::vector<Button> ButtonsOfType(std::uint32_t type) {
     return {{u"OK", AnswerOk}};
 }
 
-std::vector<std::optional<std::u16string>> Captions(const std::vector<Button>& buttons) {
-    std::vector<std::optional<std::u16string>> captions;
-    captions.reserve(buttons.size());
-    for (const Button& button : buttons) {
-        captions.emplace_back(button.caption);
-    }
-    return captions;
-}
-
-std::pair<std::u32string, Colour> IconOfType(std::uint32_t type) {
+// The icon as a word on its colour.
+DialogControl IconOfType(std::uint32_t type) {
+    const auto icon = [](const char16_t* word, Colour background, Colour text) {
+        return DialogControl{{ControlKind::Label, word, {}}, {}, background, text};
+    };
     switch (type & IconMask) {
         case IconCritical:
-            return {U"✖", host::RedText};
+            return icon(u"Fehler", Red, White);
         case IconQuestion:
-            return {U"?", host::BlueText};
+            return icon(u"Frage", Blue, White);
         case IconExclamation:
-            return {U"⚠", host::OrangeText};
-        case IconInformation:
-            return {U"ⓘ", host::BlueText};
+            return icon(u"Warnung", Yellow, Black);
         default:
-            return {U" ", host::BlueText};
-    }
-}
-
-// The buttons stand in one row, parted by two columns; the first one has the focus.
-int ButtonRowColumns(const std::vector<Button>& buttons) {
-    int columns = -2;
-    for (std::size_t button = 0; button < buttons.size(); ++button) {
-        columns += host::ButtonColumns(host::ButtonText(button + 1, buttons[button].caption)) + 2;
-    }
-    return columns;
-}
-
-void PaintButtonRow(TextScreen& screen, const std::vector<Button>& buttons, int row, bool colours) {
-    int column = (screen.Columns() - ButtonRowColumns(buttons)) / 2;
-    for (std::size_t button = 0; button < buttons.size(); ++button) {
-        const std::u32string text = host::ButtonText(button + 1, buttons[button].caption);
-        const int columns = host::ButtonColumns(text);
-        host::PaintButton(screen, {column, row, columns, 2}, text, button == 0, colours);
-        column += columns + 2;
-    }
-}
-
-TextScreen Picture(const std::u16string& text, const std::u16string& caption, std::uint32_t type,
-                   const Canvas& canvas) {
-    constexpr int textColumn = 6;  // behind frame and icon
-    constexpr int otherColumns = textColumn + 3;
-    constexpr int widest = 66;  // longer lines are hard to read
-    const std::vector<Button> buttons = ButtonsOfType(type);
-    const std::vector<std::u32string> lines = host::WrappedLines(text, std::min(canvas.columns, widest) - otherColumns);
-    int columns = std::max(ButtonRowColumns(buttons) + 3,
-                           std::min(host::DisplayWidth(host::Printable(caption)) + 9, canvas.columns));
-    for (const std::u32string& line : lines) {
-        columns = std::max(columns, host::DisplayWidth(line) + otherColumns);
-    }
-    const int rows = static_cast<int>(lines.size());
-    TextScreen screen(std::min(columns, canvas.columns), rows + 6, host::ClientStyle);
-    const auto [icon, colour] = IconOfType(type);
-    screen.Write(3, 2, icon, {{}, colour, true});
-    for (int row = 0; row < rows; ++row) {
-        screen.Write(textColumn, row + 2, lines[static_cast<std::size_t>(row)]);
-    }
-    PaintButtonRow(screen, buttons, rows + 3, canvas.colours);
-    host::PaintFrame(screen, caption);
-    return screen;
-}
-
-std::u16string Choices(const std::vector<Button>& buttons) {
-    std::u16string choices;
-    for (const Button& button : buttons) {
-        choices += button.caption + u", ";
-    }
-    return choices + u"die Nummer davor, x zum Schließen.";
-}
-
-std::int32_t Answer(const std::u16string& text, const std::u16string& caption, std::uint32_t type) {
-    const std::vector<Button> buttons = ButtonsOfType(type);
-    host::ConsolePicture picture;
-    std::vector<std::u32string> notice;
-    for (;;) {
-        const Canvas canvas = host::ConsoleCanvas();
-        picture.Show(Picture(text, caption, type, canvas).Print(canvas.colours) +
-                     host::Footer(notice, u"Name oder Nummer · x Schließen", canvas));
-        const std::optional<std::u16string> line = host::ConsoleReadLine();
-        const host::Input input = host::InputMeaning(line, Captions(buttons), false);
-        if (const auto* const click = std::get_if<host::ClickInput>(&input)) {
-            return buttons[click->button].answer;
-        }
-        if (std::holds_alternative<host::CloseInput>(input)) {
-            return buttons.back().answer;  // the close box stands for Cancel, or for the one button
-        }
-        notice = host::UnknownInputNotice(line.value_or(u""), Choices(buttons), canvas);
+            return icon(u"Hinweis", Blue, White);
     }
 }
 
 }  // namespace
 
 std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& caption, std::uint32_t type) {
+    const std::vector<Button> buttons = ButtonsOfType(type);
+    Dialog dialog{caption, {}, false, {IconOfType(type), {{ControlKind::Label, text, {}}}}};
+    const std::size_t firstButton = dialog.controls.size();
+    for (const Button& button : buttons) {
+        dialog.controls.push_back({{ControlKind::Button, button.caption, {}}});
+    }
     const Handle owner = host::ActiveWindow();
-    const std::int32_t answer = Answer(text, caption, type);
+    const host::Act act = host::DialogShow(dialog)->Next();
     host::WindowActivate(owner);
-    return answer;
-}
-
-void MessageBeep() {
-    host::ConsoleBeep();
+    // The close box stands for Cancel, or for the one button.
+    return act.kind == host::Act::Kind::Click ? buttons.at(act.control - firstButton).answer : buttons.back().answer;
 }
 
 }  // namespace platform

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <sys/types.h>
 #include <termios.h>
 
 #include <csignal>
@@ -28,19 +27,5 @@ private:
     struct sigaction earlierInterrupt_ {};
     struct sigaction earlierQuit_ {};
 };
-
-// True when the front end talks to a person: standard input is a terminal that we hold in the foreground, or that we
-// have lent.
-bool TerminalHeld();
-
-// Lends the terminal to the process group of a program that was just started; the front end takes it back, waiting for
-// that program to end, before it next writes or reads. An earlier borrower is waited for first. Passed over when no
-// terminal is held.
-void TerminalLend(pid_t processGroup);
-
-// Takes the terminal back: waits until the borrower has ended, and restores the terminal's modes. When the borrower is
-// stopped (Ctrl-Z), we stop with it, and when we are continued, so is it. True when the terminal was lent. A borrower
-// that somebody else has waited for counts as ended.
-bool TerminalTakeBack();
 
 }  // namespace platform::host

@@ -1,136 +1,141 @@
 #include "platform/WindowSystem.h"
 
-#include <algorithm>
-#include <optional>
-#include <utility>
-#include <variant>
+#include <unistd.h>
 
-#include "platform/host/console/Console.h"
-#include "platform/host/console/InputLine.h"
-#include "platform/host/console/WindowPicture.h"
-#include "platform/host/console/WindowTable.h"
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <utility>
+
+#include "platform/host/console/ActiveWindow.h"
+#include "platform/host/console/Dialog.h"
+#include "platform/host/console/NewtView.h"
+#include "platform/host/console/Terminal.h"
 
 namespace platform {
 
 namespace {
 
-using host::HostControl;
-using host::HostWindow;
-using host::WindowOf;
+using host::Act;
+using host::Dialog;
+using host::DialogControl;
 
-// The window whose drawing is stopped, 0 for none; the desktop stands for all.
-Handle lockedWindow = 0;
+struct HostWindow {
+    Dialog dialog;
+    Size outer;  // twips
+    WindowEvents events;
+    bool visible = false;
+    bool sizeTold = false;  // the owner learns the first size when the window comes up
+    std::int32_t extendedStyle = 0;
+};
 
-bool Locked(Handle window) {
-    return lockedWindow == window || lockedWindow == GetDesktopWindow();
+std::map<Handle, HostWindow> windows;
+Handle lastWindow = GetDesktopWindow();
+Handle activeWindow = 0;
+
+// Null for a window that is gone.
+HostWindow* WindowOf(Handle window) {
+    const auto found = windows.find(window);
+    return found == windows.end() ? nullptr : &found->second;
 }
 
-// 32767 pixels at 15 twips, the largest window there is.
-std::int32_t Bounded(std::int32_t length) {
-    return std::clamp(length, 0, 32767 * 15);
+bool Shown(Handle window) {
+    const HostWindow* const found = WindowOf(window);
+    return found != nullptr && found->visible;
 }
 
-HostControl* ControlOf(Handle window, std::size_t control) {
-    HostWindow* const found = WindowOf(window);
-    return found != nullptr && control < found->controls.size() ? &found->controls[control] : nullptr;
+// What the frame adds to the client area, in twips: that of Windows' classic look at 96 dots to the inch.
+Size FrameOf(bool sizable) {
+    return sizable ? Size{120, 405} : Size{90, 375};
 }
 
-void TellResized(Handle window) {
-    WindowOf(window)->sizeTold = true;
-    if (const auto resized = WindowOf(window)->events.resized) {
+void OuterSet(HostWindow& window, Size outer) {
+    const Size frame = FrameOf(window.dialog.sizable);
+    window.outer = outer;
+    window.dialog.client = Size{std::max(outer.width - frame.width, 0), std::max(outer.height - frame.height, 0)};
+}
+
+template <typename Change>
+void WithControl(Handle window, std::size_t control, Change&& change) {
+    if (HostWindow* const found = WindowOf(window); found != nullptr && control < found->dialog.controls.size()) {
+        change(found->dialog.controls[control]);
+    }
+}
+
+// Events are called by copies, because an event may destroy the window that keeps it.
+void TellResized(HostWindow& window) {
+    window.sizeTold = true;
+    if (const auto resized = window.events.resized) {
         resized();
     }
 }
 
-std::vector<std::optional<std::u16string>> Captions(const HostWindow& window) {
-    std::vector<std::optional<std::u16string>> captions;
-    for (const std::size_t button : host::ButtonsOf(window)) {
-        const Control& design = window.controls[button].design;
-        captions.push_back(design.visible ? std::optional(design.caption) : std::nullopt);
+void TellClicked(const HostWindow& window, std::size_t control) {
+    if (const auto clicked = window.events.clicked) {
+        clicked(control);
     }
-    return captions;
-}
-
-// Does what one line of input asks of a window, and gives what the user is to be told.
-class InputService {
-public:
-    InputService(Handle window, std::optional<std::u16string> line) : window_(window), line_(std::move(line)) {}
-
-    std::vector<std::u32string> Serve() {
-        const HostWindow& window = *WindowOf(window_);
-        return std::visit(*this, host::InputMeaning(line_, Captions(window), window.sizable));
-    }
-
-    std::vector<std::u32string> operator()(const host::ClickInput& input) const {
-        const HostWindow& window = *WindowOf(window_);
-        const std::size_t control = host::ButtonsOf(window)[input.button];
-        if (const auto clicked = window.events.clicked) {
-            clicked(control);
-        }
-        return {};
-    }
-
-    std::vector<std::u32string> operator()(const host::ToolTipsInput&) const {
-        return host::ToolTipLines(*WindowOf(window_), host::ConsoleCanvas());
-    }
-
-    std::vector<std::u32string> operator()(const host::CloseInput&) const {
-        WindowDestroy(window_);
-        return {};
-    }
-
-    std::vector<std::u32string> operator()(const host::SizeInput& input) const {
-        WindowOuterSize(window_, input.outer);
-        return {};
-    }
-
-    std::vector<std::u32string> operator()(const host::UnknownInput&) const {
-        return host::UnknownInputNotice(line_.value_or(u""), host::WindowChoices(*WindowOf(window_)),
-                                        host::ConsoleCanvas());
-    }
-
-private:
-    Handle window_;
-    std::optional<std::u16string> line_;
-};
-
-std::string Drawing(const HostWindow& window, const std::vector<std::u32string>& notice) {
-    const host::Canvas canvas = host::ConsoleCanvas();
-    return host::WindowPicture(window, canvas).Print(canvas.colours) +
-           host::Footer(notice, host::WindowHint(window), canvas);
 }
 
 void ServeEvents(Handle window) {
-    host::ConsolePicture picture;
-    std::vector<std::u32string> notice;
-    while (host::WindowShown(window)) {
-        if (!Locked(window)) {
-            picture.Show(Drawing(*WindowOf(window), notice));
+    if (!Shown(window)) {
+        return;
+    }
+    const std::unique_ptr<host::DialogView> view = host::DialogShow(WindowOf(window)->dialog);
+    while (Shown(window)) {
+        const Act act = view->Next();
+        switch (act.kind) {
+            case Act::Kind::Click:
+                TellClicked(*WindowOf(window), act.control);
+                break;
+            case Act::Kind::Close:
+                WindowDestroy(window);
+                break;
+            case Act::Kind::Resize:
+                WindowOuterSize(window, host::NewtScreenSize().value_or(WindowOuterSize(window)));
+                view->Update(WindowOf(window)->dialog);
+                break;
         }
-        notice = InputService(window, host::ConsoleReadLine()).Serve();
     }
 }
 
 }  // namespace
 
-Handle WindowCreate(const WindowDesign& design, WindowEvents events) {
-    const Size frame = host::FrameOf(design.sizable);
-    HostWindow window{design.caption,
-                      design.sizable,
-                      {Bounded(design.client.width + frame.width), Bounded(design.client.height + frame.height)},
-                      {},
-                      std::move(events)};
-    for (const Control& control : design.controls) {
-        window.controls.push_back({control});
+namespace host {
+
+Handle ActiveWindow() {
+    return activeWindow;
+}
+
+void WindowActivate(Handle window) {
+    if (!Shown(window)) {
+        return;
     }
-    return host::WindowAdd(std::move(window));
+    activeWindow = window;
+    if (const auto activated = WindowOf(window)->events.activated) {
+        activated();
+    }
+}
+
+}  // namespace host
+
+Handle WindowCreate(const WindowDesign& design, WindowEvents events) {
+    const Size frame = FrameOf(design.sizable);
+    HostWindow window{{design.caption, design.client, design.sizable, {}},
+                      {design.client.width + frame.width, design.client.height + frame.height},
+                      std::move(events)};
+    if (const std::optional<Size> screen = host::NewtScreenSize(); screen && design.sizable) {
+        OuterSet(window, *screen);
+    }
+    for (const Control& control : design.controls) {
+        window.dialog.controls.push_back({control});
+    }
+    lastWindow += 2;
+    windows.emplace(lastWindow, std::move(window));
+    return lastWindow;
 }
 
 void WindowShowModal(Handle window) {
-    if (WindowOf(window) == nullptr) {
-        return;
-    }
-    const Handle earlier = host::ActiveWindow();
+    const Handle earlier = activeWindow;
     ShowWindow(window, ShowShow);
     ServeEvents(window);
     if (earlier != window) {
@@ -138,39 +143,33 @@ void WindowShowModal(Handle window) {
     }
 }
 
+// The events' owner may call back while they are released, and finds the window gone.
 void WindowDestroy(Handle window) noexcept {
-    host::WindowRemove(window);
+    activeWindow = activeWindow == window ? 0 : activeWindow;
+    const auto removed = windows.extract(window);
 }
 
 void ControlCaption(Handle window, std::size_t control, const std::u16string& caption) {
-    if (HostControl* const found = ControlOf(window, control)) {
-        found->design.caption = caption;
-    }
+    WithControl(window, control, [&](DialogControl& found) { found.design.caption = caption; });
 }
 
 void ControlToolTip(Handle window, std::size_t control, const std::u16string& text) {
-    if (HostControl* const found = ControlOf(window, control)) {
-        found->toolTip = text;
-    }
+    WithControl(window, control, [&](DialogControl& found) { found.toolTip = text; });
 }
 
 void ControlColours(Handle window, std::size_t control, Colour background, Colour text) {
-    if (HostControl* const found = ControlOf(window, control)) {
-        found->background = background;
-        found->text = text;
-    }
+    WithControl(window, control, [&](DialogControl& found) {
+        found.background = background;
+        found.text = text;
+    });
 }
 
 void ControlVisible(Handle window, std::size_t control, bool visible) {
-    if (HostControl* const found = ControlOf(window, control)) {
-        found->design.visible = visible;
-    }
+    WithControl(window, control, [&](DialogControl& found) { found.design.visible = visible; });
 }
 
 void ControlPlace(Handle window, std::size_t control, const Rectangle& place) {
-    if (HostControl* const found = ControlOf(window, control)) {
-        found->design.place = place;
-    }
+    WithControl(window, control, [&](DialogControl& found) { found.design.place = place; });
 }
 
 Size WindowOuterSize(Handle window) {
@@ -181,10 +180,9 @@ Size WindowOuterSize(Handle window) {
 // The size that a window has already is no change, and not told again.
 void WindowOuterSize(Handle window, Size size) {
     HostWindow* const found = WindowOf(window);
-    const Size bounded{Bounded(size.width), Bounded(size.height)};
-    if (found != nullptr && (found->outer.width != bounded.width || found->outer.height != bounded.height)) {
-        found->outer = bounded;
-        TellResized(window);
+    if (found != nullptr && (found->outer.width != size.width || found->outer.height != size.height)) {
+        OuterSet(*found, size);
+        TellResized(*found);
     }
 }
 
@@ -192,11 +190,8 @@ Handle GetDesktopWindow() {
     return 0x10010;
 }
 
-bool LockWindowUpdate(Handle window) {
-    if (window != 0 && lockedWindow != 0) {
-        return false;
-    }
-    lockedWindow = window;
+// Nothing is drawn between two events.
+bool LockWindowUpdate(Handle /*window*/) {
     return true;
 }
 
@@ -207,33 +202,36 @@ bool ShowWindow(Handle window, std::int32_t command) {
     }
     const bool earlier = std::exchange(found->visible, command != ShowHide);
     if (command == ShowHide) {
-        host::WindowDeactivate(window);
+        activeWindow = activeWindow == window ? 0 : activeWindow;
         return earlier;
     }
     if (!found->sizeTold) {
-        TellResized(window);
+        TellResized(*found);
     }
-    if (host::ActiveWindow() != window) {
+    if (activeWindow != window) {
         host::WindowActivate(window);
     }
     return earlier;
 }
 
-std::int32_t GetWindowLongA(Handle window, std::int32_t index) {
+std::int32_t GetWindowLongA(Handle window, std::int32_t /*index*/) {
     const HostWindow* const found = WindowOf(window);
-    if (found == nullptr) {
-        return 0;
-    }
-    const auto number = found->longs.find(index);
-    return number == found->longs.end() ? 0 : number->second;
+    return found == nullptr ? 0 : found->extendedStyle;
 }
 
-std::int32_t SetWindowLongA(Handle window, std::int32_t index, std::int32_t number) {
+std::int32_t SetWindowLongA(Handle window, std::int32_t /*index*/, std::int32_t number) {
     HostWindow* const found = WindowOf(window);
-    return found == nullptr ? 0 : std::exchange(found->longs[index], number);
+    return found == nullptr ? 0 : std::exchange(found->extendedStyle, number);
 }
 
-// Input waits in its stream until the window asks for the next line: nothing is ever pending.
+void MessageBeep() {
+    if (host::HasTerminal()) {
+        constexpr char bell = '\a';
+        static_cast<void>(write(STDOUT_FILENO, &bell, 1));
+    }
+}
+
+// What is typed waits in its stream until a dialog asks for the next act: nothing is ever pending, and no key is lost.
 void DoEvents() {
 }
 

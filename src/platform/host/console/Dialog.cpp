@@ -1,0 +1,46 @@
+#include "platform/host/console/Dialog.h"
+
+#include <algorithm>
+
+#include "platform/host/Unicode.h"
+#include "platform/host/console/LineView.h"
+#include "platform/host/console/NewtView.h"
+
+namespace platform::host {
+
+namespace {
+
+bool IsControlCharacter(char16_t character) {
+    return character < u' ' || (character >= 0x7F && character < 0xA0);
+}
+
+}  // namespace
+
+std::vector<std::size_t> ButtonsOf(const Dialog& dialog) {
+    std::vector<std::size_t> buttons;
+    for (std::size_t control = 0; control < dialog.controls.size(); ++control) {
+        if (dialog.controls[control].design.kind == ControlKind::Button) {
+            buttons.push_back(control);
+        }
+    }
+    return buttons;
+}
+
+std::unique_ptr<DialogView> DialogShow(const Dialog& dialog) {
+    std::unique_ptr<DialogView> view = NewtShow(dialog);
+    return view != nullptr ? std::move(view) : std::make_unique<LineView>(dialog);
+}
+
+std::string ShownText(std::u16string_view text) {
+    std::u16string shown;
+    for (std::size_t place = 0; place < text.size(); ++place) {
+        if (text.substr(place, 2) == u"\r\n") {
+            continue;
+        }
+        const char16_t character = text[place] == u'\t' ? u' ' : text[place];
+        shown += IsControlCharacter(character) && character != u'\n' ? u'\xFFFD' : character;
+    }
+    return ToUtf8(shown);
+}
+
+}  // namespace platform::host
