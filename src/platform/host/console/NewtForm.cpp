@@ -18,18 +18,8 @@ namespace {
 
 constexpr int FrameRows = 2;
 constexpr int HelpRows = 1;
+constexpr int MostExplanationRows = 3;
 constexpr int KeyBlank = ' ';
-constexpr int ShadowRows = 1;
-constexpr int GapColumns = 2;  // between two buttons in a row
-
-// Where the terminal has room a button has a border and a shadow.
-int ButtonRows(bool roomy) {
-    return roomy ? 4 : 1;
-}
-
-int ButtonColumns(const std::string& text, bool roomy) {
-    return Columns(text) + (roomy ? 4 : 3);
-}
 
 std::string Centred(const std::string& text, int columns) {
     const int blanks = std::max(columns - Columns(text), 0);
@@ -54,14 +44,6 @@ CellArea AreaOf(const Rectangle& place, const Scale& scale) {
             std::max(Cells(place.top + place.height, scale.row) - top, 1)};
 }
 
-int MostExplanationRows(int screenRows) {
-    return screenRows < 20 ? 1 : 3;
-}
-
-int ExplanationColumns(int screenColumns) {
-    return std::max(screenColumns - 8, 1);
-}
-
 struct sigaction resizeHandler {};
 
 // The mouse support of newt takes its watch for a new screen size away at the end of each run of a form.
@@ -70,7 +52,7 @@ void WatchResize() {
 }
 
 // A row of the screen behind the windows.
-void BackgroundShow(int row, std::string text, int screenColumns) {
+void ShowBackground(int row, std::string text, int screenColumns) {
     text.resize(text.size() + static_cast<std::size_t>(std::max(screenColumns - Columns(text), 0)), ' ');
     newtDrawRootText(0, row, text.c_str());
 }
@@ -84,13 +66,18 @@ void KeepResizeHandler() {
 NewtForm::NewtForm(const Dialog& dialog, std::optional<std::size_t> focus)
     : dialog_(dialog), form_(newtForm(nullptr, nullptr, NEWT_FLAG_NOF12)) {
     newtGetScreenSize(&columns_, &rows_);
-    ExplanationErase();
+    roomy_ = columns_ >= 60 && rows_ >= 22;
+    // A box covers what the window below has explained.
+    for (int row = 1; row <= MostExplanationRows; ++row) {
+        ShowBackground(rows_ - HelpRows - row, "", columns_);
+    }
     if (dialog.client) {
+        explanationRows_ = roomy_ ? MostExplanationRows : 1;
         WindowFill();
     } else {
         BoxFill();
     }
-    KeysAdd();
+    AddKeys();
     newtComponentAddCallback(form_, FocusMoved, this);
     for (const Button& button : buttons_) {
         if (button.control == focus) {
@@ -155,13 +142,10 @@ std::u16string NewtForm::Explanation() const {
 // The places of the design, to the scale of the terminal.
 void NewtForm::WindowFill() {
     const Size client = *dialog_.client;
-    const int mostRows = rows_ - HelpRows - ExplanationRows() - FrameRows;
-    Scale scale{80, 150};  // room for buttons with a border
-    bool roomy = client.width / scale.column < columns_ - 4 && client.height / scale.row < mostRows;
+    const int mostRows = rows_ - HelpRows - explanationRows_ - FrameRows;
+    Scale scale = roomy_ ? Scale{80, 150} : Scale{100, 300};  // a button with a border takes three rows
     if (dialog_.sizable) {
         scale = {client.width / (columns_ - 2.0), client.height / std::max(1.0, mostRows * 1.0)};
-    } else if (!roomy) {
-        scale = {100, 300};
     }
     const int width = Cells(client.width, scale.column);
     const int height = Cells(client.height, scale.row);
@@ -171,79 +155,56 @@ void NewtForm::WindowFill() {
     for (const std::size_t button : ButtonsOf(dialog_)) {
         captionColumns = std::max(captionColumns, Columns(ShownText(dialog_.controls[button].design.caption)) + 2);
     }
-    std::size_t number = 0;
     for (std::size_t control = 0; control < dialog_.controls.size(); ++control) {
         const DialogControl& found = dialog_.controls[control];
         const CellArea area = AreaOf(found.design.place, scale);
         if (found.design.kind == ControlKind::Button) {
-            const std::string text = std::to_string(++number) + " " + ShownText(found.design.caption);
-            ButtonAdd(control, Centred(text, captionColumns), area.left, area.top, roomy);
+            const std::string text = std::to_string(buttons_.size() + 1) + " " + ShownText(found.design.caption);
+            newtFormAddComponent(form_, AddButton(control, Centred(text, captionColumns), area.left, area.top));
         } else if (found.design.visible) {
-            LabelAdd(found,
-                     area.height > 1 ? area : CellArea{area.left, area.top, width - area.left, height - area.top});
+            labels_.push_back(std::make_unique<NewtLabel>(
+                form_, found,
+                area.height > 1 ? area : CellArea{area.left, area.top, width - area.left, height - area.top}));
+            scrolled_ = labels_.back()->Scrolls() ? labels_.back().get() : scrolled_;
         }
     }
 }
 
 // One label below the other, and the buttons in a row below them.
 void NewtForm::BoxFill() {
-    const bool roomy = rows_ >= 20 && columns_ >= 60;
-    const int margin = roomy ? 3 : 1;
-    const int mostColumns = std::max(std::min(columns_ - 4, 66) - 2 * margin, 1);
-    const int endOfText = rows_ - HelpRows - FrameRows - ShadowRows - ButtonRows(roomy) - 1;
-    const std::string caption = ShownText(dialog_.caption);
-    int columns = std::max(BoxButtonColumns(roomy), std::min(Columns(caption) + 4, mostColumns));
-    int row = roomy ? 1 : 0;
-    std::vector<std::pair<const DialogControl*, CellArea>> labels;
+    const std::vector<std::size_t> buttons = ButtonsOf(dialog_);
+    const auto labels = static_cast<int>(dialog_.controls.size() - buttons.size());
+    const newtGrid grid = newtCreateGrid(1, labels + 1);
+    const newtGrid row = newtCreateGrid(static_cast<int>(buttons.size()), 1);
+    int field = 0;
     for (const DialogControl& control : dialog_.controls) {
         if (control.design.kind == ControlKind::Label) {
-            const TextSize text = WrappedSize(ShownText(control.design.caption), mostColumns);
-            const int height = std::clamp(text.rows, 1, std::max(endOfText - row, 1));
-            labels.emplace_back(&control,
-                                CellArea{margin, row, height < text.rows ? mostColumns : text.columns, height});
-            columns = std::max(columns, labels.back().second.width);
-            row += height;
+            newtGridSetField(grid, 0, field++, NEWT_GRID_COMPONENT, WrappedLabel(control, columns_ - 8), 0, 0, 0, 0,
+                             NEWT_ANCHOR_LEFT, 0);
         }
     }
-    const int width = columns + 2 * margin;
-    const int height = row + 1 + ButtonRows(roomy);
-    newtOpenWindow(std::max((columns_ - width) / 2, 1), std::max((rows_ - HelpRows - height) / 2, 1),
-                   static_cast<unsigned>(width), static_cast<unsigned>(height), caption.c_str());
-    int column = (width - BoxButtonColumns(roomy)) / 2;
-    for (const std::size_t button : ButtonsOf(dialog_)) {
-        const std::string text = ShownText(dialog_.controls[button].design.caption);
-        ButtonAdd(button, text, column, row + 1, roomy);
-        column += ButtonColumns(text, roomy) + GapColumns;
+    newtGridSetField(grid, 0, field, NEWT_GRID_SUBGRID, row, 0, 1, 0, 0, 0, NEWT_GRID_FLAG_GROWX);
+    field = 0;
+    for (const std::size_t button : buttons) {
+        const newtComponent component = AddButton(button, ShownText(dialog_.controls[button].design.caption), -1, -1);
+        newtGridSetField(row, field, 0, NEWT_GRID_COMPONENT, component, field == 0 ? 0 : 2, 0, 0, 0, 0, 0);
+        ++field;
     }
-    for (const auto& [label, area] : labels) {
-        LabelAdd(*label, area);
-    }
+    std::string caption = ShownText(dialog_.caption);
+    newtGridWrappedWindow(grid, caption.data());
+    newtGridAddComponentsToForm(grid, form_, 1);
+    newtGridFree(grid, 1);
 }
 
-int NewtForm::BoxButtonColumns(bool roomy) const {
-    int columns = -GapColumns;
-    for (const std::size_t button : ButtonsOf(dialog_)) {
-        columns += ButtonColumns(ShownText(dialog_.controls[button].design.caption), roomy) + GapColumns;
-    }
-    return columns;
-}
-
-void NewtForm::LabelAdd(const DialogControl& label, const CellArea& area) {
-    labels_.push_back(std::make_unique<NewtLabel>(form_, label, area));
-    if (labels_.back()->Scrolls()) {
-        scrolled_ = labels_.back().get();
-    }
-}
-
-void NewtForm::ButtonAdd(std::size_t control, const std::string& text, int column, int row, bool roomy) {
+newtComponent NewtForm::AddButton(std::size_t control, const std::string& text, int column, int row) {
     const newtComponent button =
-        roomy ? newtButton(column, row, text.c_str()) : newtCompactButton(column, row, text.c_str());
-    newtFormAddComponent(form_, button);
+        roomy_ ? newtButton(column, row, text.c_str()) : newtCompactButton(column, row, text.c_str());
     buttons_.push_back({control, button});
+    return button;
 }
 
-void NewtForm::KeysAdd() {
-    for (const int key : {int{NEWT_KEY_ESCAPE}, NEWT_KEY_RESIZE, NEWT_KEY_F1, KeyInterrupt, KeyRedraw}) {
+void NewtForm::AddKeys() {
+    for (const int key : {int{NEWT_KEY_ESCAPE}, NEWT_KEY_RESIZE, KeyInterrupt, KeyRedraw}) {
         newtFormAddHotKey(form_, key);
     }
     for (int key = KeyBlank + 1; key < 0x7F; ++key) {
@@ -252,13 +213,9 @@ void NewtForm::KeysAdd() {
         }
     }
     if (scrolled_ != nullptr) {
-        for (const int key : {NEWT_KEY_PGUP, NEWT_KEY_PGDN, NEWT_KEY_HOME, NEWT_KEY_END}) {
+        for (const int key : {NEWT_KEY_UP, NEWT_KEY_DOWN, NEWT_KEY_PGUP, NEWT_KEY_PGDN, NEWT_KEY_HOME, NEWT_KEY_END}) {
             newtFormAddHotKey(form_, key);
         }
-    }
-    if (scrolled_ != nullptr && buttons_.empty()) {
-        newtFormAddHotKey(form_, NEWT_KEY_UP);
-        newtFormAddHotKey(form_, NEWT_KEY_DOWN);
     }
 }
 
@@ -300,66 +257,29 @@ void NewtForm::FocusMoved(newtComponent /*form*/, void* self) {
     static_cast<const NewtForm*>(self)->ExplanationShow();
 }
 
-// Takes away what the dialog below has explained.
-void NewtForm::ExplanationErase() const {
-    for (int row = 0; row < MostExplanationRows(rows_); ++row) {
-        BackgroundShow(rows_ - HelpRows - 1 - row, "", columns_);
-    }
-}
-
-// In the rows above the help line. Where they do not hold it, F1 shows the whole.
+// In the rows above the help line, as far as they hold it.
 void NewtForm::ExplanationShow() const {
-    const auto rows = static_cast<std::size_t>(ExplanationRows());
-    std::vector<std::string> lines = WrappedLines(ShownText(Explanation()), ExplanationColumns(columns_));
+    const auto rows = static_cast<std::size_t>(explanationRows_);
+    const int width = std::max(columns_ - 4, 1);
+    std::vector<std::string> lines = WrappedLines(ShownText(Explanation()), width);
     if (lines.size() > rows && rows > 0) {
-        lines[rows - 1] = FirstColumns(lines[rows - 1] + " " + lines[rows], ExplanationColumns(columns_)) + "… F1";
+        lines[rows - 1] = FirstColumns(lines[rows - 1] + " " + lines[rows], width - 1) + "…";
     }
     lines.resize(rows);
-    int row = rows_ - HelpRows - static_cast<int>(rows);
+    int row = rows_ - HelpRows - explanationRows_;
     for (const std::string& line : lines) {
-        BackgroundShow(row++, " " + line, columns_);
+        ShowBackground(row++, " " + line, columns_);
     }
 }
 
-// As many as the longest explanation takes, as far as the screen has room.
-int NewtForm::ExplanationRows() const {
-    std::vector<std::u16string> explanations{Explanation()};
-    for (const DialogControl& control : dialog_.controls) {
-        explanations.push_back(control.toolTip);
-    }
-    int rows = 0;
-    for (const std::u16string& explanation : explanations) {
-        rows = std::max(rows, WrappedSize(ShownText(explanation), ExplanationColumns(columns_)).rows);
-    }
-    return std::min(rows, MostExplanationRows(rows_));
-}
-
-// How to move, as far as there is room for it.
 std::string NewtForm::HelpLine() const {
-    std::vector<std::string> parts;
-    if (scrolled_ != nullptr) {
-        parts.emplace_back(buttons_.empty() ? "Pfeile, Bild auf/ab Blättern" : "Bild auf/ab Blättern");
+    const std::string end = dialog_.client ? "Esc Ende" : "Esc Zurück";
+    if (buttons_.empty()) {
+        return " Pfeile, Bild auf/ab Blättern  " + end;
     }
-    if (buttons_.size() > 1) {
-        parts.emplace_back("Tab Wählen");
-    }
-    if (!buttons_.empty()) {
-        parts.emplace_back("Enter Drücken");
-    }
-    parts.emplace_back(dialog_.client ? "Esc Ende" : "Esc Zurück");
-    if (ExplanationRows() > 0) {
-        parts.emplace_back("F1 Erklärung");
-    }
-    if (buttons_.size() > 1) {
-        parts.emplace_back("Ziffer, Anfangsbuchstabe Sofort");
-    }
-    std::string line;
-    for (const std::string& part : parts) {
-        if (Columns(line + part) + 2 < columns_) {
-            line += (line.empty() ? " " : "  ") + part;
-        }
-    }
-    return line;
+    const std::string help = " Tab Wählen  Enter Drücken  " + end;
+    const std::string more = "  Ziffer, Anfangsbuchstabe Sofort";
+    return Columns(help + more) < columns_ ? help + more : help;
 }
 
 }  // namespace platform::host

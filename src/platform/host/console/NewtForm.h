@@ -37,8 +37,6 @@ public:
 
     NewtInput Run();
     [[nodiscard]] std::optional<std::size_t> Focus() const;
-    // What there is to tell of the dialog, or of the button that has the focus.
-    [[nodiscard]] std::u16string Explanation() const;
 
 private:
     struct Button {
@@ -49,21 +47,21 @@ private:
     [[nodiscard]] bool IsOutgrown() const;
     void WindowFill();
     void BoxFill();
-    [[nodiscard]] int BoxButtonColumns(bool roomy) const;
-    void LabelAdd(const DialogControl& label, const CellArea& area);
-    void ButtonAdd(std::size_t control, const std::string& text, int column, int row, bool roomy);
-    void KeysAdd();
+    newtComponent AddButton(std::size_t control, const std::string& text, int column, int row);
+    void AddKeys();
     [[nodiscard]] std::optional<std::size_t> PressedBy(int key) const;
     bool Scrolled(int key);
     static void FocusMoved(newtComponent form, void* self);
-    void ExplanationErase() const;
+    // What there is to tell of the dialog, or of the button that has the focus.
+    [[nodiscard]] std::u16string Explanation() const;
     void ExplanationShow() const;
-    [[nodiscard]] int ExplanationRows() const;
     [[nodiscard]] std::string HelpLine() const;
 
     const Dialog& dialog_;
     int columns_ = 0;  // of the screen
     int rows_ = 0;
+    bool roomy_ = false;  // enough room for buttons with a border
+    int explanationRows_ = 0;
     newtComponent form_;
     std::vector<Button> buttons_;
     std::vector<std::unique_ptr<NewtLabel>> labels_;

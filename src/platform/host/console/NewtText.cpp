@@ -9,7 +9,7 @@ namespace platform::host {
 
 namespace {
 
-// What a failure in a text begins with, as the reports of this house mark it.
+// What a failure in a text begins with, as the reports mark it.
 constexpr std::string_view FailureMark = "***";
 
 // The nearest of a terminal's eight colours, by name and by number.
@@ -30,6 +30,13 @@ int ColourSet(Colour background, Colour text) {
     const int colours = NEWT_COLORSET_CUSTOM(ground * 8 + front);
     newtSetColor(colours, ColourName(front), ColourName(ground));
     return colours;
+}
+
+void SetColours(newtComponent box, const DialogControl& label) {
+    if (label.background && label.text) {
+        const int colours = ColourSet(*label.background, *label.text);
+        newtTextboxSetColors(box, colours, colours);
+    }
 }
 
 std::vector<std::string> Lines(const std::string& text) {
@@ -66,13 +73,12 @@ std::vector<std::string> WrappedLines(const std::string& text, int columns) {
     return Lines(wrapped.get());
 }
 
-TextSize WrappedSize(const std::string& text, int columns) {
-    const std::vector<std::string> lines = WrappedLines(text, columns);
-    int widest = 0;
-    for (const std::string& line : lines) {
-        widest = std::max(widest, Columns(line));
-    }
-    return {widest, static_cast<int>(lines.size())};
+newtComponent WrappedLabel(const DialogControl& label, int columns) {
+    constexpr int mostColumns = 60;
+    std::string text = ShownText(label.design.caption);
+    const newtComponent box = newtTextboxReflowed(-1, -1, text.data(), std::clamp(columns, 1, mostColumns), 0, 0, 0);
+    SetColours(box, label);
+    return box;
 }
 
 NewtLabel::NewtLabel(newtComponent form, const DialogControl& label, const CellArea& area)
@@ -80,10 +86,7 @@ NewtLabel::NewtLabel(newtComponent form, const DialogControl& label, const CellA
     const bool scrolls = static_cast<int>(lines_.size()) > rows_ && rows_ > 1;
     const int width = std::max(area.width - (scrolls ? 1 : 0), 1);
     text_ = newtTextbox(area.left, area.top, width, rows_, 0);
-    if (label.background && label.text) {
-        const int colours = ColourSet(*label.background, *label.text);
-        newtTextboxSetColors(text_, colours, colours);
-    }
+    SetColours(text_, label);
     newtFormAddComponent(form, text_);
     if (scrolls) {
         lines_ = WrappedLines(ShownText(label.design.caption), width);

@@ -9,7 +9,6 @@
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
-#include <ranges>
 #include <string_view>
 #include <utility>
 
@@ -144,22 +143,8 @@ private:
             case KeyRedraw:
                 AllRedraw();
                 return dialog_.sizable ? std::optional(Act{Act::Kind::Resize}) : std::nullopt;
-            case NEWT_KEY_F1:
-                ExplanationShow();
-                return std::nullopt;
             default:  // the terminal is gone
                 return Act{Act::Kind::Close};
-        }
-    }
-
-    void ExplanationShow() const {
-        const std::u16string explanation = form_->Explanation();
-        if (!explanation.empty()) {
-            NewtView({dialog_.caption,
-                      {},
-                      false,
-                      {{{ControlKind::Label, explanation, {}}}, {{ControlKind::Button, u"OK", {}}}}})
-                .Next();
         }
     }
 
@@ -169,8 +154,8 @@ private:
 };
 
 void AllRedraw() {
-    for (NewtView* const view : views | std::views::reverse) {
-        view->Erase();
+    for (auto view = views.rbegin(); view != views.rend(); ++view) {
+        (*view)->Erase();
     }
     newtResizeScreen(0);
     SLsmg_reinit_smg();  // a screen that has grown needs more memory, and one that was reflowed is drawn anew
