@@ -85,7 +85,7 @@ std::string FolderPath(SuiteFolder suiteFolder) {
 
 // Where the file is or would be on the host's disk. Its folders are made level by level, because one that is there may
 // be spelled in other letter case.
-platform::host::DrivePlace PlaceMade(const std::string& path) {
+platform::host::DrivePlace MakePlace(const std::string& path) {
     if (!platform::host::FindPlace("C:\\").IsFolder()) {
         std::filesystem::create_directories(platform::host::MachineFolder() / "drives" / "c");
     }
@@ -101,7 +101,7 @@ platform::host::DrivePlace PlaceMade(const std::string& path) {
 
 void AddFile(const SuiteComponent& component) {
     const std::string path = FolderPath(component.folder) + std::string(component.file);
-    const platform::host::DrivePlace place = PlaceMade(path);
+    const platform::host::DrivePlace place = MakePlace(path);
     if (place.status == platform::StatusSuccess) {
         return;
     }
@@ -114,25 +114,10 @@ void AddFile(const SuiteComponent& component) {
     std::filesystem::last_write_time(place.path, ReleaseTime());
 }
 
-// Adds a line to one of the machine's own files.
-void AddLine(const char* fileName, const std::string& line) {
-    std::filesystem::create_directories(platform::host::MachineFolder());
-    std::ofstream(platform::host::MachineFolder() / fileName, std::ios::app) << line << '\n';
-}
-
-// A value of the key `path` below `root`, the key created where it is missing.
-void AddValue(platform::Handle root, const std::string& path, const std::string& name, std::uint32_t type,
-              std::string_view data) {
-    platform::Handle key = 0;
-    std::uint32_t disposition = 0;
-    platform::Status status = platform::RegCreateKeyExA(root, path, "", 0, platform::KeySetValue, key, disposition);
-    if (status == platform::StatusSuccess) {
-        status = platform::RegSetValueExA(key, name, type, data);
-        platform::RegCloseKey(key);
-    }
-    if (status != platform::StatusSuccess) {
-        throw std::runtime_error("the machine's registry refuses " + path);
-    }
+bool IsUnset(platform::Handle key, const std::string& name) {
+    std::uint32_t type = platform::RegNone;
+    std::uint32_t size = 0;
+    return platform::RegQueryValueExA(key, name, type, {}, size) == platform::StatusFileNotFound;
 }
 
 void AddRegistration(const Registration& registration) {
@@ -160,10 +145,40 @@ void AddCorePackage() {
 
 }  // namespace
 
+void AppendLine(const std::filesystem::path& path, const std::string& line) {
+    std::filesystem::create_directories(path.parent_path());
+    std::ifstream earlier(path, std::ios::binary | std::ios::ate);
+    const bool endsInLine =
+        !earlier || earlier.tellg() <= 0 || (earlier.seekg(-1, std::ios::end), earlier.get() == '\n');
+    std::ofstream file(path, std::ios::binary | std::ios::app);
+    file << (endsInLine ? "" : "\n") << line << '\n' << std::flush;
+    if (!file) {
+        throw std::runtime_error("cannot write " + path.native());
+    }
+}
+
+bool AddValue(platform::Handle root, const std::string& path, const std::string& name, std::uint32_t type,
+              std::string_view data) {
+    platform::Handle key = 0;
+    std::uint32_t disposition = 0;
+    platform::Status status =
+        platform::RegCreateKeyExA(root, path, "", 0, platform::KeyQueryValue + platform::KeySetValue, key, disposition);
+    const bool isUnset = status == platform::StatusSuccess && IsUnset(key, name);
+    if (isUnset) {
+        status = platform::RegSetValueExA(key, name, type, data);
+    }
+    platform::RegCloseKey(key);
+    if (status != platform::StatusSuccess) {
+        throw std::runtime_error("the registry refuses " + path + ": " + std::to_string(status));
+    }
+    return isUnset;
+}
+
 void InstalledSuiteAdd(const std::set<std::string>& without) {
     for (const Folder& folder : Folders) {
         if (platform::GetEnvironmentVariableA(folder.variable).empty()) {
-            AddLine("environment", std::string(folder.variable) + "=" + folder.usual);
+            AppendLine(platform::host::MachineFolder() / "environment",
+                       std::string(folder.variable) + "=" + folder.usual);
         }
     }
     for (const SuiteComponent& component : SuiteComponents) {
@@ -180,7 +195,7 @@ void InstalledSuiteAdd(const std::set<std::string>& without) {
     std::int32_t result = 0;
     const std::string library = FolderPath(SuiteFolder::System) + "sevDTA30.dll";
     if (platform::CallTextFunction(library, "sevDTA_Init", "", result) != platform::StatusSuccess) {
-        AddLine("components", "sevDTA30.dll!sevDTA_Init=0");
+        AppendLine(platform::host::MachineFolder() / "components", "sevDTA30.dll!sevDTA_Init=0");
     }
 }
 

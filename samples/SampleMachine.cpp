@@ -50,7 +50,7 @@ void Tell(std::string_view what, std::string_view name) {
 }
 
 // Goes down level by level, because one that is there may be spelled in other letter case.
-void FolderMade(const fs::path& machine, const std::string& path) {
+void MakeFolder(const fs::path& machine, const std::string& path) {
     bool made = fs::create_directories(platform::host::FindPlace("C:\\").IsFolder() ? machine : machine / "drives/c");
     for (std::size_t end = path.find('\\'); end != std::string::npos;) {
         end = path.find('\\', end + 1);
@@ -71,12 +71,7 @@ void Append(const fs::path& path, std::string_view text) {
     }
 }
 
-bool EndsInLine(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary | std::ios::ate);
-    return !file || file.tellg() <= 0 || (file.seekg(-1, std::ios::end), file.get() == '\n');
-}
-
-void EnvironmentMade(const fs::path& machine) {
+void MakeEnvironment(const fs::path& machine) {
     const fs::path path = machine / "environment";
     const auto present = platform::host::MachineEnvironment();
     std::istringstream lines{EnvironmentText};
@@ -85,13 +80,13 @@ void EnvironmentMade(const fs::path& machine) {
         if (present.contains(platform::CharUpperW(platform::host::FromUtf8(name)))) {
             Tell("kept  ", "environment: " + name);
         } else {
-            Append(path, (EndsInLine(path) ? "" : "\n") + line + "\n");
+            AppendLine(path, line);
             Tell("made  ", "environment: " + line);
         }
     }
 }
 
-void ProgramMade(const std::string& path, std::string_view text) {
+void MakeProgram(const std::string& path, std::string_view text) {
     const platform::host::DrivePlace place = platform::host::FindPlace(path);
     if (place.status == platform::StatusSuccess) {
         Tell("kept  ", path);
@@ -107,41 +102,24 @@ void ProgramMade(const std::string& path, std::string_view text) {
     Tell("made  ", path);
 }
 
-bool IsUnset(platform::Handle key, const char* name) {
-    std::uint32_t type = platform::RegNone;
-    std::uint32_t size = 0;
-    return platform::RegQueryValueExA(key, name, type, {}, size) == platform::StatusFileNotFound;
-}
-
-void ClassValueMade(const ClassValue& value) {
-    platform::Handle key = 0;
-    std::uint32_t disposition = 0;
-    platform::Status status = platform::RegCreateKeyExA(
-        platform::KeyClassesRoot, value.key, "", 0, platform::KeyQueryValue + platform::KeySetValue, key, disposition);
-    const bool unset = status == platform::StatusSuccess && IsUnset(key, value.name);
-    if (unset) {
-        status = platform::RegSetValueExA(key, value.name, value.type, value.data);
-    }
-    platform::RegCloseKey(key);
-    if (status != platform::StatusSuccess) {
-        throw std::runtime_error("the registry refuses " + std::string(value.key) + ": " + std::to_string(status));
-    }
-    Tell(unset ? "made  " : "kept  ",
+void AddClassValue(const ClassValue& value) {
+    const bool added = AddValue(platform::KeyClassesRoot, value.key, value.name, value.type, value.data);
+    Tell(added ? "made  " : "kept  ",
          "HKEY_CLASSES_ROOT\\" + std::string(value.key) + (*value.name == 0 ? "" : ": ") + value.name);
 }
 
-void MachineMade(const fs::path& machine, const std::set<std::string>& without) {
+void MakeMachine(const fs::path& machine, const std::set<std::string>& without) {
     fs::create_directories(machine);
     setenv("VTV4V_MACHINE", fs::absolute(machine).c_str(), 1);
-    EnvironmentMade(machine);
-    FolderMade(machine, platform::GetEnvironmentVariableA("HOMEDRIVE") + platform::GetEnvironmentVariableA("HOMEPATH") +
+    MakeEnvironment(machine);
+    MakeFolder(machine, platform::GetEnvironmentVariableA("HOMEDRIVE") + platform::GetEnvironmentVariableA("HOMEPATH") +
                             "\\Eigene Dateien");
     for (const char* const folder : Folders) {
-        FolderMade(machine, folder);
+        MakeFolder(machine, folder);
     }
-    ProgramMade(NotepadPath, NotepadText);
+    MakeProgram(NotepadPath, NotepadText);
     for (const ClassValue& value : ClassValues) {
-        ClassValueMade(value);
+        AddClassValue(value);
     }
     InstalledSuiteAdd(without);
     Tell("made  ", "the suite's components");
@@ -153,7 +131,7 @@ struct Arguments {
 };
 
 // Nothing when the arguments cannot be understood.
-std::optional<Arguments> ArgumentsRead(const std::vector<std::string>& arguments) {
+std::optional<Arguments> ReadArguments(const std::vector<std::string>& arguments) {
     Arguments read;
     for (std::size_t place = 0; place < arguments.size(); ++place) {
         const std::string& argument = arguments[place];
@@ -171,14 +149,14 @@ std::optional<Arguments> ArgumentsRead(const std::vector<std::string>& arguments
 }  // namespace
 
 int main(int argumentCount, char* arguments[]) {
-    const std::optional<Arguments> read = ArgumentsRead({arguments + 1, arguments + argumentCount});
+    const std::optional<Arguments> read = ReadArguments({arguments + 1, arguments + argumentCount});
     if (!read) {
         std::cerr << "usage: sample-machine DIR [--without COMPONENT]...\n"
                      "COMPONENT is a row of the check's report, such as sevCmd4.ocx, vcutil1.dll or MazeWalker.exe.\n";
         return 2;
     }
     try {
-        MachineMade(read->machine, read->without);
+        MakeMachine(read->machine, read->without);
     } catch (const std::exception& error) {
         std::cerr << "sample-machine: " << error.what() << '\n';
         return 1;

@@ -15,24 +15,30 @@ packages_missing() {
 }
 
 # packages_install COMMAND=PACKAGE...
-# Installs what is missing, as far as this user and this machine can. False, with one line on standard error that names
-# the packages, when something is missing after that.
+# Installs what is missing, as far as this user and this machine can, unless $NO_INSTALL says not to. False, with the
+# packages on standard error and why they are not there, when something is missing after that.
 packages_install() {
-    local missing
+    local missing log
     mapfile -t missing < <(packages_missing "$@")
     ((${#missing[@]})) || return 0
-    if [[ $(id -u) == 0 ]] && command -v apt-get >/dev/null; then
+    if [[ -z ${NO_INSTALL:-} && $(id -u) == 0 ]] && command -v apt-get >/dev/null; then
         echo "Installing ${missing[*]}" >&2
+        log=$(mktemp)
         {
-            [[ -n $(find /var/lib/apt/lists -name '*_Packages*' -print -quit 2>/dev/null) ]] || apt-get update
-            apt-get install -y --no-install-recommends "${missing[@]}" ||
-                { apt-get update && apt-get install -y --no-install-recommends "${missing[@]}"; }
-        } >/dev/null 2>&1 </dev/null || true
+            [[ -n $(find /var/lib/apt/lists -name '*_Packages*' -print -quit 2>/dev/null) ]] || apt_get update
+            apt_get install "${missing[@]}" || { apt_get update && apt_get install "${missing[@]}"; }
+        } >"$log" 2>&1 </dev/null || tail -n 3 "$log" >&2
+        rm -f "$log"
         mapfile -t missing < <(packages_missing "$@")
         ((${#missing[@]})) || return 0
     fi
-    echo "Missing, and not installable here: ${missing[*]} (Debian packages; as root: apt-get install ${missing[*]})" >&2
+    echo "Missing: ${missing[*]} (Debian packages; as root: apt-get install ${missing[*]})" >&2
     return 1
+}
+
+# apt_get ARGUMENT...: without questions, and not before another package manager has ended.
+apt_get() {
+    DEBIAN_FRONTEND=noninteractive apt-get -y -o DPkg::Lock::Timeout=300 --no-install-recommends "$@"
 }
 
 # quietly COMMAND...

@@ -4,6 +4,7 @@
 
 #include "app/modTaskBar.h"
 #include "common/Error.h"
+#include "platform/ComponentCalls.h"
 #include "platform/Process.h"
 #include "platform/WindowSystem.h"
 #include "version/modVTV4Version.h"
@@ -102,9 +103,11 @@ bool frmVTV4V::Loaded() {
     const std::optional<Error> error = TrapError([this] { Load(); });
     if (error) {
         const Text product(MainVersions == nullptr ? MainRegistryPath : ReportingRegistryPath);
-        // A registry failure may have no description but the one that was pending; its number tells it in any case.
+        // A registry failure may have no description but the one that was pending; its number tells it in any case, and
+        // the system may have words for that.
+        const Text words = Trim(Trim(error->description) + u" " + platform::StatusText(error->number));
         FailureShow(u"Kann Versions-Einstellungen nicht laden:", product,
-                    Trim(error->description + u" (Fehler " + DecimalText(error->number) + u")"));
+                    Trim(words + u" (Fehler " + DecimalText(error->number) + u")"));
     }
     return !error;
 }

@@ -35,6 +35,8 @@ TEST_CASE("The sample machine is made, and completes one that is there") {
     TestMachine machine;
     FileContent("C:\\WINDOWS\\Notepad", "mine");
     MachineFile("environment", "homepath=\\Users\\hugo\nMINE=1");
+    MachineFile("components", "other.dll!f=1");
+    RawValueSet(platform::KeyClassesRoot, "sevPopUp2.PopUp\\CLSID", "", RawText("mine"));
     RawValueSet(platform::KeyClassesRoot, "txtfile", "", RawText("mine"));
     CHECK(ExitCodeOfSampleMachine(OnMachine("")) == 0);
     CHECK(ExitCodeOfSampleMachine(OnMachine("")) == 0);
@@ -43,12 +45,17 @@ TEST_CASE("The sample machine is made, and completes one that is there") {
     CHECK(fs::is_directory(OnMachine("drives/c/WINDOWS/System32")));
     CHECK(RawValue(platform::KeyClassesRoot, "txtfile", "") == RawText("mine"));
     CHECK(RawValue(platform::KeyClassesRoot, ".TXT", "") == RawText("txtfile"));
+    CHECK(RawValue(platform::KeyClassesRoot, "sevPopUp2.PopUp\\CLSID", "") == RawText("mine"));
+    CHECK(MachineFile("components") == "other.dll!f=1\nsevDTA30.dll!sevDTA_Init=0\n");
     machine.Environment("SystemRoot", {});
     machine.Environment("MINE", {});
     CHECK(platform::GetEnvironmentVariableA("SystemRoot") == "C:\\Windows");
     CHECK(platform::GetEnvironmentVariableA("MINE") == "1");
     CHECK(ExitCodeOfSampleMachine("") == 2);
     CHECK(ExitCodeOfSampleMachine("/dev/null/machine") == 1);
+    fs::remove(OnMachine("components"));
+    fs::create_symlink("/dev/full", OnMachine("components"));
+    CHECK(ExitCodeOfSampleMachine(OnMachine("")) == 1);
 }
 
 TEST_CASE("The sample machine's editor brings Windows text to the user's editor and back") {

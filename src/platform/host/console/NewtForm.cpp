@@ -190,7 +190,7 @@ void NewtForm::BoxFill() {
         newtGridSetField(row, field, 0, NEWT_GRID_COMPONENT, component, field == 0 ? 0 : 2, 0, 0, 0, 0, 0);
         ++field;
     }
-    std::string caption = ShownText(dialog_.caption);
+    std::string caption = FirstColumns(ShownText(dialog_.caption), columns_ - 8);
     newtGridWrappedWindow(grid, caption.data());
     newtGridAddComponentsToForm(grid, form_, 1);
     newtGridFree(grid, 1);

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
-# Checks that no file includes from a floor above its own, and that the systems stay below the seam.
+# Checks that no file includes from a layer above its own, and that the systems stay below the seam.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-floors=(platform common settings products installcheck version app)
+layers=(platform common settings products installcheck version app rollout)
 failed=0
 
 # refuse WHAT PATTERN PATH...
@@ -18,14 +18,15 @@ refuse() {
     fi
 }
 
-for ((own = 0; own < ${#floors[@]}; ++own)); do
-    for ((above = own + 1; above < ${#floors[@]}; ++above)); do
-        refuse "${floors[own]}/ includes from ${floors[above]}/, which stands above it" \
-            "#include \"${floors[above]}/" "src/${floors[own]}"
+for ((own = 0; own < ${#layers[@]}; ++own)); do
+    for ((above = own + 1; above < ${#layers[@]}; ++above)); do
+        refuse "${layers[own]}/ includes from ${layers[above]}/, which stands above it" \
+            "#include \"${layers[above]}/" "src/${layers[own]}"
     done
-    ((own == 0)) || refuse "${floors[own]}/ goes past the seam" \
-        '#include "platform/(host|windows)/|#include <(windows|unistd|sys/.*|fcntl)\.h>|#\s*if.*_WIN32' "src/${floors[own]}"
+    ((own == 0)) || refuse "${layers[own]}/ goes past the seam" \
+        '#include "platform/(host|windows)/|#include <(windows|unistd|sys/.*|fcntl)\.h>|#\s*if.*_WIN32' "src/${layers[own]}"
 done
+refuse "The two programs stand beside each other" '#include "app/' src/rollout
 refuse "The host's side of the seam knows Windows" '#include <windows\.h>|"platform/windows/' src/platform/host
 refuse "Windows' side of the seam knows the host" '"platform/host/' src/platform/windows
 for header in src/platform/*.h; do
