@@ -1,7 +1,6 @@
-// The whole check of this machine in a loop, beside what it grows from: a bare loop that only opens and reads the same
-// files, and one that makes the calls of the system that the check is made of, and nothing else. The argument is the
-// number of rounds; the output is one line of JSON with the microseconds of each round, the least of its runs. The
-// argument "files" prints the files' paths instead.
+// The whole check of this machine in a loop, beside the calls of the system that it is made of, and nothing else. The
+// argument is the number of rounds; the output is one line of JSON with the microseconds of each round, the least of
+// its runs.
 
 #include <windows.h>
 
@@ -13,7 +12,6 @@
 #include <string_view>
 #include <vector>
 
-#include "bench/OpenAndRead.h"
 #include "installcheck/VcoreTest.h"
 #include "platform/ComponentCalls.h"
 #include "platform/Regional.h"
@@ -39,18 +37,16 @@ void ObjectAlone(const std::u16string& programmaticIdentifier) {
     platform::ReleaseObject(object);
 }
 
-// Behind the search the file goes by the name that it is stored under, as in the check: Wine finds that at once.
 void FileAlone(const std::string& path) {
     WIN32_FIND_DATAA found;
     FindClose(FindFirstFileA(path.c_str(), &found));
-    const std::string stored = path.substr(0, path.rfind('\\') + 1) + found.cFileName;
     DWORD none = 0;
-    std::vector<char> block(GetFileVersionInfoSizeA(stored.c_str(), &none));
+    std::vector<char> block(GetFileVersionInfoSizeA(path.c_str(), &none));
     if (!block.empty()) {
-        GetFileVersionInfoA(stored.c_str(), 0, static_cast<DWORD>(block.size()), block.data());
+        GetFileVersionInfoA(path.c_str(), 0, static_cast<DWORD>(block.size()), block.data());
     }
     WIN32_FILE_ATTRIBUTE_DATA data;
-    GetFileAttributesExA(stored.c_str(), GetFileExInfoStandard, &data);
+    GetFileAttributesExA(path.c_str(), GetFileExInfoStandard, &data);
 }
 
 bool CallsAlone(const std::vector<std::string>& files) {
@@ -96,24 +92,14 @@ int main(int argumentCount, char* arguments[]) {
         return 1;
     }
     const std::vector<std::string> files = FilesOf(platform::AnsiFromText(first.Text()));
-    if (arguments[1] == std::string_view("files")) {
-        for (const std::string& path : files) {
-            std::cout << path << '\n';
-        }
-        return 0;
-    }
     std::vector<double> check;
-    std::vector<double> read;
     std::vector<double> calls;
     for (int round = std::atoi(arguments[1]); round > 0; --round) {
         check.push_back(LeastMicroseconds([] { return VcoreTest().Ok(false); }));
-        read.push_back(LeastMicroseconds([&] { return std::ranges::all_of(files, OpenAndRead, &std::string::c_str); }));
         calls.push_back(LeastMicroseconds([&] { return CallsAlone(files); }));
     }
     std::cout << '{';
     Print("check", check);
-    std::cout << ',';
-    Print("read", read);
     std::cout << ',';
     Print("calls", calls);
     std::cout << "}\n";

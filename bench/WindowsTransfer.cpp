@@ -1,32 +1,77 @@
 // Imports or exports the tables as the window's buttons do, without the window, so that the operation itself can be
-// timed and its calls counted under Wine. The argument is "import", "export" or "nothing", which does all but the
-// operation.
+// timed. The argument is "import", "export", or "bare": the registry calls that an import is made of and nothing else,
+// for the lines "name=number" of the control file's first table.
 
+#include <windows.h>
+
+#include <fstream>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "common/Error.h"
 #include "platform/Process.h"
+#include "platform/Regional.h"
 #include "version/ProductProfileMain.h"
 #include "version/ProductProfileReporting.h"
 #include "version/modVTV4Version.h"
+
+namespace {
+
+constexpr const char* Root = "Software\\Vandrel\\Tallora\\V4";
+constexpr const char* Section = "Version\\ForcedVersion";
+
+HKEY Opened(const std::string& path, REGSAM access) {
+    HKEY key = nullptr;
+    RegOpenKeyExA(HKEY_LOCAL_MACHINE, path.c_str(), 0, access, &key);
+    return key;
+}
+
+// A key is opened to be read, and then for the right that the step needs, as the import does.
+HKEY Widened(const std::string& path, REGSAM access) {
+    RegCloseKey(Opened(path, KEY_QUERY_VALUE));
+    return Opened(path, KEY_QUERY_VALUE | access);
+}
+
+bool StoreBare(const std::string& name, DWORD number) {
+    const HKEY root = Widened(Root, KEY_CREATE_SUB_KEY);
+    HKEY created = nullptr;
+    RegCreateKeyExA(root, Section, 0, nullptr, 0, KEY_CREATE_SUB_KEY, nullptr, &created, nullptr);
+    RegCloseKey(created);
+    RegCloseKey(root);
+    const HKEY section = Widened(std::string(Root) + "\\" + Section, KEY_SET_VALUE);
+    const LSTATUS status =
+        RegSetValueExA(section, name.c_str(), 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number), sizeof number);
+    RegCloseKey(section);
+    return status == ERROR_SUCCESS;
+}
+
+bool ImportBare() {
+    std::ifstream file(platform::AnsiFromText(ControlFilePath));
+    bool stored = false;
+    for (std::string line; std::getline(file, line);) {
+        if (const std::size_t equals = line.find('='); equals != std::string::npos) {
+            stored = StoreBare(line.substr(0, equals), std::stoul(line.substr(equals + 1)));
+        }
+    }
+    return stored;
+}
+
+}  // namespace
 
 int main(int argumentCount, char* arguments[]) {
     platform::ProcessStart(argumentCount, arguments);
     const std::string_view operation = argumentCount == 2 ? arguments[1] : "";
     ControlFilePath = ControlFilePathGet();
+    if (operation == "bare") {
+        return ImportBare() ? 0 : 1;
+    }
     const ProductProfileMain mainProfile;
     const ProductProfileReporting reportingProfile;
     MainVersions = mainProfile.Profile.Table;
     ReportingVersions = reportingProfile.Profile.Table;
-    const std::optional<Error> error = TrapError([&] {
-        if (operation == "import") {
-            ImportVersions();
-        } else if (operation == "export") {
-            ExportVersions();
-        }
-    });
+    const std::optional<Error> error = TrapError(operation == "import" ? ImportVersions : ExportVersions);
     MainVersions.reset();
     ReportingVersions.reset();
-    return error || operation.empty() ? 1 : 0;
+    return error ? 1 : 0;
 }

@@ -43,31 +43,3 @@ seconds() {
         done
     done
 }
-
-# peak_mebibytes PREPARATION COMMAND...
-# The peak memory of a command that reads its input from $work/input.
-peak_mebibytes() {
-    local prepare=$1 round all=()
-    shift
-    for ((round = 0; round < ROUNDS; ++round)); do
-        eval "$prepare"
-        quietly /usr/bin/time -o "$work/memory" -f %M bash -c '"$@" <"$0"' "$work/input" "$@"
-        all+=("$(<"$work/memory")")
-    done
-    jq -cn '$ARGS.positional | map(tonumber / 1024)' --args "${all[@]}"
-}
-
-# loops FILTER
-# Runs loops inside one process, by turns in random order; `loop NAME` then gives the microseconds of one of them.
-loops() {
-    quietly build/bench/bench-loops --benchmark_filter="$1" --benchmark_repetitions="$ROUNDS" \
-        --benchmark_enable_random_interleaving=true --benchmark_min_time=0.2 \
-        --benchmark_out="$work/loops.json" --benchmark_out_format=json
-}
-
-loop() {
-    jq -ce --arg name "$1" '
-        [.benchmarks[] | select(.run_type == "iteration" and .name == $name and (.error_occurred | not))]
-        | sort_by(.repetition_index) | map(.cpu_time / 1000) | if length == 0 then halt_error else . end' \
-        "$work/loops.json"
-}

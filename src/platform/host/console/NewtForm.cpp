@@ -72,7 +72,7 @@ NewtForm::NewtForm(const Dialog& dialog, std::optional<std::size_t> focus)
         ShowBackground(rows_ - HelpRows - row, "", columns_);
     }
     if (dialog.client) {
-        explanationRows_ = roomy_ ? MostExplanationRows : 1;
+        explanationRows_ = roomy_ && !ButtonsOf(dialog).empty() ? MostExplanationRows : 1;
         WindowFill();
     } else {
         BoxFill();
