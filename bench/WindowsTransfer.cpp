@@ -1,6 +1,6 @@
 // Imports or exports the tables as the window's buttons do, without the window, so that the operation itself can be
-// timed. The argument is "import", "export", or "bare": the registry calls that an import is made of and nothing else,
-// for the lines "name=number" of the control file's first table.
+// timed. The argument is "import", "export", or "bare": the calls of the system that an import is made of and nothing
+// else, for the lines "name=number" of the control file's first table.
 
 #include <windows.h>
 
@@ -43,6 +43,9 @@ bool StoreBare(const std::string& name, DWORD number) {
     const LSTATUS status =
         RegSetValueExA(section, name.c_str(), 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number), sizeof number);
     RegCloseKey(section);
+    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {  // each entry gives pending messages a turn
+        DispatchMessageW(&message);
+    }
     return status == ERROR_SUCCESS;
 }
 

@@ -47,7 +47,7 @@ for size in 100 1000 10000; do
     quietly wine reg delete "$key" /f || true
     values "$size"
     cp "$work/vtv4v.txt" "$machine/drive_c/users/$(id -un)/Eigene Dateien/vtv4v.txt"
-    transfer "import of $size" import 'the same registry calls alone' "wine $programs/bench-transfer.exe bare"
+    transfer "import of $size" import 'the same calls of the system alone' "wine $programs/bench-transfer.exe bare"
     transfer '' import 'reg import' "wine reg import $work/values.reg"
     transfer "export of $size" export 'reg export' "wine reg export '$key' $work/out.reg /y"
 done

@@ -1,5 +1,6 @@
 #include "app/frmVTV4V.h"
 
+#include <array>
 #include <optional>
 
 #include "app/modTaskBar.h"
@@ -22,16 +23,16 @@ struct ToolTip {
     Button button;
     TextView text;
 };
-constexpr ToolTip ToolTips[] = {
-    {btnClear, ClearToolTip},
-    {btnDemo,
-     u"Es wird eine Steuerungs-Datei zu Demonstrationszwecken erstellt. Die kann angepasst und abgespeichert werden."},
-    {btnExport,
-     u"Die aktuellen Versions-Einstellungen werden in die Steuerungs-Datei exportiert. Die kann angepasst und "
-     u"abgespeichert werden."},
-    {btnImport, ImportToolTip},
-    {btnEdit, u"Die Steuerungs-Datei bearbeiten."},
-    {btnQuit, u"Programm beenden."}};
+constexpr std::array<ToolTip, 6> ToolTips = {
+    {{btnClear, ClearToolTip},
+     {btnDemo,
+      u"Es wird eine Steuerungs-Datei zu Demonstrationszwecken erstellt. Die kann angepasst und abgespeichert werden."},
+     {btnExport,
+      u"Die aktuellen Versions-Einstellungen werden in die Steuerungs-Datei exportiert. Die kann angepasst und "
+      u"abgespeichert werden."},
+     {btnImport, ImportToolTip},
+     {btnEdit, u"Die Steuerungs-Datei bearbeiten."},
+     {btnQuit, u"Programm beenden."}}};
 
 constexpr TextView ImportCaption = u"Importieren";
 constexpr TextView ClearCaption = u"Löschen";
@@ -53,7 +54,7 @@ platform::WindowDesign Design() {
 }
 
 // Asks before an operation that changes the registry, and tells how it ended; what went wrong is not told.
-void Confirmed(TextView caption, TextView effect, void (*operation)()) {
+void AskAndRun(TextView caption, TextView effect, void (*operation)()) {
     const std::int32_t answer =
         platform::MessageBoxW(Text(effect) + u"\r\nWeiterfahren?", platform::ProgramVersionGet().fileDescription,
                               platform::ButtonsYesNoCancel + platform::IconQuestion);
@@ -70,7 +71,7 @@ void Confirmed(TextView caption, TextView effect, void (*operation)()) {
 }
 
 // Runs an operation that writes the control file; false when it could not be written, which the user then knows.
-bool ControlFileWritten(void (*operation)()) {
+bool TryWriteControlFile(void (*operation)()) {
     const std::optional<Error> error = TrapError(operation);
     if (error) {
         FailureShow(u"Kann Steuerungs-Datei nicht schreiben:", ControlFilePath, error->description);
@@ -94,12 +95,12 @@ frmVTV4V::~frmVTV4V() {
 }
 
 void frmVTV4V::ShowModal() {
-    if (Loaded()) {
+    if (TryLoad()) {
         platform::WindowShowModal(window_);
     }
 }
 
-bool frmVTV4V::Loaded() {
+bool frmVTV4V::TryLoad() {
     const std::optional<Error> error = TrapError([this] { Load(); });
     if (error) {
         const Text product(MainVersions == nullptr ? MainRegistryPath : ReportingRegistryPath);
@@ -156,13 +157,13 @@ void frmVTV4V::RunOperation(std::size_t button) {
             ExportClicked();
             break;
         case btnImport:
-            Confirmed(ImportCaption, ImportToolTip, ImportVersions);
+            AskAndRun(ImportCaption, ImportToolTip, ImportVersions);
             break;
         case btnDemo:
-            ControlFileWritten(WriteDemoFile);
+            TryWriteControlFile(WriteDemoFile);
             break;
         case btnClear:
-            Confirmed(ClearCaption, ClearToolTip, ClearVersions);
+            AskAndRun(ClearCaption, ClearToolTip, ClearVersions);
             break;
         case btnEdit:
             EditControlFile();
@@ -176,7 +177,7 @@ void frmVTV4V::RunOperation(std::size_t button) {
 }
 
 void frmVTV4V::ExportClicked() {
-    if (ControlFileWritten(ExportVersions)) {
+    if (TryWriteControlFile(ExportVersions)) {
         EditControlFile();
     }
 }

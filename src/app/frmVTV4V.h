@@ -22,7 +22,7 @@ public:
     void ShowModal();
 
 private:
-    bool Loaded();
+    bool TryLoad();
     void Load();
     void Unload();
     void Activated();

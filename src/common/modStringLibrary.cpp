@@ -9,7 +9,7 @@
 namespace {
 
 // A number in the 16 bits that lengths, positions and widths have.
-std::int16_t Narrow(std::int64_t number) {
+std::int16_t ToInt16(std::int64_t number) {
     if (number < std::numeric_limits<std::int16_t>::min() || number > std::numeric_limits<std::int16_t>::max()) {
         Raise(RuntimeError::Overflow);
     }
@@ -17,17 +17,17 @@ std::int16_t Narrow(std::int64_t number) {
 }
 
 std::int16_t Length(const Text& text) {
-    return Narrow(static_cast<std::int64_t>(text.size()));
+    return ToInt16(static_cast<std::int64_t>(text.size()));
 }
 
 // The width from `start` to the end of a text of `length` characters.
 std::int16_t WidthToEnd(std::int16_t length, std::int16_t start) {
-    return Narrow(Narrow(length - start) + 1);
+    return ToInt16(ToInt16(length - start) + 1);
 }
 
 // The last position of a range. The sum is taken first, so that it is the sum that must fit.
 std::int16_t LastPosition(std::int16_t start, std::int16_t width) {
-    return Narrow(Narrow(start + width) - 1);
+    return ToInt16(ToInt16(start + width) - 1);
 }
 
 char16_t PadCharacter(const std::optional<Text>& pad) {
@@ -57,7 +57,7 @@ Text MidFixed(const Text& text, std::int16_t start, std::optional<std::int16_t> 
     if (start >= 1) {
         return FixLeft(FromPosition(text, start), width, pad);
     }
-    return FixLeft(Row(Narrow(1 - start), PadCharacter(pad)) + text, width, pad);
+    return FixLeft(Row(ToInt16(1 - start), PadCharacter(pad)) + text, width, pad);
 }
 
 Text DeleteChars(const Text& text, std::int16_t start, std::optional<std::int16_t> length) {
@@ -76,7 +76,7 @@ Text DeleteChars(const Text& text, std::int16_t start, std::optional<std::int16_
 
 Text InsertText(const Text& text, const Text& insertion, std::int16_t position) {
     const std::int16_t n = Length(text);
-    if (insertion.empty() || position < 1 || position > Narrow(n + 1)) {
+    if (insertion.empty() || position < 1 || position > ToInt16(n + 1)) {
         return text;
     }
     return text.substr(0, static_cast<std::size_t>(position - 1)) + insertion + FromPosition(text, position);
@@ -122,7 +122,7 @@ std::int16_t ScanChars(const Text& text, const Text& chars, std::optional<bool> 
     Length(text);  // a text that is too long overflows, wherever its first hit stands
     const std::size_t found = fromEnd ? (outside ? text.find_last_not_of(chars) : text.find_last_of(chars))
                                       : (outside ? text.find_first_not_of(chars) : text.find_first_of(chars));
-    return found == Text::npos ? std::int16_t{0} : Narrow(static_cast<std::int64_t>(found) + 1);
+    return found == Text::npos ? std::int16_t{0} : ToInt16(static_cast<std::int64_t>(found) + 1);
 }
 
 Text TranslateChars(const Text& text, const Text& fromChars, const Text& toChars) {
@@ -162,9 +162,9 @@ Text ReplaceAll(const Text& text, const Text& find, const Text& replacement) {
     Text replaced = text;
     std::size_t hit = replaced.find(find);
     while (hit != Text::npos) {
-        const std::int16_t position = Narrow(static_cast<std::int64_t>(hit) + 1);
+        const std::int16_t position = ToInt16(static_cast<std::int64_t>(hit) + 1);
         replaced = InsertText(DeleteChars(replaced, position, Length(find)), replacement, position);
-        hit = replaced.find(find, static_cast<std::size_t>(Narrow(position + Length(replacement)) - 1));
+        hit = replaced.find(find, static_cast<std::size_t>(ToInt16(position + Length(replacement)) - 1));
     }
     return replaced;
 }

@@ -65,8 +65,8 @@ Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::
 Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type, std::span<char> data,
                         std::uint32_t& dataSize);
 
-// Stores a value. A text (RegSz, RegExpandSz, RegMultiSz) handed over without its terminator is stored with one; a text of no bytes
-// at all is stored as such.
+// Stores a value. A text (RegSz, RegExpandSz, RegMultiSz) handed over without its terminator is stored with one; a text
+// of no bytes at all is stored as such.
 Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, std::string_view data);
 
 }  // namespace platform

@@ -1,6 +1,7 @@
 #include "rollout/Rollout.h"
 
 #include <chrono>
+#include <cmath>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -38,7 +39,7 @@ Text LastChange(const Text& path) {
     using namespace std::chrono;
     double date = 0;
     RaiseFileStatus(platform::DateLastModified(platform::AnsiFromText(path), date));
-    const seconds moment(static_cast<std::int64_t>(date * 86400 + 0.5));
+    const seconds moment(std::llround(date * 86400));
     const days day = floor<days>(moment);
     const year_month_day calendar(sys_days(year(1899) / 12 / 30) + day);
     const hh_mm_ss clock(moment - day);

@@ -32,7 +32,7 @@ char16_t TextCharacter(char byte) {
 }
 
 // Of the letters with two cases that the code page has both of; a micro sign and a florin have no capital in it.
-char16_t Capital(char16_t letter) {
+char16_t UpperCase(char16_t letter) {
     if ((letter >= u'a' && letter <= u'z') || (letter >= u'à' && letter <= u'þ' && letter != u'÷')) {
         return static_cast<char16_t>(letter - 0x20);
     }
@@ -58,7 +58,7 @@ std::u16string TextFromAnsi(const std::string& bytes) {
 
 std::u16string CharUpperW(const std::u16string& text) {
     std::u16string capitals = text;
-    std::ranges::transform(capitals, capitals.begin(), Capital);
+    std::ranges::transform(capitals, capitals.begin(), UpperCase);
     return capitals;
 }
 

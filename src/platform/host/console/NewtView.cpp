@@ -6,6 +6,7 @@
 #include <sys/ioctl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
@@ -154,9 +155,7 @@ private:
 };
 
 void AllRedraw() {
-    for (auto view = views.rbegin(); view != views.rend(); ++view) {
-        (*view)->Erase();
-    }
+    std::for_each(views.rbegin(), views.rend(), [](NewtView* view) { view->Erase(); });
     newtResizeScreen(0);
     SLsmg_reinit_smg();  // a screen that has grown needs more memory, and one that was reflowed is drawn anew
     newtCls();

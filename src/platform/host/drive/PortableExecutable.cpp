@@ -47,7 +47,7 @@ std::uint32_t DoubleWord(std::string_view bytes, std::size_t offset) {
 }
 
 // A part of the bytes that has to be there whole.
-std::string_view Part(std::string_view bytes, std::size_t offset, std::size_t size) {
+std::string_view Slice(std::string_view bytes, std::size_t offset, std::size_t size) {
     const std::string_view part = bytes.substr(offset, size);
     return part.size() == size ? part : throw std::out_of_range("a part beyond the end");
 }
@@ -128,7 +128,7 @@ std::string_view FindVersion(const Resources& resources) {
     const std::uint32_t address = DoubleWord(resources.tree, *leaf);
     const std::uint32_t size = DoubleWord(resources.tree, *leaf + 4);
     return address < resources.address ? std::string_view()
-                                       : Part(resources.section, address - resources.address, size);
+                                       : Slice(resources.section, address - resources.address, size);
 }
 
 }  // namespace
@@ -150,7 +150,7 @@ std::string_view FixedVersion(std::string_view block) {
             value += 2;
         }
         value = (value + 2 + 3) / 4 * 4;  // on the next multiple of four behind that zero
-        const std::string_view fixed = Part(block, value, FixedVersionSize);
+        const std::string_view fixed = Slice(block, value, FixedVersionSize);
         const bool sound = Word(block, 2) >= FixedVersionSize && DoubleWord(fixed, 0) == FixedVersionSignature;
         return sound ? fixed : std::string_view();
     } catch (const std::out_of_range&) {

@@ -274,7 +274,7 @@ Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::
         Query value(database, SelectValueBehind, open.key, from.position, index - from.index - 1);
         RefuseUnless(value.Step(), StatusKeyDeleted);
         RefuseUnless(index >= 0 && !value.IsNull(0), StatusNoMoreItems);
-        if (OpenKey* const kept = host::HandleFindAs<OpenKey>(key)) {
+        if (auto* const kept = host::HandleFindAs<OpenKey>(key)) {
             kept->reached = {index, value.Number(3), changes};
         }
         DeliverData(value.Bytes(1), data, dataSize);

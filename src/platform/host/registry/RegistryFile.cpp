@@ -3,6 +3,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <string_view>
 #include <system_error>
@@ -65,7 +66,7 @@ std::filesystem::path FolderOf(const std::filesystem::path& path) {
 // As SQLite takes it together with options.
 std::string Address(const std::filesystem::path& path) {
     constexpr std::string_view special = "%?#";
-    constexpr const char* escaped[] = {"%25", "%3F", "%23"};
+    constexpr std::array escaped = {"%25", "%3F", "%23"};
     const std::string whole = FolderOf(path) / path.filename();
     std::string address = "file://";
     for (const char character : whole) {
