@@ -1,4 +1,3 @@
-#include <malloc.h>
 #include <sys/resource.h>
 
 #include <iterator>
@@ -30,11 +29,6 @@ Error DemoOnDiskOf(std::size_t size) {
     const Error error = RaisedBy(WriteDemoFile);
     setrlimit(RLIMIT_FSIZE, &earlier);
     return error;
-}
-
-std::size_t MemoryInUse() {
-    const struct mallinfo2 memory = mallinfo2();
-    return memory.uordblks + memory.hblkhd;
 }
 
 }  // namespace
@@ -141,24 +135,4 @@ TEST_CASE("Memory that runs out at any point ends an operation with its error an
         CHECK(*list.Find(u"other") == u"another");
         CHECK(std::distance(list.begin(), list.end()) == added + 1);
     }
-}
-
-// In ten windows; Session checks the handles.
-TEST_CASE("A thousand rounds of all buttons take no memory that they do not give back") {
-    FaultMachine machine;
-    std::string input;
-    for (int round = 0; round < VTV4V_ROUNDS; ++round) {
-        input += "Demo\nImportieren\nJa\nOK\nExportieren\nBearbeiten\nLöschen\nJa\nOK\n";
-    }
-    input += "Demo\nImportieren\nJa\nOK\nFertig\n";
-    std::size_t warm = 0;
-    for (int window = 0; window < 10; ++window) {
-        const Outcome outcome = machine.Session(input);
-        CHECK(outcome.told.empty());
-        CHECK(outcome.left.starts_with("(Standard)=3;hugo=0;ruedi=1;\n(Standard)=3;hugo=1;ruedi=99;\n"));
-        warm = window == 1 ? MemoryInUse() : warm;
-    }
-    // Ended editors are let go at the next start, how many there are is chance. The smallest block that a round could
-    // keep is 32 bytes: 25,600 in all.
-    CHECK(MemoryInUse() < warm + 8192);
 }

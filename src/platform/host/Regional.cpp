@@ -63,80 +63,44 @@ Status ReadBased(std::string_view text, std::int32_t& number) {
     return StatusSuccess;
 }
 
-// A number digit by digit, because a tie must be told from its neighbours however long the text is.
-struct Decimal {
-    std::string digits;
-    std::int64_t point;  // the number of digits before the decimal point, which may stand outside of them
-};
-
-// The number of an exponent's text: a letter, a sign, digits.
-std::optional<std::int64_t> ReadExponent(std::string_view text) {
-    text.remove_prefix(1);
-    const bool minus = text.starts_with('-');
-    text.remove_prefix(minus || text.starts_with('+') ? 1 : 0);
-    std::int32_t exponent = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, exponent);
-    if (text.empty() || !IsDigit(text.front()) || stop != end) {
-        return {};
-    }
-    if (error == std::errc::result_out_of_range) {
-        exponent = std::numeric_limits<std::int32_t>::max();  // more than any text has digits to make up for
-    }
-    return minus ? -std::int64_t{exponent} : exponent;
-}
-
-std::optional<Decimal> ReadDecimal(std::string_view text) {
-    Decimal decimal;
-    std::optional<std::size_t> point;
+// The number of a text: digits, with thousands separators among those before the decimal separator, and an exponent.
+std::optional<double> ReadDecimal(std::string_view text) {
+    std::string plain;  // as the library reads it
     std::size_t place = 0;
+    bool hasDigit = false;
+    bool hasPoint = false;
     for (; place < text.size(); ++place) {
-        if (IsDigit(text[place])) {
-            decimal.digits += text[place];
-        } else if (text[place] == DecimalSeparator && !point) {
-            point = decimal.digits.size();
-        } else if (text[place] != ThousandsSeparator || point || decimal.digits.empty()) {
+        const char character = text[place];
+        if (IsDigit(character)) {
+            plain += character;
+            hasDigit = true;
+        } else if (character == DecimalSeparator && !hasPoint) {
+            plain += '.';
+            hasPoint = true;
+        } else if (character != ThousandsSeparator || hasPoint || !hasDigit) {
             break;
         }
     }
-    decimal.point = static_cast<std::int64_t>(point.value_or(decimal.digits.size()));
-    if (place < text.size()) {
-        const bool marked = text[place] == 'e' || text[place] == 'E';
-        const std::optional<std::int64_t> exponent = marked ? ReadExponent(text.substr(place)) : std::nullopt;
-        if (!exponent) {
-            return {};
-        }
-        decimal.point += *exponent;
+    plain += text.substr(place);
+    double number = 0;
+    const char* const end = plain.data() + plain.size();
+    const auto [stop, error] = std::from_chars(plain.data(), end, number);
+    if (!hasDigit || stop != end) {
+        return {};
     }
-    return decimal.digits.empty() ? std::nullopt : std::optional(decimal);
+    if (error == std::errc::result_out_of_range) {
+        return plain.find('-') != std::string::npos ? 0 : std::numeric_limits<double>::infinity();
+    }
+    return number;
 }
 
-Status Rounded(Decimal decimal, bool negative, std::int32_t& number) {
-    constexpr std::int64_t MostDigits = 10;  // of a 32-bit number
-    const std::size_t zeros = std::min(decimal.digits.find_first_not_of('0'), decimal.digits.size());
-    decimal.digits.erase(0, zeros);
-    decimal.point -= static_cast<std::int64_t>(zeros);
-    if (decimal.digits.empty() || decimal.point < 0) {
-        number = 0;
-        return StatusSuccess;
-    }
-    if (decimal.point > MostDigits) {
+// To the nearest whole number, a tie to the even one.
+Status Round(double value, std::int32_t& number) {
+    const double whole = std::nearbyint(value);
+    if (whole < std::numeric_limits<std::int32_t>::min() || whole > std::numeric_limits<std::int32_t>::max()) {
         return DispOverflow;
     }
-    const auto wholeDigits = static_cast<std::size_t>(decimal.point);
-    decimal.digits.resize(std::max(wholeDigits, decimal.digits.size()), '0');
-    std::int64_t value = 0;
-    std::from_chars(decimal.digits.data(), decimal.digits.data() + wholeDigits, value);
-    std::string fraction = decimal.digits.substr(wholeDigits);
-    fraction.erase(fraction.find_last_not_of('0') + 1);
-    if (fraction > "5" || (fraction == "5" && value % 2 != 0)) {
-        ++value;
-    }
-    value = negative ? -value : value;
-    if (value < std::numeric_limits<std::int32_t>::min() || value > std::numeric_limits<std::int32_t>::max()) {
-        return DispOverflow;
-    }
-    number = static_cast<std::int32_t>(value);
+    number = static_cast<std::int32_t>(whole);
     return StatusSuccess;
 }
 
@@ -150,9 +114,9 @@ Status VarI4FromStr(const std::u16string& text, std::int32_t& number) {
     if (body.starts_with('&')) {
         return affixes.empty() ? ReadBased(body, number) : DispTypeMismatch;
     }
-    const std::optional<Decimal> decimal = AreSound(affixes) ? ReadDecimal(body) : std::nullopt;
+    const std::optional<double> value = AreSound(affixes) ? ReadDecimal(body) : std::nullopt;
     const bool negative = affixes.find_first_of("-(") != std::string::npos;
-    return decimal ? Rounded(*decimal, negative, number) : DispTypeMismatch;
+    return value ? Round(negative ? -*value : *value, number) : DispTypeMismatch;
 }
 
 std::u16string VarBstrFromDate(double date) {

@@ -8,7 +8,6 @@ TEST_CASE("Numbers under German settings") {
         platform::Status status;
         std::int32_t number;
     } const cases[] = {{u" \t-1.000.000 € ", 0, -1000000},
-                       {u",5000000000000000000000000000000000001", 0, 1},
                        {u"-2147483648,5", 0, -2147483647 - 1},
                        {u"0," + Text(20000, u'0') + u"7e20001", 0, 7},
                        {Text(u"7\0x", 3), 0, 7},

@@ -11,13 +11,6 @@
 std::string ProgramPath();
 std::string Start(const std::string& tail = " -master");
 
-// What a process holds of the system.
-struct HeldObjects {
-    std::size_t handles;
-    std::size_t drawing;
-    std::size_t user;
-};
-
 // The program without a control file, started as the shell would on being asked to show it so, and ended at the latest
 // with the object.
 class Program {
@@ -30,7 +23,6 @@ public:
 
     // True once the process has ended by itself, without an error; false when it does not end.
     [[nodiscard]] bool EndedWell() const;
-    [[nodiscard]] HeldObjects Objects() const;
 
     TestMachine machine;
 

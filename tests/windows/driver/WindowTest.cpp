@@ -380,37 +380,6 @@ TEST_CASE("Export and Edit open the control file or tell why not; Demo writes it
     CHECK(ForcedVersions() == "| | ");
 }
 
-// The number of rounds is $VTV4V_ROUNDS; a thousand take minutes.
-TEST_CASE("Rounds of all operations leave nothing behind in the system") {
-    const Session session;
-    const ClassText noEditor(".txt", "vtv4v.none");  // an editor would take the front from the boxes that follow
-    const auto round = [&] {
-        Click(session.Button("Exportieren"));
-        Answer(Box(), IDOK);
-        for (const std::string& button : {Import, Clear}) {
-            Click(session.Button(button));
-            Answer(Box(), IDYES);
-            Answer(Box(), IDOK);
-            REQUIRE(Eventually([&] { return session.Waiting(); }));
-        }
-    };
-    const int rounds = std::stoi(ProcessVariable("VTV4V_ROUNDS").value_or("20"));
-    round();
-    const HeldObjects first = session.Objects();
-    REQUIRE(std::min({first.handles, first.drawing, first.user}) > 0);
-    for (int number = 1; number < rounds; ++number) {
-        round();
-    }
-    HeldObjects last{};
-    // The system keeps some drawing objects for the next time, a dozen at most. A leak is as many as the rounds.
-    CHECK(Eventually([&] {
-        last = session.Objects();
-        return last.handles == first.handles && last.user == first.user && last.drawing <= first.drawing + 12;
-    }));
-    MESSAGE(rounds, " rounds: handles ", first.handles, " then ", last.handles, ", drawing objects ", first.drawing,
-            " then ", last.drawing, ", user objects ", first.user, " then ", last.user);
-}
-
 TEST_CASE("A window that becomes active again keeps its focus and its place in the task bar; Escape does nothing") {
     const Session session;
     Press(Focus(session.window), VK_TAB);
