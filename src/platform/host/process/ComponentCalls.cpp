@@ -14,6 +14,7 @@
 
 #include "platform/FileCalls.h"
 #include "platform/Regional.h"
+#include "platform/RegistryCalls.h"
 #include "platform/host/Machine.h"
 #include "platform/host/Unicode.h"
 #include "platform/host/process/ClassValue.h"
@@ -37,7 +38,10 @@ Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReferenc
     object = 0;
     const std::string classIdentifier = host::ClassText(AnsiFromText(programmaticIdentifier) + "\\CLSID");
     if (classIdentifier.empty()) {
-        return InvalidClassString;
+        Handle classes = 0;
+        const Status status = RegOpenKeyExA(KeyClassesRoot, "", 0, KeyQueryValue, classes);
+        RegCloseKey(classes);
+        return status == StatusSuccess ? InvalidClassString : status;  // no class, or no registry that can be read
     }
     const std::string server = host::ClassText("CLSID\\" + classIdentifier + "\\InprocServer32");
     if (server.empty()) {

@@ -147,8 +147,9 @@ TEST_CASE("A file that is no registry is told with its path, and left as it is")
         CHECK(Create("new") == Damaged);
         CHECK(MachineFile("machine.db") == content);
     }
-    const Text told = StatusText(Damaged);
-    CHECK(told.find(OnMachine("machine.db").u16string()) != Text::npos);
+    ObjectReference object = 0;
+    CHECK(CreateObject(u"Some.Class", object) == Damaged);
+    CHECK(StatusText(Damaged).find(OnMachine("machine.db").u16string()) != Text::npos);
     std::filesystem::remove(OnMachine("machine.db"));
     CHECK(Shell("machine.db", "CREATE TABLE mine (n)").empty());
     CHECK(Create("new") == Damaged);
