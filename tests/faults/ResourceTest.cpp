@@ -26,7 +26,7 @@ Error DemoOnDiskOf(std::size_t size) {
     getrlimit(RLIMIT_FSIZE, &earlier);
     const rlimit full{size, earlier.rlim_max};
     setrlimit(RLIMIT_FSIZE, &full);
-    const Error error = RaisedBy(WriteDemoFile);
+    Error error = RaisedBy(WriteDemoFile);
     setrlimit(RLIMIT_FSIZE, &earlier);
     return error;
 }
