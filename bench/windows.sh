@@ -27,8 +27,8 @@ start_compared() {
 check_compared() {
     local measured
     measured=$(wine "$programs/bench-check.exe" "$ROUNDS")
-    row 'whole check, in a loop' "$(jq -c .check <<<"$measured")" 'the same calls of the system alone' \
-        "$(jq -c .calls <<<"$measured")" us
+    row 'whole check, in a loop' "$(jq -cs 'map(.check)' <<<"$measured")" 'the same calls of the system alone' \
+        "$(jq -cs 'map(.calls)' <<<"$measured")" us
 }
 
 # transfer WHAT OPERATION BESIDE COMMAND
