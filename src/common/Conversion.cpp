@@ -1,6 +1,7 @@
 #include "common/Conversion.h"
 
 #include <cmath>
+#include <cstddef>
 
 #include "common/Error.h"
 #include "platform/Regional.h"
@@ -56,6 +57,14 @@ std::int16_t IntegerFrom(double number) {
         Raise(RuntimeError::Overflow);
     }
     return static_cast<std::int16_t>(rounded);
+}
+
+std::uint32_t NumberFromBytes(std::span<const char, 4> bytes) {
+    std::uint32_t number = 0;
+    for (std::size_t place = bytes.size(); place-- > 0;) {
+        number = number << 8U | static_cast<unsigned char>(bytes[place]);
+    }
+    return number;
 }
 
 Text TextFrom(const Variant& value) {

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 
 #include "common/Text.h"
 #include "common/Variant.h"
@@ -20,6 +21,9 @@ std::int32_t LongFrom(const Variant& value);
 
 // The number as a signed 16-bit one, rounded in the same way. Raises the overflow error (6) beyond 16 bits.
 std::int16_t IntegerFrom(double number);
+
+// A number of 32 bits from its four bytes, the lowest first.
+std::uint32_t NumberFromBytes(std::span<const char, 4> bytes);
 
 // A text as it is, a whole number in decimal digits, a date in its default form; the empty text for any other value.
 Text TextFrom(const Variant& value);

@@ -5,12 +5,12 @@ Text DecimalText(std::int32_t number) {
     return {digits.begin(), digits.end()};
 }
 
-Text Trim(const Text& text) {
-    const std::size_t first = text.find_first_not_of(u' ');
+Text Trim(const Text& text, TextView characters) {
+    const std::size_t first = text.find_first_not_of(characters);
     if (first == Text::npos) {
         return {};
     }
-    return text.substr(first, text.find_last_not_of(u' ') - first + 1);
+    return text.substr(first, text.find_last_not_of(characters) - first + 1);
 }
 
 std::vector<Text> Split(const Text& text, char16_t separator) {

@@ -4,8 +4,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 
+#include "common/Conversion.h"
 #include "common/modStringLibrary.h"
 #include "platform/Regional.h"
 #include "platform/VersionCalls.h"
@@ -21,11 +23,7 @@ constexpr std::size_t FileType = 36;
 using FixedInfo = std::array<char, FixedInfoSize>;
 
 std::uint32_t NumberAt(const FixedInfo& info, std::size_t place) {
-    std::uint32_t number = 0;
-    for (std::size_t byte = 4; byte-- > 0;) {
-        number = number << 8 | static_cast<unsigned char>(info[place + byte]);
-    }
-    return number;
+    return NumberFromBytes(std::span(info).subspan(place).first<4>());
 }
 
 // All zeroes when there is no version information.

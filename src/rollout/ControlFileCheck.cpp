@@ -74,16 +74,10 @@ bool IsUtf8(const std::string& bytes) {
     return true;
 }
 
-Text WithoutBlanksAndTabs(const Text& text) {
-    const std::size_t first = text.find_first_not_of(u" \t");
-    return first == Text::npos ? Text() : text.substr(first, text.find_last_not_of(u" \t") - first + 1);
-}
-
 // The section that a person means by a line, in capital letters; empty for a line that looks like no head.
 Text MeantSection(const Text& line) {
-    const Text head = WithoutBlanksAndTabs(line);
-    return head.starts_with(u'[') ? platform::CharUpperW(WithoutBlanksAndTabs(head.substr(1, head.find(u']') - 1)))
-                                  : Text();
+    const Text head = Trim(line, u" \t");
+    return head.starts_with(u'[') ? platform::CharUpperW(Trim(head.substr(1, head.find(u']') - 1), u" \t")) : Text();
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include "rollout/Rollout.h"
 
-#include <chrono>
-#include <cmath>
+#include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -9,6 +8,7 @@
 
 #include "common/Error.h"
 #include "common/TextFile.h"
+#include "common/modDateTime.h"
 #include "common/modStringLibrary.h"
 #include "platform/FileCalls.h"
 #include "platform/Process.h"
@@ -30,25 +30,19 @@ RolloutResult TellFailure(const Text& line) {
     return RolloutResult::NothingWritten;
 }
 
-Text Digits(unsigned number, std::int16_t width) {
-    return ZeroPadLong(static_cast<std::int32_t>(number), width);
-}
-
 // When the control file was last changed, so that the same file gives the same target.
 Text LastChange(const Text& path) {
-    using namespace std::chrono;
     double date = 0;
     RaiseFileStatus(platform::DateLastModified(platform::AnsiFromText(path), date));
-    const seconds moment(std::llround(date * 86400));
-    const days day = floor<days>(moment);
-    const year_month_day calendar(sys_days(year(1899) / 12 / 30) + day);
-    const hh_mm_ss clock(moment - day);
-    return Digits(static_cast<unsigned>(static_cast<int>(calendar.year())), 4) + u"-" +
-           Digits(static_cast<unsigned>(calendar.month()), 2) + u"-" +
-           Digits(static_cast<unsigned>(calendar.day()), 2) + u" " +
-           Digits(static_cast<unsigned>(clock.hours().count()), 2) + u":" +
-           Digits(static_cast<unsigned>(clock.minutes().count()), 2) + u":" +
-           Digits(static_cast<unsigned>(clock.seconds().count()), 2);
+    Text stamp = DateTimeStamp(date);
+    // From "20171216 101640" to "2017-12-16 10:16:40".
+    for (const std::size_t behind : {13, 11}) {
+        stamp.insert(behind, u":");
+    }
+    for (const std::size_t behind : {6, 4}) {
+        stamp.insert(behind, u"-");
+    }
+    return stamp;
 }
 
 Text CountText(const CheckedTable& table) {

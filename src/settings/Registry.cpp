@@ -1,6 +1,7 @@
 #include "settings/Registry.h"
 
 #include <cstdint>
+#include <span>
 #include <string>
 
 #include "common/Conversion.h"
@@ -33,12 +34,9 @@ Text BufferText(const std::string& buffer, std::int32_t length) {
     return MidFixed(platform::TextFromAnsi(buffer), 1, static_cast<std::int16_t>(length));
 }
 
-// A stored number has its lowest byte first. Each step is checked, so that the top bit overflows.
-std::int32_t NumberFromBytes(const std::string& bytes) {
-    std::int64_t number = 0;
-    for (std::size_t place = 4; place-- > 0;) {
-        number = number * 256 + static_cast<unsigned char>(bytes[place]);
-    }
+// Signed, so that a number with the top bit set overflows.
+std::int32_t StoredNumber(const std::string& buffer) {
+    const std::uint32_t number = NumberFromBytes(std::span(buffer).first<4>());
     if (number > INT32_MAX) {
         Raise(RuntimeError::Overflow);
     }
@@ -198,7 +196,7 @@ Variant Registry::Value(const Text& name) {
             // The last byte is the terminator; a value stored without one loses its last character.
             return BufferText(buffer, static_cast<std::int32_t>(size) - 1);
         case platform::RegDword:
-            return NumberFromBytes(buffer);
+            return StoredNumber(buffer);
         default:
             return Null{};
     }
