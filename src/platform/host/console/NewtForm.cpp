@@ -80,7 +80,7 @@ NewtForm::NewtForm(const Dialog& dialog, std::optional<std::size_t> focus)
     AddKeys();
     newtComponentAddCallback(form_, FocusMoved, this);
     for (const Button& button : buttons_) {
-        if (button.control == focus) {
+        if (button.control == focus.value_or(buttons_.front().control)) {
             newtFormSetCurrent(form_, button.component);
         }
     }
@@ -174,13 +174,16 @@ void NewtForm::WindowFill() {
 void NewtForm::BoxFill() {
     const std::vector<std::size_t> buttons = ButtonsOf(dialog_);
     const auto labels = static_cast<int>(dialog_.controls.size() - buttons.size());
+    const int margin = roomy_ ? 1 : 0;
+    const int buttonRows = roomy_ ? 4 : 1;
+    const int mostRows = std::max(rows_ - HelpRows - FrameRows - margin - labels - buttonRows, 1);
     const newtGrid grid = newtCreateGrid(1, labels + 1);
     const newtGrid row = newtCreateGrid(static_cast<int>(buttons.size()), 1);
     int field = 0;
     for (const DialogControl& control : dialog_.controls) {
         if (control.design.kind == ControlKind::Label) {
-            newtGridSetField(grid, 0, field++, NEWT_GRID_COMPONENT, WrappedLabel(control, columns_ - 8), 0, 0, 0, 0,
-                             NEWT_ANCHOR_LEFT, 0);
+            newtGridSetField(grid, 0, field++, NEWT_GRID_COMPONENT, WrappedLabel(control, columns_ - 6, mostRows), 0, 0,
+                             0, 0, NEWT_ANCHOR_LEFT, 0);
         }
     }
     newtGridSetField(grid, 0, field, NEWT_GRID_SUBGRID, row, 0, 1, 0, 0, 0, NEWT_GRID_FLAG_GROWX);
@@ -190,8 +193,14 @@ void NewtForm::BoxFill() {
         newtGridSetField(row, field, 0, NEWT_GRID_COMPONENT, component, field == 0 ? 0 : 2, 0, 0, 0, 0, 0);
         ++field;
     }
-    std::string caption = FirstColumns(ShownText(dialog_.caption), columns_ - 8);
-    newtGridWrappedWindow(grid, caption.data());
+    int width = 0;
+    int height = 0;
+    newtGridGetSize(grid, &width, &height);
+    const std::string caption = FirstColumns(ShownText(dialog_.caption), columns_ - 8);
+    const int columns = std::max(width, Columns(caption)) + 4;
+    newtOpenWindow((columns_ - columns) / 2, std::max((rows_ - HelpRows - height) / 2, 1),
+                   static_cast<unsigned>(columns), static_cast<unsigned>(height + margin), caption.c_str());
+    newtGridPlace(grid, (columns - width) / 2, margin);
     newtGridAddComponentsToForm(grid, form_, 1);
     newtGridFree(grid, 1);
 }

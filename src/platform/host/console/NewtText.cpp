@@ -73,10 +73,18 @@ std::vector<std::string> WrappedLines(const std::string& text, int columns) {
     return Lines(wrapped.get());
 }
 
-newtComponent WrappedLabel(const DialogControl& label, int columns) {
+newtComponent WrappedLabel(const DialogControl& label, int columns, int rows) {
     constexpr int mostColumns = 60;
     std::string text = ShownText(label.design.caption);
-    const newtComponent box = newtTextboxReflowed(-1, -1, text.data(), std::clamp(columns, 1, mostColumns), 0, 0, 0);
+    const int width = std::clamp(columns, 1, mostColumns);
+    newtComponent box = nullptr;
+    if (static_cast<int>(WrappedLines(text, width).size()) > rows) {
+        constexpr int scrollbarColumns = 2;
+        box = newtTextbox(-1, -1, std::max(width - scrollbarColumns, 1), rows, NEWT_FLAG_WRAP | NEWT_FLAG_SCROLL);
+        newtTextboxSetText(box, text.c_str());
+    } else {
+        box = newtTextboxReflowed(-1, -1, text.data(), width, 0, 0, 0);
+    }
     SetColours(box, label);
     return box;
 }

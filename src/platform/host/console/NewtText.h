@@ -27,8 +27,9 @@ std::string FirstColumns(const std::string& text, int columns);
 // The lines of a text, broken at blanks to be no longer than `columns`, which is at least 1.
 std::vector<std::string> WrappedLines(const std::string& text, int columns);
 
-// A label that is as large as its text, wrapped to these columns at most, for a grid to place.
-newtComponent WrappedLabel(const DialogControl& label, int columns);
+// A label that is as large as its text, wrapped to these columns at most, for a grid to place. Beyond these rows it
+// takes the focus, and is scrolled.
+newtComponent WrappedLabel(const DialogControl& label, int columns, int rows);
 
 // A label. A text that is longer than its area can be scrolled, and shows its first failure at first.
 class NewtLabel {
