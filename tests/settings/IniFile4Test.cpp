@@ -54,6 +54,7 @@ TEST_CASE("Items are set, moved to the end, and looked up") {
     CHECK(document.Value(u"U", u"e") == longest);
     document.Value(u"U", u"ee", longest);
     CHECK(RaisedBy([&] { return document.Value(u"U", u"ee"); }).number == 6);
+    CHECK(RaisedBy([&] { document.Sections()->Add(u"keyU", {}); }).number == 5);
     // What goes wrong in a section's text is told in its place.
     document.Sections()->Add(u"KEYV", {});
     document.Section(u"W");

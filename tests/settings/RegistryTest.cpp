@@ -48,11 +48,21 @@ TEST_CASE_FIXTURE(RegistryOnKey, "Each operation asks for its right, and each wa
     } const operations[] = {{9, [&] { registry.SubKeyFirst(); }},       {9, [&] { registry.ValueNameFirst(); }},
                             {5, [&] { registry.SubKeyCreate(u"a"); }},  {5, [&] { registry.SubKeyDelete(u"a"); }},
                             {3, [&] { registry.ValueNameDelete({}); }}, {3, [&] { registry.Value(u"v", Null{}); }}};
+    CHECK_FALSE(registry.EOF_SubKey());
+    CHECK_FALSE(registry.EOF_ValueName());
     for (const auto& each : operations) {
         registry.KeyOpenCurrentUser(Key);
         each.operation();
         CHECK(registry.AccessMode() == each.rights);
         registry.KeyClose();
+    }
+    // A key that is gone when it is opened anew is not created again.
+    for (const auto& each : operations) {
+        RawValueSet(User, RawKey, "", RawNumber(1));
+        registry.KeyOpenCurrentUser(Key);
+        CHECK(platform::RegDeleteKeyA(User, RawKey) == platform::StatusSuccess);
+        CHECK(RaisedBy(each.operation).description == u"Key not opened: " + Key);
+        CHECK_FALSE(RawKeyExists(User, RawKey));
     }
     struct {
         platform::Handle root;
