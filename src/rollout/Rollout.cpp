@@ -36,10 +36,10 @@ Text LastChange(const Text& path) {
     RaiseFileStatus(platform::DateLastModified(platform::AnsiFromText(path), date));
     Text stamp = DateTimeStamp(date);
     // From "20171216 101640" to "2017-12-16 10:16:40".
-    for (const std::size_t behind : {13, 11}) {
+    for (const std::size_t behind : {13U, 11U}) {
         stamp.insert(behind, u":");
     }
-    for (const std::size_t behind : {6, 4}) {
+    for (const std::size_t behind : {6U, 4U}) {
         stamp.insert(behind, u"-");
     }
     return stamp;
