@@ -22,8 +22,8 @@ struct DialogControl {
 
 struct Dialog {
     std::u16string caption;
-    std::optional<Size> client;  // twips; nothing for a message box, which is as large as its text asks
-    bool sizable = false;        // fills the terminal
+    bool isBox;    // a message box, not a window
+    bool sizable;  // fills the terminal
     std::vector<DialogControl> controls;
 };
 

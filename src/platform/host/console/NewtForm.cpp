@@ -6,9 +6,12 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <cmath>
 #include <csignal>
-#include <utility>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <sstream>
+#include <string_view>
 
 #include "platform/host/console/Clipboard.h"
 
@@ -18,30 +21,50 @@ namespace {
 
 constexpr int FrameRows = 2;
 constexpr int HelpRows = 1;
-constexpr int MostExplanationRows = 3;
 constexpr int KeyBlank = ' ';
 
-std::string Centred(const std::string& text, int columns) {
-    const int blanks = std::max(columns - Columns(text), 0);
-    return std::string(static_cast<std::size_t>(blanks / 2), ' ') + text +
-           std::string(static_cast<std::size_t>(blanks - blanks / 2), ' ');
+// What a failure in a text begins with, as the reports mark it.
+constexpr std::string_view FailureMark = "***";
+
+// The cells that a line takes: one to each character.
+int Columns(const std::string& line) {
+    return static_cast<int>(
+        std::ranges::count_if(line, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80; }));
 }
 
-// Twips to the cell.
-struct Scale {
-    double column;
-    double row;
+std::string Padded(std::string line, int columns) {
+    line.append(static_cast<std::size_t>(std::max(columns - Columns(line), 0)), ' ');
+    return line;
+}
+
+// A text in lines that are broken at blanks, and the cells that they take.
+struct WrappedText {
+    WrappedText(const std::u16string& text, int columns) {
+        std::string whole = ShownText(text);
+        int allowed = 0;
+        const std::unique_ptr<char, void (*)(void*)> wrapped(
+            newtReflowText(whole.data(), std::max(columns, 1), 0, 0, &allowed, &height), std::free);
+        std::istringstream broken(wrapped.get());
+        for (std::string line; std::getline(broken, line);) {
+            width = std::max(width, Columns(line));
+            lines.push_back(line);
+        }
+    }
+
+    std::vector<std::string> lines;
+    int width = 0;
+    int height = 0;
 };
 
-int Cells(std::int32_t length, double twips) {
-    return static_cast<int>(std::lround(length / twips));
+// The nearest of a terminal's eight colours, by name and by number.
+int ColourNumber(Colour colour) {
+    const auto bright = [&](unsigned shift) { return (static_cast<unsigned>(colour) >> shift & 0xFFU) >= 0x80; };
+    return (bright(0) ? 1 : 0) + (bright(8) ? 2 : 0) + (bright(16) ? 4 : 0);
 }
 
-CellArea AreaOf(const Rectangle& place, const Scale& scale) {
-    const int left = Cells(place.left, scale.column);
-    const int top = Cells(place.top, scale.row);
-    return {left, top, std::max(Cells(place.left + place.width, scale.column) - left, 1),
-            std::max(Cells(place.top + place.height, scale.row) - top, 1)};
+char* ColourName(int number) {
+    static std::array<std::string, 8> names{"black", "red", "green", "brown", "blue", "magenta", "cyan", "white"};
+    return names.at(static_cast<std::size_t>(number)).data();
 }
 
 struct sigaction resizeHandler {};
@@ -51,12 +74,6 @@ void WatchResize() {
     sigaction(SIGWINCH, &resizeHandler, nullptr);
 }
 
-// A row of the screen behind the windows.
-void ShowBackground(int row, std::string text, int screenColumns) {
-    text.resize(text.size() + static_cast<std::size_t>(std::max(screenColumns - Columns(text), 0)), ' ');
-    newtDrawRootText(0, row, text.c_str());
-}
-
 }  // namespace
 
 void KeepResizeHandler() {
@@ -64,25 +81,21 @@ void KeepResizeHandler() {
 }
 
 NewtForm::NewtForm(const Dialog& dialog, std::optional<std::size_t> focus)
-    : dialog_(dialog), form_(newtForm(nullptr, nullptr, NEWT_FLAG_NOF12)) {
+    : dialog_(dialog), buttons_(ButtonsOf(dialog)), form_(newtForm(nullptr, nullptr, NEWT_FLAG_NOF12)) {
     newtGetScreenSize(&columns_, &rows_);
     roomy_ = columns_ >= 60 && rows_ >= 22;
-    // A box covers what the window below has explained.
-    for (int row = 1; row <= MostExplanationRows; ++row) {
-        ShowBackground(rows_ - HelpRows - row, "", columns_);
-    }
-    if (dialog.client) {
-        explanationRows_ = roomy_ && !ButtonsOf(dialog).empty() ? MostExplanationRows : 1;
-        WindowFill();
-    } else {
-        BoxFill();
+    explanationRows_ = dialog.isBox ? 0 : buttons_.empty() ? 1 : 4;
+    CreateControls();
+    OpenWindow();
+    for (const newtComponent control : controls_) {
+        if (control != nullptr) {
+            newtFormAddComponent(form_, control);
+        }
     }
     AddKeys();
     newtComponentAddCallback(form_, FocusMoved, this);
-    for (const Button& button : buttons_) {
-        if (button.control == focus.value_or(buttons_.front().control)) {
-            newtFormSetCurrent(form_, button.component);
-        }
+    if (!buttons_.empty()) {
+        newtFormSetCurrent(form_, controls_[focus.value_or(buttons_.front())]);
     }
     newtPushHelpLine(HelpLine().c_str());
 }
@@ -94,27 +107,18 @@ NewtForm::~NewtForm() {
 }
 
 NewtInput NewtForm::Run() {
-    for (;;) {
-        WatchResize();
-        if (IsOutgrown()) {
-            return {NEWT_KEY_RESIZE};
-        }
-        ExplanationShow();
-        newtExitStruct end{};
-        newtFormRun(form_, &end);
-        if (end.reason == newtExitStruct::NEWT_EXIT_ERROR) {
-            return {NEWT_KEY_ERROR};
-        }
-        if (end.reason == newtExitStruct::NEWT_EXIT_COMPONENT) {
-            return {0, Focus()};
-        }
-        if (const auto pressed = PressedBy(end.u.key)) {
-            return {0, pressed};
-        }
-        if (!Scrolled(end.u.key)) {
-            return {end.u.key};
-        }
+    WatchResize();
+    if (IsOutgrown()) {
+        return {NEWT_KEY_RESIZE};
     }
+    ShowExplanation();
+    newtExitStruct end{};
+    newtFormRun(form_, &end);
+    if (end.reason == newtExitStruct::NEWT_EXIT_ERROR) {
+        return {NEWT_KEY_ERROR};
+    }
+    return end.reason == newtExitStruct::NEWT_EXIT_COMPONENT ? NewtInput{0, Focus()}
+                                                             : NewtInput{end.u.key, PressedBy(end.u.key)};
 }
 
 // The screen may have changed while nobody watched it.
@@ -126,90 +130,133 @@ bool NewtForm::IsOutgrown() const {
 
 std::optional<std::size_t> NewtForm::Focus() const {
     const newtComponent current = newtFormGetCurrent(form_);
-    const auto found =
-        std::ranges::find_if(buttons_, [&](const Button& button) { return button.component == current; });
-    return found == buttons_.end() ? std::nullopt : std::optional(found->control);
+    const auto found = std::ranges::find_if(buttons_, [&](std::size_t button) { return controls_[button] == current; });
+    return found == buttons_.end() ? std::nullopt : std::optional(*found);
 }
 
-std::u16string NewtForm::Explanation() const {
-    if (const auto focus = Focus()) {
-        return dialog_.controls[*focus].toolTip;
+newtComponent NewtForm::NewButton(std::size_t number) const {
+    std::string caption = ShownText(dialog_.controls[buttons_[number]].design.caption);
+    if (!dialog_.isBox) {
+        int columns = 0;
+        for (const std::size_t button : buttons_) {
+            columns = std::max(columns, Columns(ShownText(dialog_.controls[button].design.caption)));
+        }
+        caption = std::to_string(number + 1) + " " + Padded(caption, columns);
     }
-    const auto copied = dialog_.client ? ClipboardFile() : std::nullopt;
-    return copied ? u"Kopiert nach " + copied->u16string() : u"";
+    return roomy_ ? newtButton(-1, -1, caption.c_str()) : newtCompactButton(-1, -1, caption.c_str());
 }
 
-// The places of the design, to the scale of the terminal.
-void NewtForm::WindowFill() {
-    const Size client = *dialog_.client;
-    const int mostRows = rows_ - HelpRows - explanationRows_ - FrameRows;
-    Scale scale = roomy_ ? Scale{80, 150} : Scale{100, 300};  // a button with a border takes three rows
-    if (dialog_.sizable) {
-        scale = {client.width / (columns_ - 2.0), client.height / std::max(1.0, mostRows * 1.0)};
+// A label as large as its text, up to these rows. A longer text is scrolled.
+newtComponent NewtForm::NewLabel(const DialogControl& label, int rows) const {
+    constexpr int mostColumns = 60;
+    constexpr int scrollbarColumns = 2;
+    const int columns = std::min(columns_ - 6, mostColumns);
+    const WrappedText text(label.design.caption, columns);
+    const bool scrolls = text.height > rows;
+    const newtComponent box =
+        newtTextbox(-1, -1, scrolls ? columns - scrollbarColumns : text.width, std::min(text.height, rows),
+                    NEWT_FLAG_WRAP | (scrolls ? NEWT_FLAG_SCROLL : 0));
+    newtTextboxSetText(box, ShownText(label.design.caption).c_str());
+    if (label.background && label.text) {
+        const int background = ColourNumber(*label.background);
+        const int front = ColourNumber(*label.text);
+        // newt's number for a pair of colours. Each pair has one of its own, so that no dialog changes another's.
+        const int colours = NEWT_COLORSET_CUSTOM(background * 8 + front);
+        newtSetColor(colours, ColourName(front), ColourName(background));
+        newtTextboxSetColors(box, colours, colours);
     }
-    const int width = Cells(client.width, scale.column);
-    const int height = Cells(client.height, scale.row);
-    newtOpenWindow(std::max((columns_ - width) / 2, 1), std::max((mostRows - height) / 2, 0) + 1,
-                   static_cast<unsigned>(width), static_cast<unsigned>(height), ShownText(dialog_.caption).c_str());
-    int captionColumns = 0;
-    for (const std::size_t button : ButtonsOf(dialog_)) {
-        captionColumns = std::max(captionColumns, Columns(ShownText(dialog_.controls[button].design.caption)) + 2);
+    return box;
+}
+
+// A label that fills the window up to these rows. The line of its first failure is marked, in the middle.
+newtComponent NewtForm::NewReport(const DialogControl& label, int rows) const {
+    const int columns = columns_ - 4;
+    char* const background = ColourName(ColourNumber(label.background.value_or(0)));
+    char* const text = ColourName(ColourNumber(label.text.value_or(0)));
+    newtSetColor(NEWT_COLORSET_LISTBOX, text, background);
+    newtSetColor(NEWT_COLORSET_ACTLISTBOX, background, text);
+    const newtComponent box = newtListbox(-1, -1, rows, NEWT_FLAG_SCROLL);
+    const std::vector<std::string> lines = WrappedText(label.design.caption, columns - 3).lines;
+    for (const std::string& line : lines) {
+        newtListboxAppendEntry(box, line.c_str(), nullptr);
     }
-    for (std::size_t control = 0; control < dialog_.controls.size(); ++control) {
-        const DialogControl& found = dialog_.controls[control];
-        const CellArea area = AreaOf(found.design.place, scale);
-        if (found.design.kind == ControlKind::Button) {
-            const std::string text = std::to_string(buttons_.size() + 1) + " " + ShownText(found.design.caption);
-            newtFormAddComponent(form_, AddButton(control, Centred(text, captionColumns), area.left, area.top));
-        } else if (found.design.visible) {
-            labels_.push_back(std::make_unique<NewtLabel>(
-                form_, found,
-                area.height > 1 ? area : CellArea{area.left, area.top, width - area.left, height - area.top}));
-            scrolled_ = labels_.back()->Scrolls() ? labels_.back().get() : scrolled_;
+    newtListboxSetWidth(box, columns);
+    const auto failure = std::ranges::find_if(
+        lines, [](const std::string& line) { return line.find(FailureMark) != std::string::npos; });
+    const auto marked = failure == lines.end() ? 0 : static_cast<int>(failure - lines.begin());
+    newtListboxSetCurrent(box, std::min(marked + rows / 2, static_cast<int>(lines.size()) - 1));
+    newtListboxSetCurrent(box, marked);
+    return box;
+}
+
+// The longest label comes last, and has the rows that the others leave.
+void NewtForm::CreateControls() {
+    controls_.resize(dialog_.controls.size());
+    std::multimap<std::size_t, std::size_t> labels;  // by their length
+    for (std::size_t control = 0; control < controls_.size(); ++control) {
+        const Control& design = dialog_.controls[control].design;
+        if (design.kind == ControlKind::Label && design.visible) {
+            labels.emplace(design.caption.size(), control);
         }
     }
+    for (std::size_t number = 0; number < buttons_.size(); ++number) {
+        controls_[buttons_[number]] = NewButton(number);
+    }
+    int left = rows_ - HelpRows - explanationRows_ - FrameRows - (buttons_.empty() ? 0 : roomy_ ? 5 : 1);
+    for (const auto& [length, label] : labels) {
+        const DialogControl& design = dialog_.controls[label];
+        controls_[label] = dialog_.sizable && design.background ? NewReport(design, std::max(left, 1))
+                                                                : NewLabel(design, std::max(left, 1));
+        int width = 0;
+        int height = 0;
+        newtComponentGetSize(controls_[label], &width, &height);
+        left -= height;
+    }
 }
 
-// One label below the other, and the buttons in a row below them.
-void NewtForm::BoxFill() {
-    const std::vector<std::size_t> buttons = ButtonsOf(dialog_);
-    const auto labels = static_cast<int>(dialog_.controls.size() - buttons.size());
-    const int margin = roomy_ ? 1 : 0;
-    const int buttonRows = roomy_ ? 4 : 1;
-    const int mostRows = std::max(rows_ - HelpRows - FrameRows - margin - labels - buttonRows, 1);
-    const newtGrid grid = newtCreateGrid(1, labels + 1);
-    const newtGrid row = newtCreateGrid(static_cast<int>(buttons.size()), 1);
-    int field = 0;
-    for (const DialogControl& control : dialog_.controls) {
-        if (control.design.kind == ControlKind::Label) {
-            newtGridSetField(grid, 0, field++, NEWT_GRID_COMPONENT, WrappedLabel(control, columns_ - 6, mostRows), 0, 0,
-                             0, 0, NEWT_ANCHOR_LEFT, 0);
+// The controls from top to bottom, and side by side those that begin at one height.
+newtGrid NewtForm::Arranged() const {
+    std::map<std::int32_t, std::map<std::int32_t, std::size_t>> lines;
+    for (std::size_t control = 0; control < controls_.size(); ++control) {
+        if (controls_[control] != nullptr) {
+            const Rectangle& place = dialog_.controls[control].design.place;
+            lines[place.top][place.left] = control;
         }
     }
-    newtGridSetField(grid, 0, field, NEWT_GRID_SUBGRID, row, 0, 1, 0, 0, 0, NEWT_GRID_FLAG_GROWX);
-    field = 0;
-    for (const std::size_t button : buttons) {
-        const newtComponent component = AddButton(button, ShownText(dialog_.controls[button].design.caption), -1, -1);
-        newtGridSetField(row, field, 0, NEWT_GRID_COMPONENT, component, field == 0 ? 0 : 2, 0, 0, 0, 0, 0);
-        ++field;
+    const newtGrid grid = newtCreateGrid(1, static_cast<int>(lines.size()));
+    int row = 0;
+    for (const auto& [top, line] : lines) {
+        const newtGrid fields = newtCreateGrid(static_cast<int>(line.size()), 1);
+        int column = 0;
+        for (const auto& [left, control] : line) {
+            newtGridSetField(fields, column, 0, NEWT_GRID_COMPONENT, controls_[control], column == 0 ? 0 : 2, 0, 0, 0,
+                             0, 0);
+            ++column;
+        }
+        const bool isLabel = dialog_.controls[line.begin()->second].design.kind == ControlKind::Label;
+        newtGridSetField(grid, 0, row, NEWT_GRID_SUBGRID, fields, 0, dialog_.isBox && !isLabel && roomy_ ? 1 : 0, 0, 0,
+                         isLabel ? NEWT_ANCHOR_LEFT : 0, 0);
+        ++row;
     }
+    return grid;
+}
+
+void NewtForm::OpenWindow() {
+    const newtGrid grid = Arranged();
     int width = 0;
     int height = 0;
     newtGridGetSize(grid, &width, &height);
-    const std::string caption = FirstColumns(ShownText(dialog_.caption), columns_ - 8);
-    const int columns = std::max(width, Columns(caption)) + 4;
-    newtOpenWindow((columns_ - columns) / 2, std::max((rows_ - HelpRows - height) / 2, 1),
-                   static_cast<unsigned>(columns), static_cast<unsigned>(height + margin), caption.c_str());
-    newtGridPlace(grid, (columns - width) / 2, margin);
-    newtGridAddComponentsToForm(grid, form_, 1);
+    std::string caption = ShownText(dialog_.caption);
+    while (Columns(caption) > columns_ - 8) {
+        caption.pop_back();
+    }
+    const int margin = dialog_.sizable ? 1 : 2;
+    const int columns = std::max(width, Columns(caption)) + 2 * margin;
+    const int above = roomy_ && !dialog_.sizable ? 1 : 0;
+    newtOpenWindow((columns_ - columns) / 2, std::max((rows_ - HelpRows - explanationRows_ - height - above) / 2, 1),
+                   static_cast<unsigned>(columns), static_cast<unsigned>(height + above), caption.c_str());
+    newtGridPlace(grid, (columns - width) / 2, above);
     newtGridFree(grid, 1);
-}
-
-newtComponent NewtForm::AddButton(std::size_t control, const std::string& text, int column, int row) {
-    const newtComponent button =
-        roomy_ ? newtButton(column, row, text.c_str()) : newtCompactButton(column, row, text.c_str());
-    buttons_.push_back({control, button});
-    return button;
 }
 
 void NewtForm::AddKeys() {
@@ -221,68 +268,42 @@ void NewtForm::AddKeys() {
             newtFormAddHotKey(form_, key);
         }
     }
-    if (scrolled_ != nullptr) {
-        for (const int key : {NEWT_KEY_UP, NEWT_KEY_DOWN, NEWT_KEY_PGUP, NEWT_KEY_PGDN, NEWT_KEY_HOME, NEWT_KEY_END}) {
-            newtFormAddHotKey(form_, key);
-        }
-    }
 }
 
 // A button is pressed by its number and by its first letter.
 std::optional<std::size_t> NewtForm::PressedBy(int key) const {
     int number = '1';
-    for (const Button& button : buttons_) {
-        const char16_t first = dialog_.controls[button.control].design.caption.substr(0, 1).front();
-        if (key == number || (key < 0x80 && std::toupper(key) == first)) {
-            return button.control;
+    for (const std::size_t button : buttons_) {
+        const char16_t first = dialog_.controls[button].design.caption.front();
+        if (key == number++ || (key < 0x80 && std::toupper(key) == first)) {
+            return button;
         }
-        ++number;
     }
     return std::nullopt;
 }
 
-// False for a key that has nothing to do with scrolling.
-bool NewtForm::Scrolled(int key) {
-    constexpr int wholeText = 100000;
-    if (scrolled_ == nullptr) {
-        return false;
-    }
-    const int page = std::max(scrolled_->Rows() - 1, 1);
-    const std::array<std::pair<int, int>, 6> steps{{{NEWT_KEY_UP, -1},
-                                                    {NEWT_KEY_DOWN, 1},
-                                                    {NEWT_KEY_PGUP, -page},
-                                                    {NEWT_KEY_PGDN, page},
-                                                    {NEWT_KEY_HOME, -wholeText},
-                                                    {NEWT_KEY_END, wholeText}}};
-    const auto* const step = std::ranges::find(steps, key, &std::pair<int, int>::first);
-    if (step == steps.end()) {
-        return false;
-    }
-    scrolled_->Scroll(step->second);
-    return true;
-}
-
 void NewtForm::FocusMoved(newtComponent /*form*/, void* self) {
-    static_cast<const NewtForm*>(self)->ExplanationShow();
+    static_cast<const NewtForm*>(self)->ShowExplanation();
 }
 
-// In the rows above the help line, as far as they hold it.
-void NewtForm::ExplanationShow() const {
-    const auto rows = static_cast<std::size_t>(explanationRows_);
-    const int width = std::max(columns_ - 4, 1);
-    std::vector<std::string> lines = WrappedLines(ShownText(Explanation()), width);
-    if (lines.size() > rows && rows > 0) {
-        lines[rows - 1] = FirstColumns(lines[rows - 1] + " " + lines[rows], width - 1) + "…";
+// What there is to tell of the window, or of the button that has the focus, in the rows above the help line.
+void NewtForm::ShowExplanation() const {
+    std::u16string explanation;
+    if (const auto focus = Focus()) {
+        explanation = dialog_.controls[*focus].toolTip;
+    } else if (const auto copied = ClipboardFile()) {
+        explanation = u"Kopiert nach " + copied->u16string();
     }
-    lines.resize(rows);
+    std::vector<std::string> lines = WrappedText(explanation, columns_ - 2).lines;
+    lines.resize(static_cast<std::size_t>(explanationRows_));
     int row = rows_ - HelpRows - explanationRows_;
     for (const std::string& line : lines) {
-        ShowBackground(row++, " " + line, columns_);
+        newtDrawRootText(0, row++, Padded(" " + line, columns_).c_str());
     }
 }
 
 std::string NewtForm::HelpLine() const {
-    const std::string end = dialog_.client ? "Esc Ende" : "Esc Zurück";
+    const std::string end = dialog_.isBox ? "Esc Zurück" : "Esc Ende";
     if (buttons_.empty()) {
         return " Pfeile, Bild auf/ab Blättern  " + end;
     }

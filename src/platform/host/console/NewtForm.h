@@ -3,13 +3,11 @@
 #include <newt.h>
 
 #include <cstddef>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "platform/host/console/Dialog.h"
-#include "platform/host/console/NewtText.h"
 
 namespace platform::host {
 
@@ -39,33 +37,27 @@ public:
     [[nodiscard]] std::optional<std::size_t> Focus() const;
 
 private:
-    struct Button {
-        std::size_t control;
-        newtComponent component;
-    };
-
     [[nodiscard]] bool IsOutgrown() const;
-    void WindowFill();
-    void BoxFill();
-    newtComponent AddButton(std::size_t control, const std::string& text, int column, int row);
+    [[nodiscard]] newtComponent NewButton(std::size_t number) const;
+    [[nodiscard]] newtComponent NewLabel(const DialogControl& label, int rows) const;
+    [[nodiscard]] newtComponent NewReport(const DialogControl& label, int rows) const;
+    void CreateControls();
+    [[nodiscard]] newtGrid Arranged() const;
+    void OpenWindow();
     void AddKeys();
     [[nodiscard]] std::optional<std::size_t> PressedBy(int key) const;
-    bool Scrolled(int key);
     static void FocusMoved(newtComponent form, void* self);
-    // What there is to tell of the dialog, or of the button that has the focus.
-    [[nodiscard]] std::u16string Explanation() const;
-    void ExplanationShow() const;
+    void ShowExplanation() const;
     [[nodiscard]] std::string HelpLine() const;
 
     const Dialog& dialog_;
-    int columns_ = 0;  // of the screen
+    const std::vector<std::size_t> buttons_;  // by their numbers, from 0
+    int columns_ = 0;                         // of the screen
     int rows_ = 0;
     bool roomy_ = false;  // enough room for buttons with a border
     int explanationRows_ = 0;
     newtComponent form_;
-    std::vector<Button> buttons_;
-    std::vector<std::unique_ptr<NewtLabel>> labels_;
-    NewtLabel* scrolled_ = nullptr;
+    std::vector<newtComponent> controls_;  // null for a hidden one
 };
 
 }  // namespace platform::host

@@ -7,7 +7,6 @@
 #include <memory>
 #include <utility>
 
-#include "platform/host/console/ActiveWindow.h"
 #include "platform/host/console/Dialog.h"
 #include "platform/host/console/NewtView.h"
 #include "platform/host/console/Terminal.h"
@@ -47,12 +46,6 @@ bool Shown(Handle window) {
 // What the frame adds to the client area, in twips: that of Windows' classic look at 96 dots to the inch.
 Size FrameOf(bool sizable) {
     return sizable ? Size{120, 405} : Size{90, 375};
-}
-
-void OuterSet(HostWindow& window, Size outer) {
-    const Size frame = FrameOf(window.dialog.sizable);
-    window.outer = outer;
-    window.dialog.client = Size{std::max(outer.width - frame.width, 0), std::max(outer.height - frame.height, 0)};
 }
 
 template <typename Change>
@@ -98,15 +91,8 @@ void ServeEvents(Handle window) {
     }
 }
 
-}  // namespace
-
-namespace host {
-
-Handle ActiveWindow() {
-    return activeWindow;
-}
-
-void WindowActivate(Handle window) {
+// Gives a window that is shown the focus and tells its owner; any other is passed over.
+void Activate(Handle window) {
     if (!Shown(window)) {
         return;
     }
@@ -116,15 +102,52 @@ void WindowActivate(Handle window) {
     }
 }
 
-}  // namespace host
+constexpr std::uint32_t ButtonsMask = 0x0F;
+constexpr std::uint32_t IconMask = 0xF0;
+
+struct BoxButton {
+    const char16_t* caption;
+    std::int32_t answer;
+};
+
+std::vector<BoxButton> ButtonsOfType(std::uint32_t type) {
+    if ((type & ButtonsMask) == ButtonsYesNoCancel) {
+        return {{u"Ja", AnswerYes}, {u"Nein", AnswerNo}, {u"Abbrechen", AnswerCancel}};
+    }
+    return {{u"OK", AnswerOk}};
+}
+
+// The icon as a word on its colour.
+DialogControl IconOfType(std::uint32_t type) {
+    constexpr Colour white = 0xFFFFFF;
+    constexpr Colour black = 0x000000;
+    constexpr Colour red = 0x0000FF;
+    constexpr Colour yellow = 0x00FFFF;
+    constexpr Colour blue = 0xFF0000;
+    const auto icon = [](const char16_t* word, Colour background, Colour text) {
+        return DialogControl{{ControlKind::Label, word, {}}, {}, background, text};
+    };
+    switch (type & IconMask) {
+        case IconCritical:
+            return icon(u"Fehler", red, white);
+        case IconQuestion:
+            return icon(u"Frage", blue, white);
+        case IconExclamation:
+            return icon(u"Warnung", yellow, black);
+        default:
+            return icon(u"Hinweis", blue, white);
+    }
+}
+
+}  // namespace
 
 Handle WindowCreate(const WindowDesign& design, WindowEvents events) {
     const Size frame = FrameOf(design.sizable);
-    HostWindow window{{design.caption, design.client, design.sizable, {}},
+    HostWindow window{{design.caption, false, design.sizable, {}},
                       {design.client.width + frame.width, design.client.height + frame.height},
                       std::move(events)};
-    if (const std::optional<Size> screen = host::NewtScreenSize(); screen && design.sizable) {
-        OuterSet(window, *screen);
+    if (design.sizable) {
+        window.outer = host::NewtScreenSize().value_or(window.outer);
     }
     for (const Control& control : design.controls) {
         window.dialog.controls.push_back({control});
@@ -139,7 +162,7 @@ void WindowShowModal(Handle window) {
     ShowWindow(window, ShowShow);
     ServeEvents(window);
     if (earlier != window) {
-        host::WindowActivate(earlier);
+        Activate(earlier);
     }
 }
 
@@ -181,7 +204,7 @@ Size WindowOuterSize(Handle window) {
 void WindowOuterSize(Handle window, Size size) {
     HostWindow* const found = WindowOf(window);
     if (found != nullptr && (found->outer.width != size.width || found->outer.height != size.height)) {
-        OuterSet(*found, size);
+        found->outer = size;
         TellResized(*found);
     }
 }
@@ -209,7 +232,7 @@ bool ShowWindow(Handle window, std::int32_t command) {
         TellResized(*found);
     }
     if (activeWindow != window) {
-        host::WindowActivate(window);
+        Activate(window);
     }
     return earlier;
 }
@@ -222,6 +245,21 @@ std::int32_t GetWindowLongA(Handle window, std::int32_t /*index*/) {
 std::int32_t SetWindowLongA(Handle window, std::int32_t /*index*/, std::int32_t number) {
     HostWindow* const found = WindowOf(window);
     return found == nullptr ? 0 : std::exchange(found->extendedStyle, number);
+}
+
+std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& caption, std::uint32_t type) {
+    const std::vector<BoxButton> buttons = ButtonsOfType(type);
+    std::int32_t place = 0;  // one below the other, and the buttons side by side
+    Dialog dialog{caption, true, false, {IconOfType(type), {{ControlKind::Label, text, {0, 1, 0, 0}}}}};
+    const std::size_t firstButton = dialog.controls.size();
+    for (const BoxButton& button : buttons) {
+        dialog.controls.push_back({{ControlKind::Button, button.caption, {place++, 2, 0, 0}}});
+    }
+    const Handle owner = activeWindow;
+    const Act act = host::DialogShow(dialog)->Next();
+    Activate(owner);
+    // The close box stands for Cancel, or for the one button.
+    return act.kind == Act::Kind::Click ? buttons.at(act.control - firstButton).answer : buttons.back().answer;
 }
 
 void MessageBeep() {
