@@ -5,6 +5,8 @@
 #include <cerrno>
 #include <utility>
 
+#include "platform/Handle.h"
+
 namespace platform::host {
 
 // A file descriptor of the host, closed with its owner.
@@ -30,6 +32,9 @@ public:
 private:
     int number_ = -1;
 };
+
+// The status that Windows gives for the failure that an errno number tells; StatusIoDevice where Windows has no like.
+Status StatusFromErrno(int number);
 
 // Repeats a call of the host for as long as a signal interrupts it.
 template <typename Call>

@@ -2,11 +2,11 @@
 
 #include <sys/types.h>
 
+#include <cstdint>
 #include <variant>
 
 #include "platform/Handle.h"
 #include "platform/host/FileDescriptor.h"
-#include "platform/host/registry/OpenKey.h"
 
 // What the handles of files, processes and registry keys stand for. They share their numbers; a number is not given out
 // again, so that a stale handle is told from a live one.
@@ -14,6 +14,12 @@ namespace platform::host {
 
 struct ProcessReference {
     pid_t number;
+};
+
+struct OpenKey {
+    bool isUsers;      // in the user's file, not in the machine's
+    std::int64_t key;  // its number there; that of a deleted key is not used again
+    std::int32_t rights;
 };
 
 using HandleObject = std::variant<FileDescriptor, ProcessReference, OpenKey>;

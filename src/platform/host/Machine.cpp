@@ -8,22 +8,18 @@
 
 namespace platform::host {
 
-namespace {
-
-std::string Variable(const char* name) {
+std::string ProcessVariable(const char* name) {
     const char* const value = std::getenv(name);
     return value == nullptr ? std::string() : std::string(value);
 }
 
-}  // namespace
-
 std::filesystem::path MachineFolder() {
-    if (const std::string machine = Variable("VTV4V_MACHINE"); !machine.empty()) {
+    if (const std::string machine = ProcessVariable("VTV4V_MACHINE"); !machine.empty()) {
         return machine;
     }
-    std::filesystem::path data = Variable("XDG_DATA_HOME");
+    std::filesystem::path data = ProcessVariable("XDG_DATA_HOME");
     if (data.empty()) {
-        data = Variable("HOME") + "/.local/share";
+        data = ProcessVariable("HOME") + "/.local/share";
     }
     return data / "vtv4v" / "machine";
 }

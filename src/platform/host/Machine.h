@@ -11,6 +11,9 @@ namespace platform::host {
 // The folder may be missing: that is an empty machine. Asked anew at each call, so that a process can change machines.
 std::filesystem::path MachineFolder();
 
+// A variable of the process; empty for one that is missing.
+std::string ProcessVariable(const char* name);
+
 // The machine's environment variables: the lines "NAME=value" of its file `environment`, in UTF-8, read at each call.
 // Names are in capital letters, in which they are found without regard to case; a later line wins, and a line without a
 // name or without "=" is passed over.

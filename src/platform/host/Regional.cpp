@@ -1,16 +1,12 @@
-// German regional settings.
+// Numbers under German regional settings.
 #include "platform/Regional.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
-#include <cstdio>
 #include <limits>
 #include <optional>
 #include <string_view>
-
-#include "platform/host/DateValue.h"
 
 namespace platform {
 
@@ -117,22 +113,6 @@ Status VarI4FromStr(const std::u16string& text, std::int32_t& number) {
     const std::optional<double> value = AreSound(affixes) ? ReadDecimal(body) : std::nullopt;
     const bool negative = affixes.find_first_of("-(") != std::string::npos;
     return value ? Round(negative ? -*value : *value, number) : DispTypeMismatch;
-}
-
-std::u16string VarBstrFromDate(double date) {
-    using namespace std::chrono;
-    const seconds sinceStart(std::llround(date * host::SecondsPerDay));
-    const sys_days day = host::DateValueStart + floor<days>(sinceStart);
-    const year_month_day calendar(day);
-    const hh_mm_ss time(sinceStart - floor<days>(sinceStart));
-    std::array<char, 48> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%02u.%02u.%04d %02d:%02d:%02d", static_cast<unsigned>(calendar.day()),
-                  static_cast<unsigned>(calendar.month()), static_cast<int>(calendar.year()),
-                  static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
-                  static_cast<int>(time.seconds().count()));
-    const std::string_view text(buffer.data());
-    const bool midnight = time.to_duration() == seconds(0);
-    return TextFromAnsi(std::string(midnight ? text.substr(0, text.find(' ')) : text));
 }
 
 }  // namespace platform

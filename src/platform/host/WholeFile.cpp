@@ -9,8 +9,6 @@
 #include <fstream>
 #include <iterator>
 
-#include "platform/host/HostStatus.h"
-
 namespace platform::host {
 
 namespace {

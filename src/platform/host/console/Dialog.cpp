@@ -1,6 +1,7 @@
 #include "platform/host/console/Dialog.h"
 
-#include <algorithm>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "platform/host/Unicode.h"
 #include "platform/host/console/LineView.h"
@@ -29,6 +30,13 @@ std::vector<std::size_t> ButtonsOf(const Dialog& dialog) {
 std::unique_ptr<DialogView> DialogShow(const Dialog& dialog) {
     std::unique_ptr<DialogView> view = NewtShow(dialog);
     return view != nullptr ? std::move(view) : std::make_unique<LineView>(dialog);
+}
+
+bool HasTerminal() {
+    struct stat input {};
+    struct stat output {};
+    return isatty(STDIN_FILENO) == 1 && isatty(STDOUT_FILENO) == 1 && fstat(STDIN_FILENO, &input) == 0 &&
+           fstat(STDOUT_FILENO, &output) == 0 && input.st_rdev == output.st_rdev;
 }
 
 std::string ShownText(std::u16string_view text) {

@@ -27,7 +27,7 @@ struct Dialog {
     std::vector<DialogControl> controls;
 };
 
-// The places of the buttons among the controls, in the order of their numbers; a hidden one has a number too.
+// The places of the buttons among the controls, in the order of their numbers.
 std::vector<std::size_t> ButtonsOf(const Dialog& dialog);
 
 // What the person did. A new size is told only of a sizable dialog.
@@ -52,6 +52,9 @@ public:
 };
 
 std::unique_ptr<DialogView> DialogShow(const Dialog& dialog);
+
+// True when a person sees and types on one terminal: standard input and output are that terminal.
+bool HasTerminal();
 
 // UTF-8 with lines parted by LF, and no control character that a terminal would obey.
 std::string ShownText(std::u16string_view text);

@@ -84,9 +84,8 @@ std::optional<Act> LineView::ActOf(const std::u16string& line) const {
     }
     std::size_t number = 0;
     for (const std::size_t button : ButtonsOf(dialog_)) {
-        const Control& design = dialog_.controls[button].design;
         ++number;
-        if (design.visible && (line == Comparable(design.caption) || line == FromUtf8(std::to_string(number)))) {
+        if (line == Comparable(dialog_.controls[button].design.caption) || line == FromUtf8(std::to_string(number))) {
             return Act{Act::Kind::Click, button};
         }
     }
@@ -104,10 +103,7 @@ void LineView::ToolTipsTell() const {
 void LineView::ChoicesTell() const {
     std::size_t number = 0;
     for (const std::size_t button : ButtonsOf(dialog_)) {
-        ++number;
-        if (dialog_.controls[button].design.visible) {
-            std::cout << "  " << Numbered(number, dialog_.controls[button].design.caption) << '\n';
-        }
+        std::cout << "  " << Numbered(++number, dialog_.controls[button].design.caption) << '\n';
     }
     std::cout << (HasToolTips() ? "  ? Erklärungen\n" : "") << "  x Schließen\n";
 }

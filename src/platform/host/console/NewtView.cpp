@@ -13,8 +13,8 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/host/Machine.h"
 #include "platform/host/console/NewtForm.h"
-#include "platform/host/console/Terminal.h"
 
 namespace platform::host {
 
@@ -24,14 +24,9 @@ class NewtView;
 // The dialogs in sight, the lowest first. The terminal is newt's while there is one.
 std::vector<NewtView*> views;
 
-std::string_view EnvironmentText(const char* name) {
-    const char* const value = std::getenv(name);
-    return value == nullptr ? std::string_view() : std::string_view(value);
-}
-
 // Asked before newt begins, which ends the program on a terminal that it does not know.
 bool CanDraw() {
-    return HasTerminal() && EnvironmentText("TERM") != "dumb" && SLtt_initialize(nullptr) == 0;
+    return HasTerminal() && ProcessVariable("TERM") != "dumb" && SLtt_initialize(nullptr) == 0;
 }
 
 // A program that a shell continues in the background must not draw on the terminal.
@@ -57,7 +52,7 @@ void ScreenBegin() {
         setenv("LC_ALL", "C.UTF-8", 1);
         std::setlocale(LC_CTYPE, "");
     }
-    if (!EnvironmentText("NO_COLOR").empty()) {
+    if (!ProcessVariable("NO_COLOR").empty()) {
         setenv("NEWT_MONO", "1", 0);
     }
     newtInit();
@@ -106,8 +101,6 @@ public:
             ScreenEnd();
         }
     }
-    NewtView(const NewtView&) = delete;
-    NewtView& operator=(const NewtView&) = delete;
 
     void Draw() { form_ = std::make_unique<NewtForm>(dialog_, focus_); }
     void Erase() {

@@ -9,7 +9,6 @@
 
 #include "platform/host/console/Dialog.h"
 #include "platform/host/console/NewtView.h"
-#include "platform/host/console/Terminal.h"
 
 namespace platform {
 

@@ -6,7 +6,7 @@
 #include <system_error>
 
 #include "platform/Regional.h"
-#include "platform/host/HostStatus.h"
+#include "platform/host/FileDescriptor.h"
 #include "platform/host/Machine.h"
 #include "platform/host/Unicode.h"
 

@@ -11,7 +11,6 @@
 #include "platform/host/DateValue.h"
 #include "platform/host/FileDescriptor.h"
 #include "platform/host/HandleTable.h"
-#include "platform/host/HostStatus.h"
 #include "platform/host/Unicode.h"
 #include "platform/host/WholeFile.h"
 #include "platform/host/drive/Drive.h"

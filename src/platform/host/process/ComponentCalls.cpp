@@ -18,7 +18,7 @@
 #include "platform/host/Machine.h"
 #include "platform/host/Unicode.h"
 #include "platform/host/process/ClassValue.h"
-#include "platform/host/registry/RegistryStatusText.h"
+#include "platform/host/registry/RegistryFile.h"
 
 namespace platform {
 

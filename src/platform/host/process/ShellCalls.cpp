@@ -1,16 +1,17 @@
 #include "platform/ShellCalls.h"
 
 #include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <string_view>
 #include <thread>
 #include <vector>
 
 #include "platform/Regional.h"
+#include "platform/host/FileDescriptor.h"
 #include "platform/host/HandleTable.h"
-#include "platform/host/HostStatus.h"
 #include "platform/host/Unicode.h"
-#include "platform/host/console/Terminal.h"
+#include "platform/host/console/Dialog.h"
 #include "platform/host/drive/Drive.h"
 #include "platform/host/process/ClassValue.h"
 #include "platform/host/process/StartedProgram.h"
@@ -110,7 +111,7 @@ Status StartCommandLine(const std::string& command, std::int32_t /*windowStyle*/
 }
 
 Handle OpenProcess(std::int32_t /*access*/, std::int32_t /*inherit*/, std::int32_t processId) {
-    return host::IsStarted(processId) ? host::HandleAdd(host::ProcessReference{processId}) : 0;
+    return processId > 0 && kill(processId, 0) == 0 ? host::HandleAdd(host::ProcessReference{processId}) : 0;
 }
 
 std::uint32_t WaitForSingleObject(Handle process, std::uint32_t milliseconds) {

@@ -3,24 +3,20 @@
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <csignal>
-#include <set>
 
 #include "platform/host/FileDescriptor.h"
-#include "platform/host/console/Terminal.h"
+#include "platform/host/console/Dialog.h"
+#include "platform/host/console/NewtView.h"
 
 extern char** environ;
 
 namespace platform::host {
 
 namespace {
-
-std::set<pid_t>& Started() {
-    static std::set<pid_t> started;
-    return started;
-}
 
 int Spawn(const ProgramStart& program, bool inTerminal, pid_t& process) {
     std::vector<char*> arguments;
@@ -45,7 +41,7 @@ int Spawn(const ProgramStart& program, bool inTerminal, pid_t& process) {
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setflags(&attributes,
                              static_cast<short>(POSIX_SPAWN_SETSIGDEF | (inTerminal ? 0 : POSIX_SPAWN_SETPGROUP)));
-    // What we or the loan of a terminal ignore, a program expects to find as the system has it.
+    // What we ignore, a program expects to find as the system has it.
     sigset_t defaults;
     sigemptyset(&defaults);
     for (const int number : {SIGINT, SIGQUIT, SIGXFSZ}) {
@@ -62,36 +58,33 @@ int Spawn(const ProgramStart& program, bool inTerminal, pid_t& process) {
 }  // namespace
 
 int StartProgram(const ProgramStart& program, pid_t& process) {
-    // Those that nobody waits for leave the host's table of processes at the next start.
-    for (const pid_t earlier : std::set<pid_t>(Started())) {
-        HasEnded(earlier);
+    // Those that have ended leave the host's table of processes at the next start.
+    while (waitpid(-1, nullptr, WNOHANG) > 0) {
     }
-    const int failure = Spawn(program, false, process);
-    if (failure == 0) {
-        Started().insert(process);
-    }
-    return failure;
+    return Spawn(program, false, process);
 }
 
+// Ctrl-C and Ctrl-\ are the program's alone, and whatever it leaves, the terminal has its modes from before at the end.
 int RunInTerminal(const ProgramStart& program) {
-    const TerminalLoan loan;
+    NewtSuspend();
+    termios modes{};
+    tcgetattr(STDIN_FILENO, &modes);
+    const auto interrupt = std::signal(SIGINT, SIG_IGN);
+    const auto quit = std::signal(SIGQUIT, SIG_IGN);
     pid_t process = 0;
     const int failure = Spawn(program, true, process);
     if (failure == 0) {
         Uninterrupted([&] { return waitpid(process, nullptr, 0); });
     }
+    std::signal(SIGINT, interrupt);
+    std::signal(SIGQUIT, quit);
+    tcsetattr(STDIN_FILENO, TCSADRAIN, &modes);
+    NewtResume();
     return failure;
 }
 
-bool IsStarted(pid_t process) {
-    return Started().contains(process);
-}
-
 bool HasEnded(pid_t process) {
-    if (IsStarted(process) && Uninterrupted([&] { return waitpid(process, nullptr, WNOHANG); }) != 0) {
-        Started().erase(process);
-    }
-    return !IsStarted(process);
+    return Uninterrupted([&] { return waitpid(process, nullptr, WNOHANG); }) != 0;
 }
 
 }  // namespace platform::host

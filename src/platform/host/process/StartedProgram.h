@@ -21,8 +21,7 @@ int StartProgram(const ProgramStart& program, pid_t& process);
 // Lends the terminal to a program and waits for its end. Returns 0 when it was started, or the errno of what failed.
 int RunInTerminal(const ProgramStart& program);
 
-// True for a program that StartProgram started until HasEnded has told its end.
-bool IsStarted(pid_t process);
+// False while a program that StartProgram started runs.
 bool HasEnded(pid_t process);
 
 }  // namespace platform::host

@@ -5,7 +5,7 @@
 
 #include "platform/Regional.h"
 #include "platform/RegistryCalls.h"
-#include "platform/host/HostStatus.h"
+#include "platform/host/FileDescriptor.h"
 
 namespace platform::host {
 

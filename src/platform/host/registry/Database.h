@@ -40,9 +40,6 @@ public:
     void RollBack() noexcept;
     [[noreturn]] void Fail() const;
 
-    // How many rows were changed through this object.
-    [[nodiscard]] std::int64_t Changes() const { return sqlite3_total_changes64(connection_.get()); }
-
 private:
     struct Close {
         void operator()(sqlite3* connection) const noexcept { sqlite3_close(connection); }

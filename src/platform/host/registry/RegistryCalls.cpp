@@ -9,7 +9,6 @@
 #include "platform/host/HandleTable.h"
 #include "platform/host/Machine.h"
 #include "platform/host/registry/RegistryFile.h"
-#include "platform/host/registry/RegistryStatusText.h"
 
 namespace platform {
 
@@ -39,9 +38,9 @@ constexpr const char* SelectSubKeyAt =
     "SELECT (SELECT name FROM key WHERE parent = ?1 ORDER BY path LIMIT 1 OFFSET ?2) FROM key WHERE id = ?1";
 constexpr const char* SelectValue =
     "SELECT type, data FROM key LEFT JOIN value ON key = id AND folded = ?2 WHERE id = ?1";
-constexpr const char* SelectValueBehind =
-    "SELECT type, data, name, position FROM (SELECT 1 FROM key WHERE id = ?1) LEFT JOIN"
-    " (SELECT * FROM value WHERE key = ?1 AND position > ?2 ORDER BY position LIMIT 1 OFFSET ?3)";
+constexpr const char* SelectValueAt =
+    "SELECT type, data, name FROM (SELECT 1 FROM key WHERE id = ?1) LEFT JOIN"
+    " (SELECT * FROM value WHERE key = ?1 ORDER BY position LIMIT 1 OFFSET ?2)";
 constexpr const char* InsertValue =
     "INSERT INTO value (key, position, name, folded, type, data)"
     " SELECT id, (SELECT coalesce(max(position), 0) + 1 FROM value WHERE key = ?1), ?2, ?3, ?4, ?5"
@@ -267,16 +266,9 @@ Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::
                      std::span<char> data, std::uint32_t& dataSize) {
     return StatusOf([&] {
         const OpenKey open = KeyOf(key, KeyQueryValue);
-        Database& database = FileOf(open).ForReading();
-        const std::int64_t changes = database.Changes();
-        const bool goesOn = open.reached.changes == changes && open.reached.index < index;
-        const OpenKey::ReachedValue from = goesOn ? open.reached : OpenKey::ReachedValue();
-        Query value(database, SelectValueBehind, open.key, from.position, index - from.index - 1);
+        Query value(FileOf(open).ForReading(), SelectValueAt, open.key, index);
         RefuseUnless(value.Step(), StatusKeyDeleted);
         RefuseUnless(index >= 0 && !value.IsNull(0), StatusNoMoreItems);
-        if (auto* const kept = host::HandleFindAs<OpenKey>(key)) {
-            kept->reached = {index, value.Number(3), changes};
-        }
         DeliverData(value.Bytes(1), data, dataSize);
         DeliverName(value.Text(2), name, nameSize);
         type = static_cast<std::uint32_t>(value.Number(0));

@@ -9,7 +9,7 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/host/HostStatus.h"
+#include "platform/host/FileDescriptor.h"
 
 namespace platform::host {
 
@@ -18,18 +18,18 @@ namespace {
 // Numbers of keys are not used again (AUTOINCREMENT), so that a handle of a deleted key is known. Paths, from "\\" on,
 // and folded names are in capital letters, for comparing and ordering. The view is for those who look in from outside.
 constexpr const char* Tables = R"(
-CREATE TABLE key (
+CREATE TABLE IF NOT EXISTS key (
     id INTEGER PRIMARY KEY AUTOINCREMENT, parent INTEGER, name TEXT NOT NULL, path TEXT NOT NULL UNIQUE,
     UNIQUE (parent, path));
-INSERT INTO key VALUES (2, 1, 'S-1-5-21-0-0-0-1000', '\S-1-5-21-0-0-0-1000');
-INSERT INTO key VALUES (3, 2, 'Software', '\S-1-5-21-0-0-0-1000\SOFTWARE');
-INSERT INTO key VALUES (4, 3, 'Classes', '\S-1-5-21-0-0-0-1000\SOFTWARE\CLASSES');
-CREATE TABLE value (
+INSERT OR IGNORE INTO key VALUES (2, 1, 'S-1-5-21-0-0-0-1000', '\S-1-5-21-0-0-0-1000');
+INSERT OR IGNORE INTO key VALUES (3, 2, 'Software', '\S-1-5-21-0-0-0-1000\SOFTWARE');
+INSERT OR IGNORE INTO key VALUES (4, 3, 'Classes', '\S-1-5-21-0-0-0-1000\SOFTWARE\CLASSES');
+CREATE TABLE IF NOT EXISTS value (
     key INTEGER NOT NULL, position INTEGER NOT NULL, name TEXT NOT NULL, folded TEXT NOT NULL,
     type INTEGER NOT NULL, data NOT NULL,
     PRIMARY KEY (key, position), UNIQUE (key, folded)) WITHOUT ROWID;
-CREATE TRIGGER key_deleted AFTER DELETE ON key BEGIN DELETE FROM value WHERE key = old.id; END;
-CREATE VIEW registry (path, name, type, value) AS
+CREATE TRIGGER IF NOT EXISTS key_deleted AFTER DELETE ON key BEGIN DELETE FROM value WHERE key = old.id; END;
+CREATE VIEW IF NOT EXISTS registry (path, name, type, value) AS
     WITH RECURSIVE place (id, path) AS (
         SELECT 2, name FROM key WHERE id = 1
         UNION ALL
@@ -40,7 +40,7 @@ CREATE VIEW registry (path, name, type, value) AS
         CASE typeof(data) WHEN 'blob' THEN hex(data) ELSE data END
     FROM place JOIN value ON key = id ORDER BY path, position;
 )";
-constexpr const char* InsertTop = "INSERT INTO key VALUES (1, NULL, ?, '')";
+constexpr const char* InsertTop = "INSERT OR IGNORE INTO key VALUES (1, NULL, ?, '')";
 
 // SQLite takes a file that is smaller than this for an empty one, and would write over it.
 constexpr off_t SmallestDatabase = 512;
@@ -49,12 +49,9 @@ bool ProcessMayWrite(const std::filesystem::path& path) {
     return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
 }
 
-bool OwnerMayWrite(const struct stat& file, const std::filesystem::path& path) {
-    return (file.st_mode & S_IWUSR) != 0 && ProcessMayWrite(path);
-}
-
 bool IsSameFile(const struct stat& one, const struct stat& other) {
-    return one.st_dev == other.st_dev && one.st_ino == other.st_ino && one.st_mode == other.st_mode;
+    return one.st_dev == other.st_dev && one.st_ino == other.st_ino && one.st_mode == other.st_mode &&
+           (one.st_size == 0) == (other.st_size == 0);
 }
 
 // The folder in which the file is or would be; empty when the working directory that it goes from is gone.
@@ -76,19 +73,6 @@ std::string Address(const std::filesystem::path& path) {
     return address;
 }
 
-// A new database, removed with what SQLite may leave beside it.
-struct FileBeside {
-    explicit FileBeside(std::string name) : path(std::move(name)) {}
-    ~FileBeside() {
-        unlink(path.c_str());
-        unlink((path + "-wal").c_str());
-    }
-    FileBeside(const FileBeside&) = delete;
-    FileBeside& operator=(const FileBeside&) = delete;
-
-    std::string path;
-};
-
 }  // namespace
 
 RegistryFile::RegistryFile(std::filesystem::path path, std::u16string root)
@@ -107,15 +91,14 @@ Database& RegistryFile::ForReading() {
         return *database_;
     }
     database_.reset();
-    if (now.st_ino == 0) {
-        Database empty(":memory:", SQLITE_OPEN_READWRITE);
-        CreateTables(empty);
-        database_ = std::move(empty);
+    writable_ = (now.st_mode & S_IWUSR) != 0 && ProcessMayWrite(path_) &&
+                ProcessMayWrite(FolderOf(path_));  // SQLite's log stands beside the file
+    if (now.st_size == 0) {
+        database_.emplace(":memory:", SQLITE_OPEN_READWRITE);
+        CreateTables(*database_);
     } else if (now.st_size < SmallestDatabase) {
         throw RegistryFailure{StatusDatabaseDamaged, path_};
     } else {
-        // SQLite's log stands beside the file.
-        writable_ = OwnerMayWrite(now, path_) && ProcessMayWrite(FolderOf(path_));
         database_ = OpenFile();
     }
     opened_ = now;
@@ -126,7 +109,7 @@ Database& RegistryFile::ForWriting() {
     if (!IsWritable()) {
         throw RegistryFailure{StatusAccessDenied};
     }
-    if (opened_.st_ino == 0) {
+    if (opened_.st_size == 0) {
         CreateFile();
         ForReading();
     }
@@ -135,15 +118,7 @@ Database& RegistryFile::ForWriting() {
 
 bool RegistryFile::IsWritable() {
     ForReading();
-    if (opened_.st_ino != 0) {
-        return writable_;
-    }
-    std::filesystem::path folder = FolderOf(path_);
-    struct stat found = {};
-    while (stat(folder.c_str(), &found) != 0 && folder.has_relative_path()) {
-        folder = folder.parent_path();
-    }
-    return S_ISDIR(found.st_mode) && OwnerMayWrite(found, folder);
+    return opened_.st_ino == 0 || writable_;  // of a missing file the system judges when it is made
 }
 
 // A file that takes no changes is read without a log where the last writer left none: a new log would stay, and its
@@ -152,7 +127,7 @@ Database RegistryFile::OpenFile() const {
     const std::string address = Address(path_);
     if (writable_) {
         Database database(address, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI);
-        database.Execute("PRAGMA synchronous = NORMAL");
+        database.Execute("PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL");
         return database;
     }
     std::error_code noLog;
@@ -160,20 +135,13 @@ Database RegistryFile::OpenFile() const {
     return {hasLog ? address : address + "?immutable=1", SQLITE_OPEN_READONLY | SQLITE_OPEN_URI};
 }
 
-// The file gets its name when it is whole, unless another process was faster: that one's file is as good.
+// SQLite sees to it that the file is empty or whole, and that another process which makes it too finds it so.
 void RegistryFile::CreateFile() const {
-    const FileBeside beside(path_.native() + "." + std::to_string(getpid()));
     std::error_code failure;  // told by the open
     std::filesystem::create_directories(path_.parent_path(), failure);
-    {
-        Database database(Address(beside.path), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI);
-        database.Execute("PRAGMA page_size = 1024");  // a change writes whole pages to the log
-        database.Execute("PRAGMA journal_mode = WAL");
-        CreateTables(database);
-    }
-    if (link(beside.path.c_str(), path_.c_str()) != 0 && errno != EEXIST) {
-        throw RegistryFailure{StatusFromErrno(errno), path_};
-    }
+    Database database(Address(path_), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI);
+    database.Execute("PRAGMA page_size = 1024");  // a change writes whole pages to the log
+    CreateTables(database);
 }
 
 void RegistryFile::CreateTables(Database& database) const {

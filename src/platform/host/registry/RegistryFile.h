@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <string>
 
 #include "platform/host/registry/Database.h"
 
@@ -26,8 +27,7 @@ public:
     // The same, made where it is missing. Fails with status 5 when changes are refused.
     Database& ForWriting();
 
-    // False when the owner's write bit of the file is off (or that of the folder where it would be made), or when this
-    // process may not write there.
+    // False when the owner's write bit of the file is off, or when this process may not write there.
     bool IsWritable();
 
 private:
@@ -41,5 +41,8 @@ private:
     struct stat opened_ = {};  // the file that is open; all zero for none
     bool writable_ = false;
 };
+
+// What the user is told of a status that a file of the registry gave, with the file's path; empty for any other status.
+std::u16string RegistryStatusText(Status status);
 
 }  // namespace platform::host

@@ -11,11 +11,8 @@ Handle Created(WindowEvents events) {
     design.controls = {{ControlKind::Button, u"Löschen", {1520, 220, 1335, 375}},
                        {ControlKind::Label, u"zwei\x1B\r\ndrei", {160, 620, 800, 660}, true},
                        {ControlKind::Label, u"eins", {160, 220, 800, 260}},
-                       {ControlKind::Button, u"LÖSCHEN", {1520, 880, 1335, 375}},
-                       {ControlKind::Button, u"Verborgen", {160, 880, 1335, 375}}};
-    const Handle window = WindowCreate(design, std::move(events));
-    ControlVisible(window, 4, false);
-    return window;
+                       {ControlKind::Button, u"LÖSCHEN", {1520, 880, 1335, 375}}};
+    return WindowCreate(design, std::move(events));
 }
 
 }  // namespace
@@ -40,7 +37,7 @@ TEST_CASE("A line of input clicks the button that it names or numbers, and nothi
     const std::vector<std::pair<std::string, std::vector<std::size_t>>> cases{
         {"  LÖSCHEN \r\nlo\u0308schen\n2\n", {0, 0, 3}},
         {"0\n01\n3\n4\n-1\n1 2\n99999999999999999999\nLösch\n\n\t\n\xFF\n1", {0}},
-        {"Verborgen\n" + std::string(100000, '1') + "\n2\n", {3}},
+        {std::string(100000, '1') + "\n2\n", {3}},
         {"X\n1\n", {}},
     };
     for (const auto& [input, wanted] : cases) {

@@ -1,16 +1,11 @@
-#include "platform/host/HostStatus.h"
+#include "platform/host/FileDescriptor.h"
 
 #include <cerrno>
 
 namespace platform::host {
 
-namespace {
-
-constexpr Status NotEnoughMemory = 8;  // ERROR_NOT_ENOUGH_MEMORY
-
-}  // namespace
-
 Status StatusFromErrno(int number) {
+    constexpr Status notEnoughMemory = 8;  // ERROR_NOT_ENOUGH_MEMORY
     switch (number) {
         case 0:
             return StatusSuccess;
@@ -25,11 +20,6 @@ Status StatusFromErrno(int number) {
             return StatusNotSameDevice;
         case EROFS:
             return StatusWriteProtect;
-        case EHOSTDOWN:
-        case EHOSTUNREACH:
-        case ESTALE:
-        case ENOTCONN:
-            return StatusBadNetPath;
         case EEXIST:
             return StatusFileExists;
         case ENOSPC:
@@ -41,7 +31,7 @@ Status StatusFromErrno(int number) {
             return StatusNameTooLong;
         case EAGAIN:
         case ENOMEM:
-            return NotEnoughMemory;
+            return notEnoughMemory;
         default:
             return StatusIoDevice;
     }
