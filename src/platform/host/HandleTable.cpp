@@ -9,32 +9,24 @@ namespace {
 
 constexpr Handle HandleStep = 4;  // as the numbers of Windows' own handles
 
-struct HandleTable {
-    std::map<Handle, HandleObject> objects;
-    Handle last = 0;
-};
-
-HandleTable& Table() {
-    static HandleTable table;
-    return table;
-}
+std::map<Handle, HandleObject> objects;
+Handle lastHandle = 0;
 
 }  // namespace
 
 Handle HandleAdd(HandleObject object) {
-    HandleTable& table = Table();
-    table.last += HandleStep;
-    table.objects.emplace(table.last, std::move(object));
-    return table.last;
+    lastHandle += HandleStep;
+    objects.emplace(lastHandle, std::move(object));
+    return lastHandle;
 }
 
 bool HandleRemove(Handle handle) noexcept {
-    return Table().objects.erase(handle) == 1;
+    return objects.erase(handle) == 1;
 }
 
 HandleObject* HandleFind(Handle handle) {
-    const auto place = Table().objects.find(handle);
-    return place == Table().objects.end() ? nullptr : &place->second;
+    const auto place = objects.find(handle);
+    return place == objects.end() ? nullptr : &place->second;
 }
 
 }  // namespace platform::host

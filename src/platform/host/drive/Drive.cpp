@@ -44,10 +44,6 @@ bool HasDrive(std::string_view path) {
     return letter >= 'a' && letter <= 'z' && path.substr(1, 2) == ":/";
 }
 
-bool IsForbidden(char character) {
-    return std::string_view("<>\"|?*:").find(character) != std::string_view::npos || (character > 0 && character < ' ');
-}
-
 }  // namespace
 
 DrivePlace FindPlace(std::string_view path) {
@@ -58,14 +54,10 @@ DrivePlace FindPlace(std::string_view path) {
         const bool isHostPath = !path.empty() && path.find_first_of("\\:") == std::string_view::npos;
         return isHostPath ? PlaceOnDisk(fs::absolute(text, error)) : DrivePlace{StatusPathNotFound};
     }
-    const std::string below = text.substr(2);
-    if (std::ranges::any_of(below, IsForbidden)) {
-        return {StatusInvalidName};
-    }
     // Told from the host's root, so that it stays good in a program with another working directory.
     const fs::path drives = fs::absolute(MachineFolder(), error) / "drives";
     DrivePlace place = FindName(drives, std::string(1, static_cast<char>(text[0] | 0x20)));
-    for (const fs::path& name : fs::path(below).lexically_normal().relative_path()) {
+    for (const fs::path& name : fs::path(text.substr(2)).lexically_normal().relative_path()) {
         if (!place.IsFolder()) {
             const bool known = place.status == StatusSuccess || place.status == StatusFileNotFound;
             return {name.empty() ? StatusInvalidName : known ? StatusPathNotFound : place.status};

@@ -45,9 +45,6 @@ Status OpenRefusal(const host::DrivePlace& place, std::uint32_t access, std::uin
     if (place.status != StatusSuccess) {
         return place.status;
     }
-    if (disposition == CreateNew) {
-        return StatusFileExists;
-    }
     if (access == GenericWrite) {
         return ChangeRefusal(place);
     }
@@ -66,11 +63,8 @@ Status TakePlace(const std::string& from, const std::string& to, bool mayBeNew) 
     const host::DrivePlace source = host::FindPlace(from);
     const host::DrivePlace target = host::FindPlace(to);
     const bool isNew = mayBeNew && target.IsMissing();
-    for (const Status refusal : {source.status, source.IsFile() ? StatusSuccess : StatusAccessDenied,
-                                 isNew ? StatusSuccess : ChangeRefusal(target), FolderRefusal(source.path)}) {
-        if (refusal != StatusSuccess) {
-            return refusal;
-        }
+    if (const Status refusal = isNew ? StatusSuccess : ChangeRefusal(target); refusal != StatusSuccess) {
+        return refusal;
     }
     std::error_code failure;
     const fs::path place = isNew ? fs::path(target.path) : fs::canonical(target.path, failure);  // a link stays one

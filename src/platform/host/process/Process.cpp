@@ -22,23 +22,20 @@ namespace platform {
 
 namespace {
 
-std::vector<std::string>& Arguments() {
-    static std::vector<std::string> arguments;
-    return arguments;
-}
+std::vector<std::string> givenArguments;
 
 }  // namespace
 
 void ProcessStart(int argumentCount, char** arguments) {
-    Arguments().assign(arguments, arguments + argumentCount);
+    givenArguments.assign(arguments, arguments + argumentCount);
     // A file that may not grow further is a full disk to us: the write fails, and does not end the program.
     std::signal(SIGXFSZ, SIG_IGN);
 }
 
 std::u16string CommandLineTail() {
     std::string tail;
-    for (std::size_t number = 1; number < Arguments().size(); ++number) {
-        const std::string& argument = Arguments()[number];
+    for (std::size_t number = 1; number < givenArguments.size(); ++number) {
+        const std::string& argument = givenArguments[number];
         tail += (number == 1 ? "" : " ") + (argument.empty() ? "\"\"" : argument);
     }
     return host::FromUtf8(tail);
@@ -46,7 +43,7 @@ std::u16string CommandLineTail() {
 
 std::vector<std::u16string> CommandLineArguments() {
     std::vector<std::u16string> arguments;
-    std::transform(Arguments().begin() + 1, Arguments().end(), std::back_inserter(arguments), host::FromUtf8);
+    std::transform(givenArguments.begin() + 1, givenArguments.end(), std::back_inserter(arguments), host::FromUtf8);
     return arguments;
 }
 
