@@ -86,19 +86,14 @@ Resources FindResources(std::string_view image) {
 }
 
 // The second number of the entry with this identifier: the offset of a leaf, or with SubdirectoryBit that of a
-// directory. Entries are sorted, those with a name before those with a number, and found by halving as the system's own
-// loader looks.
+// directory. An entry that has a name has SubdirectoryBit in its first number, and is no match.
 std::optional<std::uint32_t> FindEntry(std::string_view tree, std::size_t directory, std::uint32_t identifier) {
-    std::size_t low = Word(tree, directory + 12);
-    std::size_t high = low + Word(tree, directory + 14);
-    while (low < high) {
-        const std::size_t middle = (low + high) / 2;
-        const std::size_t entry = directory + DirectoryHeaderSize + middle * DirectoryEntrySize;
-        const std::uint32_t found = DoubleWord(tree, entry);
-        if (found == identifier) {
+    const std::size_t count = Word(tree, directory + 12) + Word(tree, directory + 14);
+    for (std::size_t index = 0; index < count; ++index) {
+        const std::size_t entry = directory + DirectoryHeaderSize + index * DirectoryEntrySize;
+        if (DoubleWord(tree, entry) == identifier) {
             return DoubleWord(tree, entry + 4);
         }
-        (found < identifier ? low : high) = found < identifier ? middle + 1 : middle;
     }
     return {};
 }
