@@ -71,21 +71,3 @@ TEST_CASE("A message box gives the answer of the button, of its close box, and o
         CHECK(run.Shows(given.buttons == ButtonsOk ? "  1 OK\n" : "  1 Ja\n  2 Nein\n  3 Abbrechen\n"));
     }
 }
-
-TEST_CASE("A window whose size is set tells its owner, once for each size") {
-    std::vector<std::int32_t> widths;
-    Handle window = 0;
-    const auto resized = [&] {
-        widths.push_back(WindowOuterSize(window).width);
-        if (widths.back() < 8730) {
-            WindowOuterSize(window, {8730, 5280});
-        }
-    };
-    window = WindowCreate({u"W", {8610, 4305}, true, 1, {}}, {{}, {}, resized});
-    CHECK(WindowOuterSize(window).height == 4710);
-    for (const Size size : {Size{1, 1}, Size{12000, 9000}, Size{12000, 9000}}) {
-        WindowOuterSize(window, size);
-    }
-    CHECK(widths == std::vector<std::int32_t>{1, 8730, 12000});
-    WindowDestroy(window);
-}
