@@ -4,7 +4,6 @@
 #include <doctest/doctest.h>
 
 #include <cstring>
-#include <fstream>
 
 namespace {
 
@@ -122,7 +121,7 @@ void CloseByFrame(HWND window) {
     ::PostMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0);
 }
 
-std::vector<DWORD> Picture(HWND window, LPCSTR icon) {
+std::vector<DWORD> Picture(HWND window) {
     RECT part{};
     ::GetWindowRect(window, &part);
     const int width = part.right - part.left;
@@ -135,11 +134,6 @@ std::vector<DWORD> Picture(HWND window, LPCSTR icon) {
     const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, width, height);
     const HGDIOBJ earlier = ::SelectObject(drawing, bitmap);
     ::BitBlt(drawing, 0, 0, width, height, screen, part.left, part.top, SRCCOPY);
-    if (icon != nullptr) {
-        const HBRUSH ground = ::CreateSolidBrush(::GetPixel(drawing, 0, 0));
-        ::DrawIconEx(drawing, 0, 0, ::LoadIconA(nullptr, icon), width, height, 0, ground, DI_NORMAL);
-        ::DeleteObject(ground);
-    }
     ::SelectObject(drawing, earlier);
     ::GetDIBits(drawing, bitmap, 0, static_cast<UINT>(height), picture.data(), &info, DIB_RGB_COLORS);
     ::DeleteDC(drawing);
@@ -149,20 +143,6 @@ std::vector<DWORD> Picture(HWND window, LPCSTR icon) {
         dot &= 0xFFFFFF;
     }
     return picture;
-}
-
-void Screenshot(const std::string& name) {
-    char folder[MAX_PATH];
-    if (::GetEnvironmentVariableA("VTV4V_SCREENSHOTS", folder, MAX_PATH) == 0) {
-        return;
-    }
-    ::Sleep(AWhile);
-    const Dots all = Place(::GetDesktopWindow());
-    std::ofstream out(std::string(folder) + "\\" + name + ".ppm", std::ios::binary);
-    out << "P6 " << all.width << ' ' << all.height << " 255\n";
-    for (const DWORD dot : Picture(::GetDesktopWindow())) {
-        out << static_cast<char>(dot >> 16) << static_cast<char>(dot >> 8) << static_cast<char>(dot);
-    }
 }
 
 ClassText::ClassText(const char* key, const std::string& text) : key_(key) {

@@ -46,11 +46,8 @@ void Answer(HWND box, int button);
 // What the frame's close box does.
 void CloseByFrame(HWND window);
 
-// What the screen shows where a window is, dots of 0xRRGGBB in rows from the top. With an icon of the system: what
-// would be there with this icon, on a ground in the colour of the first dot.
-std::vector<DWORD> Picture(HWND window, LPCSTR icon = nullptr);
-// The whole screen as a picture in $VTV4V_SCREENSHOTS; nothing without that variable.
-void Screenshot(const std::string& name);
+// What the screen shows where a window is, dots of 0xRRGGBB.
+std::vector<DWORD> Picture(HWND window);
 
 // The unnamed value of a key below HKEY_CLASSES_ROOT, another one as long as the object lives.
 class ClassText {
