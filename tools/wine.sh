@@ -74,10 +74,10 @@ in_wine32_root() {
 }
 
 # wine_session PRESET COMMAND...
-# Runs a command on a virtual display, where Wine can run that build: here, or in the 32-bit system. Ends with 77, and
-# the reason on standard output, where this machine cannot.
+# Runs a command on a virtual display, where Wine can run that build: here, or in the 32-bit system. One that hangs is
+# ended after 20 minutes. Ends with 77, and the reason on standard output, where this machine cannot.
 wine_session() {
-    local session=(xvfb-run -a -s '-screen 0 800x600x24' "${@:2}")
+    local session=(timeout --kill-after=10 1200 xvfb-run -a -s '-screen 0 800x600x24' "${@:2}")
     if ! wine_here "$1"; then
         wine32_root_make || return 77
         in_wine32_root "${session[@]}"

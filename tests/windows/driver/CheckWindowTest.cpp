@@ -18,7 +18,7 @@ const std::string ComponentStart = "VTV4V_SEVDTA_RESULT";
 std::string ClipboardContent() {
     REQUIRE(Eventually([] { return ::OpenClipboard(nullptr) != FALSE; }));
     const HANDLE memory = ::GetClipboardData(CF_TEXT);
-    const std::string content = memory == nullptr ? "" : static_cast<const char*>(::GlobalLock(memory));
+    std::string content = memory == nullptr ? "" : static_cast<const char*>(::GlobalLock(memory));
     ::GlobalUnlock(memory);
     ::CloseClipboard();
     return content;
@@ -64,12 +64,12 @@ TEST_CASE("The check window's panel and hint follow its size, down to the least 
     struct {
         int askedWidth, askedHeight, width, height;
     } const resizes[] = {{790, 352, 790, 352}, {600, 590, 600, 590}, {400, 500, 582, 500}, {700, 200, 700, 352}};
-    for (const auto& [askedWidth, askedHeight, width, height] : resizes) {
-        CAPTURE(askedWidth);
-        ::SetWindowPos(window, nullptr, 0, 0, askedWidth, askedHeight, SWP_NOZORDER | SWP_NOACTIVATE);
-        CHECK(Eventually([&] { return Place(window) == Dots{0, 0, width, height}; }));
-        CHECK(Eventually([&] { return Place(labels.at(0)) == Dots{16, 32, width - 44, height - 99}; }));
-        CHECK(Eventually([&] { return Place(labels.at(2)) == Dots{16, height - 59, 537, 17}; }));
+    for (const auto& each : resizes) {
+        CAPTURE(each.askedWidth);
+        ::SetWindowPos(window, nullptr, 0, 0, each.askedWidth, each.askedHeight, SWP_NOZORDER | SWP_NOACTIVATE);
+        CHECK(Eventually([&] { return Place(window) == Dots{0, 0, each.width, each.height}; }));
+        CHECK(Eventually([&] { return Place(labels.at(0)) == Dots{16, 32, each.width - 44, each.height - 99}; }));
+        CHECK(Eventually([&] { return Place(labels.at(2)) == Dots{16, each.height - 59, 537, 17}; }));
         CHECK(Place(labels.at(1)) == Dots{16, 8, 361, 25});
     }
 }

@@ -213,11 +213,11 @@ TEST_CASE("Each way of ending the window ends the process") {
         {Start(), [](const Session& session) { ::SendMessageA(session.Button("Fertig"), BM_CLICK, 0, 0); }},
     };
     ::SetCursorPos(9999, 9999);
-    for (const auto& [start, end] : flows) {
-        CAPTURE(start);
-        const Session session(start);
+    for (const auto& flow : flows) {
+        CAPTURE(flow.start);
+        const Session session(flow.start);
         CHECK(StillAfterAWhile([&] { return session.Waiting(); }));
-        end(session);
+        flow.end(session);
         CHECK(session.EndedWell());
     }
 }
