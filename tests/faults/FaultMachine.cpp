@@ -14,6 +14,7 @@
 #include "samples/InstalledSuite.h"
 #include "version/ProductProfileMain.h"
 #include "version/ProductProfileReporting.h"
+#include "version/modVTV4Version.h"
 
 namespace {
 
@@ -66,6 +67,8 @@ Outcome FaultMachine::Session(const std::string& input, const SeamFault& fault, 
     }
     CHECK(FilesIn("/proc/self/fd") == openFiles);
     CHECK(SeamOpenHandles() == openHandles);
+    CHECK(MainVersions == nullptr);
+    CHECK(ReportingVersions == nullptr);
     CHECK(LastError().Number() == 0);
     CHECK(LastError().Description().empty());
     CHECK(FolderClean());

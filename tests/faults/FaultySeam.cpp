@@ -22,6 +22,7 @@ struct SeamState {
     SeamHook hook;
     Text told{};
     Text started{};
+    std::string shown{};
     bool fails = false;  // the present call
     bool passes = true;  // the test is at work, or the platform, which may call itself
     int openHandles = 0;
@@ -30,6 +31,12 @@ struct SeamState {
 };
 
 SeamState state;
+
+constexpr std::array Names = {
+#define SEAM_CALL(name) #name,
+#include "faults/SeamCalls.inc"
+#undef SEAM_CALL
+};
 
 // A result that is an exception, none of the language's errors.
 constexpr std::int64_t Thrown = -1;
@@ -77,6 +84,11 @@ Failures FailuresOf(Seam call) {
         case Seam::GetFileVersionInfoSizeA:
             return {{-1, {}}, {0, {}}};
         case Seam::DoEvents:
+        case Seam::ControlPlace:
+        case Seam::ControlVisible:
+        case Seam::LockWindowUpdate:
+        case Seam::ShowWindow:
+        case Seam::SetWindowLongA:
             return {};
         default:
             return {{0, {}}};
@@ -94,9 +106,22 @@ Result Failure() {
     }
 }
 
-// What is kept of a call's arguments for the test; of most calls nothing.
+std::string Shown(std::int64_t number) {
+    return " " + std::to_string(number);
+}
+
+std::string Shown(const platform::Rectangle& place) {
+    return Shown(place.left) + Shown(place.top) + Shown(place.width) + Shown(place.height);
+}
+
+// What is kept of a call's arguments for the test: of those that show a window all but its handle, of most nothing.
 template <Seam call, typename... Arguments>
-void Note(const Arguments&...) {
+void Note(const Arguments&... arguments) {
+    if constexpr (call >= Seam::ControlPlace && call < Seam::Count) {
+        const std::string all = (Shown(arguments) + ...);
+        const std::size_t second = call == Seam::LockWindowUpdate ? 0 : all.find(' ', 1);
+        state.shown += Names[static_cast<std::size_t>(call)] + all.substr(second) + "\n";
+    }
 }
 
 // Of the four icons the critical one and the exclamation have this bit.
@@ -106,8 +131,13 @@ void Note<Seam::MessageBoxW>(const Text& text, const Text& /*caption*/, const st
 }
 
 template <>
-void Note<Seam::WindowCreate>(const platform::WindowDesign& /*design*/, const platform::WindowEvents& events) {
+void Note<Seam::WindowCreate>(const platform::WindowDesign& design, const platform::WindowEvents& events) {
     state.events = events;
+    state.shown += platform::AnsiFromText(design.caption) + Shown(design.client.width) + Shown(design.client.height) +
+                   Shown(design.icon) + "\n";
+    for (const platform::Control& control : design.controls) {
+        state.shown += platform::AnsiFromText(control.caption) + Shown(control.place) + "\n";
+    }
 }
 
 template <>
@@ -182,7 +212,7 @@ struct Wrapper<call, real, Result(Arguments...)> {
         }
         Note<call>(arguments...);
         if constexpr (std::is_void_v<Result>) {
-            real();
+            real(static_cast<Arguments&&>(arguments)...);
         } else {
             constexpr bool isMade = call == Seam::RegCloseKey || call == Seam::CloseHandle || call == Seam::WriteFile;
             if (state.fails && call == Seam::WindowCreate && state.fault.result == Thrown) {
@@ -246,6 +276,10 @@ Text SeamStarted() {
     return state.started;
 }
 
+std::string SeamShown() {
+    return state.shown;
+}
+
 int SeamOpenHandles() {
     return state.openHandles;
 }
@@ -256,20 +290,21 @@ void SeamClick(std::size_t control) {
     state.passes = true;
 }
 
+void SeamResize(platform::Size size) {
+    state.passes = false;
+    platform::WindowOuterSize(state.window, size);
+    state.passes = true;
+}
+
 void SeamWindowDestroy() {
     platform::WindowDestroy(state.window);
 }
 
 void EachFault(const SeamCounts& earlier, const SeamCounts& all,
                const std::function<void(const SeamFault& fault, const Text& description)>& check) {
-    static constexpr std::array names = {
-#define SEAM_CALL(name) #name,
-#include "faults/SeamCalls.inc"
-#undef SEAM_CALL
-    };
     for (std::size_t place = 0; place < all.size(); ++place) {
         const auto call = static_cast<Seam>(place);
-        INFO(std::string(names[place]));
+        INFO(std::string(Names[place]));
         for (int occurrence = earlier.Of(call) + 1; occurrence <= all.Of(call); ++occurrence) {
             CAPTURE(occurrence);
             for (const auto& failure : FailuresOf(call)) {

@@ -53,11 +53,15 @@ SeamCounts SeamCalls();
 // What the shell and a new process were given from the last SeamStart on, with "|" between the arguments.
 Text SeamStarted();
 
+// What was done to windows from the last SeamStart on, a line for each call, for a new one a line for each control.
+std::string SeamShown();
+
 // Keys, files and processes opened through the seam and not closed, since the program's start.
 int SeamOpenHandles();
 
-// Within a hook: a click in the window that was created last, and the end of that window.
+// Within a hook: a click in the window that was created last, another size of it, and its end.
 void SeamClick(std::size_t control);
+void SeamResize(platform::Size size);
 void SeamWindowDestroy();
 
 // Gives `check` each fault that can befall the calls that were counted in `all` and not yet in `earlier`: each of them
