@@ -9,7 +9,7 @@
 namespace {
 
 const std::string VersionList =
-    "\r\n[Versions]\r\nFull=0\r\nDemo=1\r\nLawyer=2\r\nBrowser=3\r\nClassic=4\r\nClient=5\r\nNotInstalled=99\r\n\r\n";
+    "\r\n\r\n[Versions]\r\nFull=0\r\nDemo=1\r\nLawyer=2\r\nBrowser=3\r\nClassic=4\r\nClient=5\r\nNotInstalled=99\r\n\r\n";
 
 std::string MinuteText(double date) {
     const std::string text = platform::AnsiFromText(platform::VarBstrFromDate(date));
@@ -36,7 +36,7 @@ struct LoadedMachine : TestMachine {
     }
     [[nodiscard]] std::string File() const { return FileContent(ControlFile()).value_or("no file"); }
     // The control file from its version list on: all that does not depend on machine and time.
-    [[nodiscard]] std::string Sections() const { return File().substr(File().find("\r\n[Versions]")); }
+    [[nodiscard]] std::string Sections() const { return File().substr(File().find("\r\n\r\n[Versions]")); }
 };
 
 }  // namespace
