@@ -1,5 +1,6 @@
 #include "faults/FaultySeam.h"
 
+#include <concepts>
 #include <stdexcept>
 #include <type_traits>
 #include <utility>
@@ -106,7 +107,8 @@ Result Failure() {
     }
 }
 
-std::string Shown(std::int64_t number) {
+template <std::integral Number>
+std::string Shown(Number number) {
     return " " + std::to_string(number);
 }
 
