@@ -20,11 +20,9 @@ using host::DialogControl;
 
 struct HostWindow {
     Dialog dialog;
-    Size outer;  // twips
+    Size outer;  // twips; a frame takes no room
     WindowEvents events;
     bool visible = false;
-    bool sizeTold = false;  // the owner learns the first size when the window comes up
-    std::int32_t extendedStyle = 0;
 };
 
 std::map<Handle, HostWindow> windows;
@@ -42,11 +40,6 @@ bool Shown(Handle window) {
     return found != nullptr && found->visible;
 }
 
-// What the frame adds to the client area, in twips: that of Windows' classic look at 96 dots to the inch.
-Size FrameOf(bool sizable) {
-    return sizable ? Size{120, 405} : Size{90, 375};
-}
-
 template <typename Change>
 void WithControl(Handle window, std::size_t control, Change&& change) {
     if (HostWindow* const found = WindowOf(window); found != nullptr && control < found->dialog.controls.size()) {
@@ -55,8 +48,7 @@ void WithControl(Handle window, std::size_t control, Change&& change) {
 }
 
 // Events are called by copies, because an event may destroy the window that keeps it.
-void TellResized(HostWindow& window) {
-    window.sizeTold = true;
+void TellResized(const HostWindow& window) {
     if (const auto resized = window.events.resized) {
         resized();
     }
@@ -141,10 +133,7 @@ DialogControl IconOfType(std::uint32_t type) {
 }  // namespace
 
 Handle WindowCreate(const WindowDesign& design, WindowEvents events) {
-    const Size frame = FrameOf(design.sizable);
-    HostWindow window{{design.caption, false, design.sizable, {}},
-                      {design.client.width + frame.width, design.client.height + frame.height},
-                      std::move(events)};
+    HostWindow window{{design.caption, false, design.sizable, {}}, design.client, std::move(events)};
     if (design.sizable) {
         window.outer = host::NewtScreenSize().value_or(window.outer);
     }
@@ -227,23 +216,19 @@ bool ShowWindow(Handle window, std::int32_t command) {
         activeWindow = activeWindow == window ? 0 : activeWindow;
         return earlier;
     }
-    if (!found->sizeTold) {
-        TellResized(*found);
-    }
     if (activeWindow != window) {
         Activate(window);
     }
     return earlier;
 }
 
-std::int32_t GetWindowLongA(Handle window, std::int32_t /*index*/) {
-    const HostWindow* const found = WindowOf(window);
-    return found == nullptr ? 0 : found->extendedStyle;
+// The host's windows have no styles.
+std::int32_t GetWindowLongA(Handle /*window*/, std::int32_t /*index*/) {
+    return 0;
 }
 
-std::int32_t SetWindowLongA(Handle window, std::int32_t /*index*/, std::int32_t number) {
-    HostWindow* const found = WindowOf(window);
-    return found == nullptr ? 0 : std::exchange(found->extendedStyle, number);
+std::int32_t SetWindowLongA(Handle /*window*/, std::int32_t /*index*/, std::int32_t /*number*/) {
+    return 0;
 }
 
 std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& caption, std::uint32_t type) {
