@@ -2,8 +2,6 @@
 
 #include <doctest/doctest.h>
 
-#include <string>
-
 #include "platform/windows/Win32.h"
 
 namespace {
@@ -16,11 +14,11 @@ struct {
                    {HKEY_USERS, "\\HKU"},
                    {HKEY_CURRENT_USER, "\\HKCU"}};  // the last one, as the others are made below the system's
 
+}  // namespace
+
 std::string OwnRegistryKey() {
     return "Software\\vtv4v-tests-" + std::to_string(::GetCurrentProcessId());
 }
-
-}  // namespace
 
 void OwnRegistryMake() {
     for (const auto& [root, name] : Roots) {

@@ -1,0 +1,20 @@
+#include <doctest/doctest.h>
+
+#include "RawRegistry.h"
+#include "TestMachine.h"
+#include "windows/OwnRegistry.h"
+
+TEST_CASE("A test's machine has roots of its own, of which nothing stays") {
+    for (const platform::Handle root :
+         {platform::KeyClassesRoot, platform::KeyLocalMachine, platform::KeyUsers, platform::KeyCurrentUser}) {
+        CAPTURE(root);
+        const std::string key = "Software\\Vandrel\\Tallora\\Test";
+        {
+            const TestMachine machine;
+            RawValueSet(root, key, "", RawText("here"));
+            CHECK(RawKeyExists(root, key));
+        }
+        CHECK_FALSE(RawKeyExists(root, key));
+        CHECK_FALSE(RawKeyExists(platform::KeyCurrentUser, OwnRegistryKey()));
+    }
+}
