@@ -36,6 +36,26 @@ TEST_CASE("An exception that leaves an event leaves the modal show, once") {
     }
 }
 
+// As a process' first window does when the shell was asked to start the program so.
+TEST_CASE("A fixed window that came up in another size is shown at its own") {
+    for (const int command : {SW_SHOWMAXIMIZED, SW_SHOWMINIMIZED}) {
+        platform::Handle window = 0;
+        platform::Size shown{};
+        platform::WindowEvents events;
+        events.clicked = [&](std::size_t) {
+            shown = platform::WindowOuterSize(window);
+            platform::WindowDestroy(window);
+        };
+        window = platform::WindowCreate(OneButton(), events);
+        const platform::Size own = platform::WindowOuterSize(window);
+        platform::ShowWindow(window, command);
+        ButtonClick(window);
+        platform::WindowShowModal(window);
+        CHECK(shown.width == own.width);
+        CHECK(shown.height == own.height);
+    }
+}
+
 TEST_CASE("The clipboard's text says in which locale's code page it is") {
     REQUIRE(platform::ClipboardSet("text", platform::ClipboardText));
     REQUIRE(::OpenClipboard(nullptr));
