@@ -348,10 +348,8 @@ TEST_CASE("Export and Edit open the control file or tell why not; Demo writes it
     CHECK(ForcedVersions() == "| | ");
 }
 
-TEST_CASE(
-    "A window comes up as it is, and keeps focus and task bar when it becomes active again; Escape does nothing") {
-    const Session session(Start(), SW_SHOWMINIMIZED);
-    CHECK_FALSE(::IsIconic(session.window));
+TEST_CASE("A window that becomes active again keeps its focus and its place in the task bar; Escape does nothing") {
+    const Session session;
     Press(Focus(session.window), VK_TAB);
     const HWND import = session.Button(Import);
     REQUIRE(Eventually([&] { return Focus(session.window) == import; }));
