@@ -116,14 +116,19 @@ std::string Shown(const platform::Rectangle& place) {
     return Shown(place.left) + Shown(place.top) + Shown(place.width) + Shown(place.height);
 }
 
-// What is kept of a call's arguments for the test: of those that show a window all but its handle, of most nothing.
+// What a call did to a window: all its arguments but the window's handle.
 template <Seam call, typename... Arguments>
-void Note(const Arguments&... arguments) {
+void NoteWindow(const Arguments&... arguments) {
     if constexpr (call >= Seam::ControlPlace && call < Seam::Count) {
         const std::string all = (Shown(arguments) + ...);
         const std::size_t second = call == Seam::LockWindowUpdate ? 0 : all.find(' ', 1);
         state.shown += Names[static_cast<std::size_t>(call)] + all.substr(second) + "\n";
     }
+}
+
+// What is kept of a call's arguments for the test; of most calls nothing.
+template <Seam call, typename... Arguments>
+void Note(const Arguments&...) {
 }
 
 // Of the four icons the critical one and the exclamation have this bit.
@@ -212,6 +217,7 @@ struct Wrapper<call, real, Result(Arguments...)> {
         if (call == state.hook.call && state.calls.Of(call) == state.hook.occurrence) {
             state.hook.action();
         }
+        NoteWindow<call>(arguments...);
         Note<call>(arguments...);
         if constexpr (std::is_void_v<Result>) {
             real(static_cast<Arguments&&>(arguments)...);

@@ -9,7 +9,8 @@
 namespace {
 
 const std::string VersionList =
-    "\r\n\r\n[Versions]\r\nFull=0\r\nDemo=1\r\nLawyer=2\r\nBrowser=3\r\nClassic=4\r\nClient=5\r\nNotInstalled=99\r\n\r\n";
+    "\r\n\r\n[Versions]\r\nFull=0\r\nDemo=1\r\nLawyer=2\r\nBrowser=3\r\nClassic=4\r\nClient=5\r\nNotInstalled="
+    "99\r\n\r\n";
 
 std::string MinuteText(double date) {
     const std::string text = platform::AnsiFromText(platform::VarBstrFromDate(date));
