@@ -50,4 +50,4 @@ quietly() {
     return "$status"
 }
 
-BUILD_PACKAGES=(g++=g++ cmake=cmake ninja=ninja-build /usr/include/sqlite3.h=libsqlite3-dev)
+BUILD_PACKAGES=(g++=g++ cmake=cmake ninja=ninja-build /usr/include/SQLiteCpp/SQLiteCpp.h=libsqlitecpp-dev)

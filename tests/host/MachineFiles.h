@@ -21,12 +21,13 @@ std::string MachineFile(const std::string& below);
 // Gives the owner's right to write a file or folder there, or takes it.
 void Writable(const std::string& below, bool writable);
 
-// Runs `steps` in a process of its own, which ends with what they return.
+// Runs `steps` in a process of its own, which ends with what they return, and at once when one of them throws: what the
+// case has made is not its to undo.
 template <typename Steps>
 pid_t Started(Steps&& steps) {
     const pid_t process = fork();
     if (process == 0) {
-        _exit(steps());
+        [&]() noexcept { _exit(steps()); }();
     }
     return process;
 }

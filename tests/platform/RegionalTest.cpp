@@ -4,9 +4,7 @@
 // What holds under any user's regional settings.
 TEST_CASE("Text reads as a number, a tie goes to the even one") {
     std::int32_t number = 0;
-    for (const auto& each : {std::pair(u"7-", -7),
-                             {u"+7", 7},
-                             {u"(7)", -7},
+    for (const auto& each : {std::pair(u"+7", 7),
                              {u"25E-1", 2},
                              {u"35e-1", 4},
                              {u"&H1F", 31},
@@ -17,7 +15,7 @@ TEST_CASE("Text reads as a number, a tie goes to the even one") {
         CHECK(number == each.second);
     }
     number = 5;
-    for (const Text text : {u"", u" ", u"abc", u"4x", u"4 2", u"1e", u"--1", u"&H", u"&HG", u"(7"}) {
+    for (const Text text : {u"", u" ", u"abc", u"4x", u"4 2", u"1e", u"--1", u"&H", u"&HG"}) {
         CAPTURE(text);
         CHECK(platform::VarI4FromStr(text, number) == platform::DispTypeMismatch);
     }

@@ -2,9 +2,7 @@
 #include "platform/host/DateValue.h"
 
 #include <array>
-#include <chrono>
 #include <cmath>
-#include <cstdio>
 
 #include "platform/Regional.h"
 
@@ -12,34 +10,25 @@ namespace platform {
 
 namespace {
 
-constexpr std::chrono::sys_days DateValueStart = std::chrono::December / 30 / 1899;
+constexpr double Epoch = 25569;  // the date value of 1 January 1970
 constexpr int SecondsPerDay = 86400;
 
 }  // namespace
 
 double host::DateValueOf(std::time_t moment) {
-    using namespace std::chrono;
     std::tm local{};
     localtime_r(&moment, &local);
-    const sys_days day = sys_days(year(local.tm_year + 1900) / 1 / 1) + days(local.tm_yday);
-    const int second = local.tm_hour * 3600 + local.tm_min * 60 + local.tm_sec;
-    return static_cast<double>((day - DateValueStart).count()) + static_cast<double>(second) / SecondsPerDay;
+    return Epoch + static_cast<double>(timegm(&local)) / SecondsPerDay;
 }
 
 std::u16string VarBstrFromDate(double date) {
-    using namespace std::chrono;
-    const seconds sinceStart(std::llround(date * SecondsPerDay));
-    const sys_days day = DateValueStart + floor<days>(sinceStart);
-    const year_month_day calendar(day);
-    const hh_mm_ss time(sinceStart - floor<days>(sinceStart));
-    std::array<char, 48> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), "%02u.%02u.%04d %02d:%02d:%02d", static_cast<unsigned>(calendar.day()),
-                  static_cast<unsigned>(calendar.month()), static_cast<int>(calendar.year()),
-                  static_cast<int>(time.hours().count()), static_cast<int>(time.minutes().count()),
-                  static_cast<int>(time.seconds().count()));
-    const std::string_view text(buffer.data());
-    const bool midnight = time.to_duration() == seconds(0);
-    return TextFromAnsi(std::string(midnight ? text.substr(0, text.find(' ')) : text));
+    const std::time_t moment = std::llround((date - Epoch) * SecondsPerDay);
+    const bool isMidnight = moment % SecondsPerDay == 0;
+    std::tm calendar{};
+    gmtime_r(&moment, &calendar);
+    std::array<char, 32> text{};
+    std::strftime(text.data(), text.size(), isMidnight ? "%d.%m.%Y" : "%d.%m.%Y %H:%M:%S", &calendar);
+    return TextFromAnsi(text.data());
 }
 
 }  // namespace platform

@@ -1,20 +1,20 @@
 #pragma once
 
-#include <sys/types.h>
-
 #include <cstdint>
+#include <cstdio>
+#include <memory>
 #include <variant>
 
 #include "platform/Handle.h"
-#include "platform/host/FileDescriptor.h"
 
 // What the handles of files, processes and registry keys stand for. They share their numbers; a number is not given out
 // again, so that a stale handle is told from a live one.
 namespace platform::host {
 
-struct ProcessReference {
-    pid_t number;
+struct CloseFile {
+    void operator()(std::FILE* file) const noexcept { std::fclose(file); }
 };
+using OpenFile = std::unique_ptr<std::FILE, CloseFile>;  // or a process, as the host tells its end by a file
 
 struct OpenKey {
     bool isUsers;      // in the user's file, not in the machine's
@@ -22,7 +22,7 @@ struct OpenKey {
     std::int32_t rights;
 };
 
-using HandleObject = std::variant<FileDescriptor, ProcessReference, OpenKey>;
+using HandleObject = std::variant<OpenFile, OpenKey>;
 
 Handle HandleAdd(HandleObject object);
 

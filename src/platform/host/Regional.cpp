@@ -14,30 +14,10 @@ namespace {
 
 constexpr char DecimalSeparator = ',';
 constexpr char ThousandsSeparator = '.';
-constexpr char CurrencySign = '\x80';  // the euro's in the code page
-constexpr std::string_view Blanks = " \t\n\v\f\r";
+constexpr const char* Blanks = " \t\n\v\f\r";
 
 bool IsDigit(char character) {
     return character >= '0' && character <= '9';
-}
-
-// Takes signs, brackets, currency sign and blanks off both ends of `text`, and gives them without the blanks. A bracket
-// opens before the number and closes behind it.
-std::string TakeAffixes(std::string_view& text) {
-    const std::string around = std::string(Blanks) + "+-" + CurrencySign;
-    const std::size_t first = std::min(text.find_first_not_of(around + '('), text.size());
-    const std::size_t end = std::max(text.find_last_not_of(around + ')') + 1, first);
-    std::string affixes(text.substr(0, first));
-    affixes += text.substr(end);
-    text = text.substr(first, end - first);
-    std::erase_if(affixes, [](char character) { return Blanks.find(character) != std::string_view::npos; });
-    return affixes;
-}
-
-// One sign or one pair of brackets, and one currency sign, in any order.
-bool AreSound(const std::string& affixes) {
-    const auto count = [&](char character) { return std::ranges::count(affixes, character); };
-    return count('+') + count('-') + count('(') <= 1 && count('(') == count(')') && count(CurrencySign) <= 1;
 }
 
 // "&H" and "&O" tell the 32 bits themselves, the sign bit included.
@@ -105,14 +85,15 @@ Status Round(double value, std::int32_t& number) {
 Status VarI4FromStr(const std::u16string& text, std::int32_t& number) {
     // The system's call takes a text that a null character ends.
     const std::string bytes = AnsiFromText(text.substr(0, text.find(u'\0')));
-    std::string_view body = bytes;
-    const std::string affixes = TakeAffixes(body);
+    const std::size_t first = std::min(bytes.find_first_not_of(Blanks), bytes.size());
+    std::string_view body = std::string_view(bytes).substr(first, bytes.find_last_not_of(Blanks) + 1 - first);
     if (body.starts_with('&')) {
-        return affixes.empty() ? ReadBased(body, number) : DispTypeMismatch;
+        return ReadBased(body, number);
     }
-    const std::optional<double> value = AreSound(affixes) ? ReadDecimal(body) : std::nullopt;
-    const bool negative = affixes.find_first_of("-(") != std::string::npos;
-    return value ? Round(negative ? -*value : *value, number) : DispTypeMismatch;
+    const bool isNegative = body.starts_with('-');
+    body.remove_prefix(isNegative || body.starts_with('+') ? 1 : 0);
+    const std::optional<double> value = ReadDecimal(body);
+    return value ? Round(isNegative ? -*value : *value, number) : DispTypeMismatch;
 }
 
 }  // namespace platform

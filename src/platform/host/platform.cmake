@@ -1,5 +1,5 @@
-find_package(SQLite3 REQUIRED)  # the registry
-target_link_libraries(vtv4v_system PUBLIC SQLite::SQLite3)
+find_package(SQLiteCpp REQUIRED)  # the registry
+target_link_libraries(vtv4v_system PUBLIC SQLiteCpp)
 
 # The program takes the standard library into itself where it can: to load it and to bind its names is a quarter of the
 # time that a start takes.

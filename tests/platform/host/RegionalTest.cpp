@@ -7,7 +7,7 @@ TEST_CASE("Numbers under German settings") {
         Text text;
         platform::Status status;
         std::int32_t number;
-    } const cases[] = {{u" \t-1.000.000 € ", 0, -1000000},
+    } const cases[] = {{u" \t-1.000.000 ", 0, -1000000},
                        {u"-2147483648,5", 0, -2147483647 - 1},
                        {u"0," + Text(20000, u'0') + u"7e20001", 0, 7},
                        {Text(u"7\0x", 3), 0, 7},
@@ -16,7 +16,6 @@ TEST_CASE("Numbers under German settings") {
                        {u"1e999999999999999999999", platform::DispOverflow, -1},
                        {u"1,2.3", platform::DispTypeMismatch, -1},
                        {u".5", platform::DispTypeMismatch, -1},
-                       {u"€5€", platform::DispTypeMismatch, -1},
                        {u"-&H1", platform::DispTypeMismatch, -1}};
     for (const auto& each : cases) {
         CAPTURE(each.text.substr(0, 60));

@@ -6,8 +6,8 @@
 #include <system_error>
 
 #include "platform/Regional.h"
-#include "platform/host/FileDescriptor.h"
 #include "platform/host/Machine.h"
+#include "platform/host/StatusFromErrno.h"
 #include "platform/host/Unicode.h"
 
 namespace platform::host {

@@ -1,18 +1,17 @@
 #include "platform/FileCalls.h"
 
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <filesystem>
 #include <new>
 
 #include "platform/Regional.h"
 #include "platform/host/DateValue.h"
-#include "platform/host/FileDescriptor.h"
 #include "platform/host/HandleTable.h"
+#include "platform/host/StatusFromErrno.h"
 #include "platform/host/Unicode.h"
-#include "platform/host/WholeFile.h"
 #include "platform/host/drive/Drive.h"
 
 namespace platform {
@@ -51,14 +50,20 @@ Status OpenRefusal(const host::DrivePlace& place, std::uint32_t access, std::uin
     return place.IsFile() && place.IsReadable() ? StatusSuccess : StatusAccessDenied;
 }
 
-int OpenFlags(std::uint32_t access, std::uint32_t disposition) {
-    const int creation = disposition == CreateNew      ? O_CREAT | O_EXCL
-                         : disposition == CreateAlways ? O_CREAT | O_TRUNC
-                                                       : 0;
-    return (access == GenericWrite ? O_WRONLY : O_RDONLY) | creation | O_CLOEXEC | O_NOCTTY;
+// Gives one file the owner and mode of another. The mode comes last: a change of owner may take bits from it.
+bool TakeRights(const fs::path& file, const fs::path& from) {
+    struct stat rights {};
+    struct stat present {};
+    if (stat(from.c_str(), &rights) != 0 || stat(file.c_str(), &present) != 0) {
+        return false;
+    }
+    const bool sameOwner = rights.st_uid == present.st_uid && rights.st_gid == present.st_gid;
+    return (sameOwner || chown(file.c_str(), rights.st_uid, rights.st_gid) == 0) &&
+           chmod(file.c_str(), rights.st_mode & 07777U) == 0;
 }
 
-// Puts one file in the place of another, which need not be there when `mayBeNew` is set.
+// Puts one file in the place of another, which need not be there when `mayBeNew` is set. The owner and mode of one that
+// is there stay.
 Status TakePlace(const std::string& from, const std::string& to, bool mayBeNew) {
     const host::DrivePlace source = host::FindPlace(from);
     const host::DrivePlace target = host::FindPlace(to);
@@ -68,8 +73,17 @@ Status TakePlace(const std::string& from, const std::string& to, bool mayBeNew) 
     }
     std::error_code failure;
     const fs::path place = isNew ? fs::path(target.path) : fs::canonical(target.path, failure);  // a link stays one
-    const Status refusal = FolderRefusal(place);
-    return refusal == StatusSuccess ? host::TakePlace(source.path, place) : refusal;
+    if (const Status refusal = FolderRefusal(place); refusal != StatusSuccess) {
+        return refusal;
+    }
+    if ((!isNew && !TakeRights(source.path, place)) || std::rename(source.path.c_str(), place.c_str()) != 0) {
+        return host::StatusFromErrno(errno);
+    }
+    // The new name stands already; a folder that cannot be handed to the disk by itself takes nothing back.
+    if (const host::OpenFile folder(std::fopen(place.parent_path().c_str(), "re")); folder) {
+        fsync(fileno(folder.get()));
+    }
+    return StatusSuccess;
 }
 
 }  // namespace
@@ -80,34 +94,41 @@ Status CreateFileA(const std::string& path, std::uint32_t access, std::uint32_t 
     if (const Status refusal = OpenRefusal(place, access, disposition); refusal != StatusSuccess) {
         return refusal;
     }
-    host::FileDescriptor opened(
-        host::Uninterrupted([&] { return open(place.path.c_str(), OpenFlags(access, disposition), 0666); }));
+    const char* const mode = access == GenericRead ? "re" : disposition == CreateNew ? "wxe" : "we";
+    host::OpenFile opened(std::fopen(place.path.c_str(), mode));
     if (!opened) {
         return host::StatusFromErrno(errno);
     }
+    std::setvbuf(opened.get(), nullptr, _IONBF, 0);  // a write that fails says so at once
     file = host::HandleAdd(std::move(opened));
     return StatusSuccess;
 }
 
 Status ReadFile(Handle file, std::span<char> buffer, std::uint32_t& read) {
     read = 0;
-    const auto* const opened = host::HandleFindAs<host::FileDescriptor>(file);
+    const auto* const opened = host::HandleFindAs<host::OpenFile>(file);
     if (opened == nullptr) {
         return StatusInvalidHandle;
     }
-    const ssize_t got = host::Uninterrupted([&] { return ::read(opened->Get(), buffer.data(), buffer.size()); });
-    read = got < 0 ? 0 : static_cast<std::uint32_t>(got);
-    return got < 0 ? host::StatusFromErrno(errno) : StatusSuccess;
+    read = static_cast<std::uint32_t>(std::fread(buffer.data(), 1, buffer.size(), opened->get()));
+    return std::ferror(opened->get()) != 0 ? host::StatusFromErrno(errno) : StatusSuccess;
 }
 
 Status WriteFile(Handle file, std::string_view data) {
-    const auto* const opened = host::HandleFindAs<host::FileDescriptor>(file);
-    return opened == nullptr ? StatusInvalidHandle : host::WriteAll(*opened, data);
+    const auto* const opened = host::HandleFindAs<host::OpenFile>(file);
+    if (opened == nullptr) {
+        return StatusInvalidHandle;
+    }
+    const bool isWhole = std::fwrite(data.data(), 1, data.size(), opened->get()) == data.size();
+    return isWhole ? StatusSuccess : host::StatusFromErrno(errno);
 }
 
 Status FlushFileBuffers(Handle file) {
-    const auto* const opened = host::HandleFindAs<host::FileDescriptor>(file);
-    return opened == nullptr ? StatusInvalidHandle : host::Synchronise(*opened);
+    const auto* const opened = host::HandleFindAs<host::OpenFile>(file);
+    if (opened == nullptr) {
+        return StatusInvalidHandle;
+    }
+    return fsync(fileno(opened->get())) == 0 ? StatusSuccess : host::StatusFromErrno(errno);
 }
 
 Status MoveFileExA(const std::string& from, const std::string& to) {

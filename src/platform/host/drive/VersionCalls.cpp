@@ -1,8 +1,9 @@
 #include "platform/VersionCalls.h"
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 
-#include "platform/host/WholeFile.h"
 #include "platform/host/drive/Drive.h"
 #include "platform/host/drive/PortableExecutable.h"
 
@@ -12,8 +13,12 @@ namespace {
 
 std::string ReadVersionBlock(const std::string& path) {
     const host::DrivePlace place = host::FindPlace(path);
-    return place.IsFile() && place.IsReadable() ? std::string(host::VersionBlock(host::ReadWhole(place.path)))
-                                                : std::string();
+    if (!place.IsFile()) {
+        return {};
+    }
+    std::ifstream file(place.path, std::ios::binary);
+    const std::string image(std::istreambuf_iterator<char>(file), {});
+    return std::string(host::VersionBlock(image));
 }
 
 }  // namespace

@@ -1,15 +1,19 @@
 #include "platform/ShellCalls.h"
 
-#include <chrono>
-#include <csignal>
+#include <poll.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
 #include <filesystem>
-#include <string_view>
-#include <thread>
+#include <iomanip>
+#include <sstream>
 #include <vector>
 
 #include "platform/Regional.h"
-#include "platform/host/FileDescriptor.h"
 #include "platform/host/HandleTable.h"
+#include "platform/host/StatusFromErrno.h"
 #include "platform/host/Unicode.h"
 #include "platform/host/console/Dialog.h"
 #include "platform/host/drive/Drive.h"
@@ -27,23 +31,13 @@ constexpr std::int32_t ShellStarted = 33;
 constexpr std::int32_t ShellBadFormat = 11;      // ERROR_BAD_FORMAT: a program file that cannot run
 constexpr std::int32_t ShellNoAssociation = 31;  // SE_ERR_NOASSOC
 
-// The arguments of a command line, the program's name first. Blanks part them, double quotes hold blanks together, and
-// nothing else has a meaning.
-std::vector<std::string> CommandLineArguments(std::string_view commandLine) {
+// The arguments of a command line, the program's name first. Blanks part them, double quotes around one hold its blanks
+// together, and nothing else has a meaning.
+std::vector<std::string> CommandLineArguments(const std::string& commandLine) {
     std::vector<std::string> arguments;
-    bool quoted = false;
-    bool within = false;
-    for (const char character : commandLine) {
-        const bool parts = !quoted && (character == ' ' || character == '\t');
-        if (!parts && !within) {
-            arguments.emplace_back();
-        }
-        within = !parts;
-        if (character == '"') {
-            quoted = !quoted;
-        } else if (within) {
-            arguments.back() += character;
-        }
+    std::istringstream left(commandLine);
+    for (std::string argument; left >> std::quoted(argument, '"', '\0');) {
+        arguments.push_back(argument);
     }
     return arguments;
 }
@@ -111,24 +105,17 @@ Status StartCommandLine(const std::string& command, std::int32_t /*windowStyle*/
 }
 
 Handle OpenProcess(std::int32_t /*access*/, std::int32_t /*inherit*/, std::int32_t processId) {
-    return processId > 0 && kill(processId, 0) == 0 ? host::HandleAdd(host::ProcessReference{processId}) : 0;
+    const auto process = static_cast<int>(syscall(SYS_pidfd_open, processId, 0));
+    return process < 0 ? 0 : host::HandleAdd(host::OpenFile(fdopen(process, "r")));
 }
 
 std::uint32_t WaitForSingleObject(Handle process, std::uint32_t milliseconds) {
-    const auto* const reference = host::HandleFindAs<host::ProcessReference>(process);
-    if (reference == nullptr) {
+    const auto* const opened = host::HandleFindAs<host::OpenFile>(process);
+    if (opened == nullptr) {
         return WaitFailed;
     }
-    constexpr std::chrono::milliseconds pause(5);
-    const auto start = std::chrono::steady_clock::now();
-    while (!host::HasEnded(reference->number)) {
-        const auto waited = std::chrono::steady_clock::now() - start;
-        if (milliseconds != WaitInfinite && waited >= std::chrono::milliseconds(milliseconds)) {
-            return WaitTimeout;
-        }
-        std::this_thread::sleep_for(pause);
-    }
-    return WaitObject0;
+    pollfd end{fileno(opened->get()), POLLIN, 0};
+    return TEMP_FAILURE_RETRY(poll(&end, 1, static_cast<int>(milliseconds))) == 1 ? WaitObject0 : WaitTimeout;
 }
 
 }  // namespace platform

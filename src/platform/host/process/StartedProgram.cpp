@@ -6,9 +6,9 @@
 #include <termios.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <csignal>
 
-#include "platform/host/FileDescriptor.h"
 #include "platform/host/console/Dialog.h"
 #include "platform/host/console/NewtView.h"
 
@@ -74,17 +74,13 @@ int RunInTerminal(const ProgramStart& program) {
     pid_t process = 0;
     const int failure = Spawn(program, true, process);
     if (failure == 0) {
-        Uninterrupted([&] { return waitpid(process, nullptr, 0); });
+        TEMP_FAILURE_RETRY(waitpid(process, nullptr, 0));
     }
     std::signal(SIGINT, interrupt);
     std::signal(SIGQUIT, quit);
     tcsetattr(STDIN_FILENO, TCSADRAIN, &modes);
     NewtResume();
     return failure;
-}
-
-bool HasEnded(pid_t process) {
-    return Uninterrupted([&] { return waitpid(process, nullptr, WNOHANG); }) != 0;
 }
 
 }  // namespace platform::host

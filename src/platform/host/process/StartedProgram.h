@@ -21,7 +21,4 @@ int StartProgram(const ProgramStart& program, pid_t& process);
 // Lends the terminal to a program and waits for its end. Returns 0 when it was started, or the errno of what failed.
 int RunInTerminal(const ProgramStart& program);
 
-// False while a program that StartProgram started runs.
-bool HasEnded(pid_t process);
-
 }  // namespace platform::host

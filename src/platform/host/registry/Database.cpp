@@ -1,11 +1,11 @@
 #include "platform/host/registry/Database.h"
 
-#include <algorithm>
-#include <cerrno>
+#include <bit>
+#include <cstring>
 
 #include "platform/Regional.h"
 #include "platform/RegistryCalls.h"
-#include "platform/host/FileDescriptor.h"
+#include "platform/host/Unicode.h"
 
 namespace platform::host {
 
@@ -14,71 +14,16 @@ namespace {
 // So long a call waits for another process, which holds a lock for milliseconds when all is well.
 constexpr int BusyMilliseconds = 2000;
 
-Status StatusOf(sqlite3* connection) {
-    switch (sqlite3_errcode(connection)) {
-        case SQLITE_BUSY:
-            return StatusBusy;
-        case SQLITE_NOTADB:
-        case SQLITE_CORRUPT:
-        case SQLITE_ERROR:  // a database without the registry's tables
-            return StatusDatabaseDamaged;
-        case SQLITE_FULL:
-            return StatusDiskFull;
-        case SQLITE_READONLY:
-            return StatusAccessDenied;
-        default: {  // a commit leaves the reason in errno alone
-            const int failure = sqlite3_system_errno(connection);
-            return StatusFromErrno(failure != 0 ? failure : errno != 0 ? errno : EIO);
-        }
-    }
-}
+static_assert(std::endian::native == std::endian::little, "a REG_DWORD has its low byte first");
 
 }  // namespace
 
-Database::Database(const std::string& name, int flags) {
-    sqlite3* connection = nullptr;
-    const int result = sqlite3_open_v2(name.c_str(), &connection, flags | SQLITE_OPEN_NOMUTEX, nullptr);
-    connection_.reset(connection);
-    if (result != SQLITE_OK) {
-        Fail();
-    }
-    sqlite3_busy_timeout(connection, BusyMilliseconds);
+Database::Database(const std::string& address, int flags)
+    : connection_(address, flags | SQLite::OPEN_NOMUTEX, BusyMilliseconds) {
 }
 
-void Database::Execute(const char* statements) {
-    if (sqlite3_exec(connection_.get(), statements, nullptr, nullptr, nullptr) != SQLITE_OK) {
-        Fail();
-    }
-}
-
-sqlite3_stmt* Database::Prepared(const char* text) {
-    auto& statement = statements_[text];
-    if (statement == nullptr) {
-        sqlite3_stmt* prepared = nullptr;
-        if (sqlite3_prepare_v2(connection_.get(), text, -1, &prepared, nullptr) != SQLITE_OK) {
-            Fail();
-        }
-        statement.reset(prepared);
-    }
-    return statement.get();
-}
-
-void Database::RollBack() noexcept {
-    if (sqlite3_get_autocommit(connection_.get()) == 0) {
-        sqlite3_exec(connection_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
-    }
-}
-
-void Database::Fail() const {
-    const char* const file = sqlite3_db_filename(connection_.get(), "main");
-    throw RegistryFailure{StatusOf(connection_.get()), file == nullptr ? "" : file};
-}
-
-bool Query::Step() {
-    errno = 0;
-    const int result = sqlite3_step(statement_);
-    Check(result == SQLITE_ROW || result == SQLITE_DONE ? SQLITE_OK : result);
-    return result == SQLITE_ROW;
+SQLite::Statement& Database::Prepared(const char* text) {
+    return statements_.try_emplace(text, connection_, text).first->second;
 }
 
 bool Query::Run() {
@@ -88,41 +33,21 @@ bool Query::Run() {
     return gaveRow;
 }
 
-void Query::Check(int result) const {
-    if (result != SQLITE_OK) {
-        database_.Fail();
-    }
-}
-
 std::u16string Query::Text(int column) const {
-    const auto* const text = static_cast<const char16_t*>(sqlite3_column_text16(statement_, column));
-    const auto size = static_cast<std::size_t>(sqlite3_column_bytes16(statement_, column));
-    return {text, size / sizeof(char16_t)};
+    return FromUtf8(statement_.getColumn(column).getString());
 }
 
 std::string Query::Bytes(int column) const {
-    std::string bytes;
-    switch (sqlite3_column_type(statement_, column)) {
-        case SQLITE_INTEGER:
-            for (unsigned shift = 0; shift < 32; shift += 8) {
-                bytes += static_cast<char>(Number(column) >> shift & 0xFF);
-            }
-            return bytes;
-        case SQLITE_TEXT:
-            return AnsiFromText(Text(column)) + '\0';
-        default:
-            const auto* const data = static_cast<const char*>(sqlite3_column_blob(statement_, column));
-            return bytes.assign(data, data + sqlite3_column_bytes(statement_, column));
+    const SQLite::Column data = statement_.getColumn(column);
+    if (data.isInteger()) {
+        const std::uint32_t number = data.getUInt();
+        return {reinterpret_cast<const char*>(&number), sizeof number};
     }
-}
-
-void Query::Bind(int place, std::int64_t number) {
-    Check(sqlite3_bind_int64(statement_, place, number));
+    return data.isText() ? AnsiFromText(Text(column)) + '\0' : data.getString();
 }
 
 void Query::Bind(int place, const std::u16string& text) {
-    const auto size = static_cast<int>(text.size() * sizeof(char16_t));
-    Check(sqlite3_bind_text16(statement_, place, text.data(), size, SQLITE_TRANSIENT));
+    statement_.bind(place, ToUtf8(text));
 }
 
 void Query::Bind(int place, const TypedBytes& value) {
@@ -135,13 +60,11 @@ void Query::Bind(int place, const TypedBytes& value) {
     if (isText && bytes.find('\0') == bytes.size() - 1) {
         bytes.pop_back();
         Bind(place, TextFromAnsi(bytes));
-    } else if (value.type == RegDword && bytes.size() == sizeof(std::uint32_t)) {
-        std::int64_t number = 0;
-        std::for_each(bytes.rbegin(), bytes.rend(),
-                      [&](char byte) { number = number << 8 | static_cast<std::uint8_t>(byte); });
+    } else if (std::uint32_t number = 0; value.type == RegDword && bytes.size() == sizeof number) {
+        std::memcpy(&number, bytes.data(), sizeof number);
         Bind(place, number);
     } else {
-        Check(sqlite3_bind_blob(statement_, place, bytes.data(), static_cast<int>(bytes.size()), SQLITE_TRANSIENT));
+        statement_.bind(place, bytes.data(), static_cast<int>(bytes.size()));
     }
 }
 

@@ -1,6 +1,9 @@
 #include "platform/RegistryCalls.h"
 
+#include <SQLiteCpp/Transaction.h>
+
 #include <algorithm>
+#include <cerrno>
 #include <filesystem>
 #include <optional>
 #include <vector>
@@ -54,6 +57,9 @@ struct RegistryFiles {
     host::RegistryFile user;
 };
 
+// The file that the latest call looked at.
+const host::RegistryFile* lastFile = nullptr;
+
 // The file of the key, in the folder that is the machine at this moment.
 host::RegistryFile& FileOf(const OpenKey& key) {
     static std::optional<RegistryFiles> files;
@@ -62,7 +68,9 @@ host::RegistryFile& FileOf(const OpenKey& key) {
         files.emplace(RegistryFiles{
             folder, {folder / "machine.db", u"HKEY_LOCAL_MACHINE"}, {folder / "user.db", u"HKEY_CURRENT_USER"}});
     }
-    return key.isUsers ? files->user : files->machine;
+    host::RegistryFile& file = key.isUsers ? files->user : files->machine;
+    lastFile = &file;
+    return file;
 }
 
 void RefuseUnless(bool condition, Status status) {
@@ -71,19 +79,17 @@ void RefuseUnless(bool condition, Status status) {
     }
 }
 
-std::string lastFailedFile;
-
 // Runs the steps of a call and gives the status that ended them.
 template <typename Steps>
 Status StatusOf(Steps&& steps) {
+    errno = 0;
     try {
         steps();
         return StatusSuccess;
     } catch (const RegistryFailure& failure) {
-        if (!failure.file.empty()) {
-            lastFailedFile = failure.file;
-        }
         return failure.status;
+    } catch (const SQLite::Exception& failure) {
+        return lastFile->StatusOf(failure);
     }
 }
 
@@ -164,18 +170,19 @@ OpenKey FoundKey(Handle handle, const std::string& path) {
 OpenKey CreatedKey(OpenKey start, const Levels& levels) {
     RefuseUnless(std::ranges::all_of(levels, [](const auto& level) { return level.size() <= LongestKeyName; }),
                  StatusInvalidParameter);
-    const host::Transaction transaction(FileOf(start).ForWriting());
+    Database& database = FileOf(start).ForWriting();
+    SQLite::Transaction transaction(database.Connection(), SQLite::TransactionBehavior::IMMEDIATE);
     for (const std::u16string& level : levels) {
         const std::int64_t parent = start.key;
-        start.key = KeyBelow(transaction.database, parent, {&level, 1});
+        start.key = KeyBelow(database, parent, {&level, 1});
         if (start.key == 0) {
             RefuseUnless(parent != host::UsersKey, StatusAccessDenied);
-            Query created(transaction.database, InsertSubKey, parent, level, u'\\' + Folded(level));
+            Query created(database, InsertSubKey, parent, level, u'\\' + Folded(level));
             created.Step();
             start.key = created.Number(0);
         }
     }
-    transaction.Commit();
+    transaction.commit();
     return start;
 }
 
@@ -301,7 +308,7 @@ Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, s
 namespace host {
 
 std::u16string RegistryStatusText(Status status) {
-    const std::u16string file = std::filesystem::path(lastFailedFile).u16string();
+    const std::u16string file = lastFile == nullptr ? std::u16string() : lastFile->Path().u16string();
     switch (status) {
         case StatusDatabaseDamaged:
             return u"Die Registrierungsdatei \"" + file + u"\" ist beschädigt oder keine Registrierung.";

@@ -1,6 +1,8 @@
 #include "platform/host/registry/RegistryFile.h"
 
+#include <SQLiteCpp/Transaction.h>
 #include <fcntl.h>
+#include <sqlite3.h>
 #include <unistd.h>
 
 #include <array>
@@ -9,7 +11,7 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/host/FileDescriptor.h"
+#include "platform/host/StatusFromErrno.h"
 
 namespace platform::host {
 
@@ -83,7 +85,7 @@ Database& RegistryFile::ForReading() {
     struct stat now = {};
     if (stat(path_.c_str(), &now) != 0) {
         if (errno != ENOENT && errno != ENOTDIR) {
-            throw RegistryFailure{StatusFromErrno(errno), path_};
+            throw RegistryFailure{StatusFromErrno(errno)};
         }
         now = {};
     }
@@ -94,10 +96,10 @@ Database& RegistryFile::ForReading() {
     writable_ = (now.st_mode & S_IWUSR) != 0 && ProcessMayWrite(path_) &&
                 ProcessMayWrite(FolderOf(path_));  // SQLite's log stands beside the file
     if (now.st_size == 0) {
-        database_.emplace(":memory:", SQLITE_OPEN_READWRITE);
+        database_.emplace(":memory:", SQLite::OPEN_READWRITE);
         CreateTables(*database_);
     } else if (now.st_size < SmallestDatabase) {
-        throw RegistryFailure{StatusDatabaseDamaged, path_};
+        throw RegistryFailure{StatusDatabaseDamaged};
     } else {
         database_ = OpenFile();
     }
@@ -121,34 +123,54 @@ bool RegistryFile::IsWritable() {
     return opened_.st_ino == 0 || writable_;  // of a missing file the system judges when it is made
 }
 
+Status RegistryFile::StatusOf(const SQLite::Exception& failure) const {
+    switch (failure.getErrorCode()) {
+        case SQLITE_BUSY:
+            return StatusBusy;
+        case SQLITE_NOTADB:
+        case SQLITE_CORRUPT:
+        case SQLITE_ERROR:  // a database without the registry's tables
+            return StatusDatabaseDamaged;
+        case SQLITE_FULL:
+            return StatusDiskFull;
+        case SQLITE_READONLY:
+            return StatusAccessDenied;
+        default: {  // a commit leaves the reason in errno alone
+            const int number = database_ ? sqlite3_system_errno(database_->Connection().getHandle()) : 0;
+            return StatusFromErrno(number != 0 ? number : errno != 0 ? errno : EIO);
+        }
+    }
+}
+
 // A file that takes no changes is read without a log where the last writer left none: a new log would stay, and its
 // rights would keep the next writer out.
 Database RegistryFile::OpenFile() const {
     const std::string address = Address(path_);
     if (writable_) {
-        Database database(address, SQLITE_OPEN_READWRITE | SQLITE_OPEN_URI);
-        database.Execute("PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL");
+        Database database(address, SQLite::OPEN_READWRITE | SQLite::OPEN_URI);
+        // SQLite does not wait for another process to begin the log. Without one the file serves until the next open.
+        database.Connection().tryExec("PRAGMA synchronous = NORMAL; PRAGMA journal_mode = WAL");
         return database;
     }
     std::error_code noLog;
     const bool hasLog = std::filesystem::file_size(path_.native() + "-wal", noLog) > 0 && !noLog;
-    return {hasLog ? address : address + "?immutable=1", SQLITE_OPEN_READONLY | SQLITE_OPEN_URI};
+    return {hasLog ? address : address + "?immutable=1", SQLite::OPEN_READONLY | SQLite::OPEN_URI};
 }
 
 // SQLite sees to it that the file is empty or whole, and that another process which makes it too finds it so.
 void RegistryFile::CreateFile() const {
     std::error_code failure;  // told by the open
     std::filesystem::create_directories(path_.parent_path(), failure);
-    Database database(Address(path_), SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_URI);
-    database.Execute("PRAGMA page_size = 1024");  // a change writes whole pages to the log
+    Database database(Address(path_), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE | SQLite::OPEN_URI);
+    database.Connection().exec("PRAGMA page_size = 1024");  // a change writes whole pages to the log
     CreateTables(database);
 }
 
 void RegistryFile::CreateTables(Database& database) const {
-    const Transaction transaction(database);
-    database.Execute(Tables);
+    SQLite::Transaction transaction(database.Connection(), SQLite::TransactionBehavior::IMMEDIATE);
+    database.Connection().exec(Tables);
     Query(database, InsertTop, root_).Step();
-    transaction.Commit();
+    transaction.commit();
 }
 
 }  // namespace platform::host

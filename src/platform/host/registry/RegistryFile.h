@@ -7,9 +7,18 @@
 #include <optional>
 #include <string>
 
+#include "platform/Handle.h"
 #include "platform/host/registry/Database.h"
 
 namespace platform::host {
+
+inline constexpr Status StatusBusy = 170;              // ERROR_BUSY: another process keeps the file locked
+inline constexpr Status StatusDatabaseDamaged = 1009;  // ERROR_BADDB: the file is no registry, or a damaged one
+
+// What ends a call on the registry beside an SQLite::Exception.
+struct RegistryFailure {
+    Status status;
+};
 
 // Keys that each file has from its beginning, by their numbers. They are never deleted.
 inline constexpr std::int64_t UsersKey = 1;  // HKEY_USERS in the user's file; takes no changes
@@ -30,6 +39,10 @@ public:
     // False when the owner's write bit of the file is off, or when this process may not write there.
     bool IsWritable();
 
+    [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
+    // The status for a failure that the database has just thrown.
+    [[nodiscard]] Status StatusOf(const SQLite::Exception& failure) const;
+
 private:
     [[nodiscard]] Database OpenFile() const;
     void CreateFile() const;
@@ -38,7 +51,7 @@ private:
     std::filesystem::path path_;
     std::u16string root_;
     std::optional<Database> database_;
-    struct stat opened_ = {};  // the file that is open; all zero for none
+    struct stat opened_ = {};  // of the file that is open; all zero when there is none
     bool writable_ = false;
 };
 

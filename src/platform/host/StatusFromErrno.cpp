@@ -1,0 +1,30 @@
+#include "platform/host/StatusFromErrno.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <utility>
+
+namespace platform::host {
+
+Status StatusFromErrno(int number) {
+    constexpr Status notEnoughMemory = 8;  // ERROR_NOT_ENOUGH_MEMORY
+    static constexpr std::array<std::pair<int, Status>, 14> statuses = {{{0, StatusSuccess},
+                                                                         {ENOENT, StatusFileNotFound},
+                                                                         {ENOTDIR, StatusPathNotFound},
+                                                                         {EACCES, StatusAccessDenied},
+                                                                         {EPERM, StatusAccessDenied},
+                                                                         {EXDEV, StatusNotSameDevice},
+                                                                         {EROFS, StatusWriteProtect},
+                                                                         {EEXIST, StatusFileExists},
+                                                                         {ENOSPC, StatusDiskFull},
+                                                                         {EFBIG, StatusDiskFull},
+                                                                         {EDQUOT, StatusDiskQuota},
+                                                                         {ENAMETOOLONG, StatusNameTooLong},
+                                                                         {EAGAIN, notEnoughMemory},
+                                                                         {ENOMEM, notEnoughMemory}}};
+    const auto* const found = std::ranges::find(statuses, number, &std::pair<int, Status>::first);
+    return found == statuses.end() ? StatusIoDevice : found->second;
+}
+
+}  // namespace platform::host
