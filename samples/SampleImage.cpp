@@ -91,7 +91,7 @@ struct Level {
 constexpr std::array<Level, 3> Levels = {{
     {{3, 10, 14, 16}, 16},                  // RT_VERSION
     {{1, 2, 3, 4}, 1},                      // VS_VERSION_INFO
-    {{0x405, 0x407, 0x40C, 0x413}, 0x407},  // German
+    {{0x407, 0x40C, 0x410, 0x413}, 0x407},  // German
 }};
 
 void ResourceTree(Bytes& image) {

@@ -73,7 +73,7 @@ void Append(const fs::path& path, std::string_view text) {
 
 void MakeEnvironment(const fs::path& machine) {
     const fs::path path = machine / "environment";
-    const auto present = platform::host::MachineEnvironment();
+    const auto present = platform::host::NamedValues("environment");
     std::istringstream lines{EnvironmentText};
     for (std::string line; std::getline(lines, line);) {
         const std::string name = line.substr(0, line.find('='));

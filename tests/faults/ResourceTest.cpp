@@ -1,5 +1,6 @@
 #include <sys/resource.h>
 
+#include <csignal>
 #include <iterator>
 #include <optional>
 #include <string>
@@ -22,6 +23,7 @@ namespace {
 
 // On a disk that is full beyond a file's first `size` bytes.
 Error DemoOnDiskOf(std::size_t size) {
+    std::signal(SIGXFSZ, SIG_IGN);
     rlimit earlier{};
     getrlimit(RLIMIT_FSIZE, &earlier);
     const rlimit full{size, earlier.rlim_max};

@@ -1,4 +1,7 @@
 // Windows' code page 1252, whose 256 characters are all that crosses the seam.
+#include <locale.h>
+#include <wctype.h>
+
 #include <algorithm>
 #include <array>
 
@@ -31,17 +34,6 @@ char16_t TextCharacter(char byte) {
                                                                  : HighControls[number - FirstHighControl];
 }
 
-// Of the letters with two cases that the code page has both of; a micro sign and a florin have no capital in it.
-char16_t UpperCase(char16_t letter) {
-    if ((letter >= u'a' && letter <= u'z') || (letter >= u'à' && letter <= u'þ' && letter != u'÷')) {
-        return static_cast<char16_t>(letter - 0x20);
-    }
-    if (letter == u'ÿ') {
-        return u'Ÿ';
-    }
-    return letter == u'š' || letter == u'œ' || letter == u'ž' ? static_cast<char16_t>(letter - 1) : letter;
-}
-
 }  // namespace
 
 std::string AnsiFromText(const std::u16string& text) {
@@ -57,8 +49,10 @@ std::u16string TextFromAnsi(const std::string& bytes) {
 }
 
 std::u16string CharUpperW(const std::u16string& text) {
+    static const locale_t everyLetter = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
     std::u16string capitals = text;
-    std::ranges::transform(capitals, capitals.begin(), UpperCase);
+    std::ranges::transform(capitals, capitals.begin(),
+                           [](char16_t letter) { return static_cast<char16_t>(towupper_l(letter, everyLetter)); });
     return capitals;
 }
 

@@ -24,18 +24,18 @@ std::filesystem::path MachineFolder() {
     return data / "vtv4v" / "machine";
 }
 
-std::map<std::u16string, std::u16string> MachineEnvironment() {
-    std::map<std::u16string, std::u16string> variables;
-    std::ifstream file(MachineFolder() / "environment");
-    for (std::string line; std::getline(file, line);) {
+std::map<std::u16string, std::u16string> NamedValues(const char* file) {
+    std::map<std::u16string, std::u16string> values;
+    std::ifstream lines(MachineFolder() / file);
+    for (std::string line; std::getline(lines, line);) {
         if (line.ends_with('\r')) {
             line.pop_back();
         }
         if (const std::size_t equals = line.find('='); equals != std::string::npos && equals > 0) {
-            variables[CharUpperW(FromUtf8(line.substr(0, equals)))] = FromUtf8(line.substr(equals + 1));
+            values[CharUpperW(FromUtf8(line.substr(0, equals)))] = FromUtf8(line.substr(equals + 1));
         }
     }
-    return variables;
+    return values;
 }
 
 }  // namespace platform::host

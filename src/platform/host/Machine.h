@@ -14,9 +14,9 @@ std::filesystem::path MachineFolder();
 // A variable of the process; empty for one that is missing.
 std::string ProcessVariable(const char* name);
 
-// The machine's environment variables: the lines "NAME=value" of its file `environment`, in UTF-8, read at each call.
-// Names are in capital letters, in which they are found without regard to case; a later line wins, and a line without a
-// name or without "=" is passed over.
-std::map<std::u16string, std::u16string> MachineEnvironment();
+// The lines "name=value" of a file in the machine's folder, in UTF-8, read at each call. Names are in capital letters,
+// in which they are found without regard to case; a later line wins, and a line without a name or without "=" is passed
+// over.
+std::map<std::u16string, std::u16string> NamedValues(const char* file);
 
 }  // namespace platform::host

@@ -16,10 +16,6 @@ constexpr char DecimalSeparator = ',';
 constexpr char ThousandsSeparator = '.';
 constexpr const char* Blanks = " \t\n\v\f\r";
 
-bool IsDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
 // "&H" and "&O" tell the 32 bits themselves, the sign bit included.
 Status ReadBased(std::string_view text, std::int32_t& number) {
     const bool hexadecimal = text.starts_with("&H") || text.starts_with("&h");
@@ -40,32 +36,21 @@ Status ReadBased(std::string_view text, std::int32_t& number) {
 }
 
 // The number of a text: digits, with thousands separators among those before the decimal separator, and an exponent.
-std::optional<double> ReadDecimal(std::string_view text) {
-    std::string plain;  // as the library reads it
-    std::size_t place = 0;
-    bool hasDigit = false;
-    bool hasPoint = false;
-    for (; place < text.size(); ++place) {
-        const char character = text[place];
-        if (IsDigit(character)) {
-            plain += character;
-            hasDigit = true;
-        } else if (character == DecimalSeparator && !hasPoint) {
-            plain += '.';
-            hasPoint = true;
-        } else if (character != ThousandsSeparator || hasPoint || !hasDigit) {
-            break;
-        }
+std::optional<double> ReadDecimal(std::string text) {
+    if (text.find_first_of("0123456789,") != 0) {
+        return {};
     }
-    plain += text.substr(place);
+    const auto wholeEnd = text.begin() + static_cast<std::ptrdiff_t>(std::min(text.find_first_of(",eE"), text.size()));
+    text.erase(std::remove(text.begin(), wholeEnd, ThousandsSeparator), wholeEnd);
+    std::ranges::replace(text, DecimalSeparator, '.');
     double number = 0;
-    const char* const end = plain.data() + plain.size();
-    const auto [stop, error] = std::from_chars(plain.data(), end, number);
-    if (!hasDigit || stop != end) {
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, number);
+    if (error == std::errc::invalid_argument || stop != end) {
         return {};
     }
     if (error == std::errc::result_out_of_range) {
-        return plain.find('-') != std::string::npos ? 0 : std::numeric_limits<double>::infinity();
+        return text.find('-') != std::string::npos ? 0 : std::numeric_limits<double>::infinity();
     }
     return number;
 }
@@ -92,7 +77,7 @@ Status VarI4FromStr(const std::u16string& text, std::int32_t& number) {
     }
     const bool isNegative = body.starts_with('-');
     body.remove_prefix(isNegative || body.starts_with('+') ? 1 : 0);
-    const std::optional<double> value = ReadDecimal(body);
+    const std::optional<double> value = ReadDecimal(std::string(body));
     return value ? Round(isNegative ? -*value : *value, number) : DispTypeMismatch;
 }
 

@@ -1,16 +1,15 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
-// Text outside the program is UTF-8, text inside it UTF-16. What is no text in the one form becomes U+FFFD in the
-// other, so that no conversion fails.
+// Text outside the program is UTF-8, text inside it UTF-16. What is no UTF-8 is taken for the code page, in which older
+// files and names are written.
 namespace platform::host {
 
-std::u16string FromUtf8(std::string_view bytes);
-std::string ToUtf8(std::u16string_view text);
+std::u16string FromUtf8(const std::string& bytes);
+std::string ToUtf8(const std::u16string& text);
 
 // How names are compared on the machine: without regard to case.
-bool IsSameName(std::u16string_view one, std::u16string_view other);
+bool IsSameName(const std::u16string& one, const std::u16string& other);
 
 }  // namespace platform::host

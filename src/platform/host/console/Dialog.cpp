@@ -3,6 +3,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+
 #include "platform/host/Unicode.h"
 #include "platform/host/console/LineView.h"
 #include "platform/host/console/NewtView.h"
@@ -12,7 +14,7 @@ namespace platform::host {
 namespace {
 
 bool IsControlCharacter(char16_t character) {
-    return character < u' ' || (character >= 0x7F && character < 0xA0);
+    return (character < u' ' && character != u'\n') || (character >= 0x7F && character < 0xA0);
 }
 
 }  // namespace
@@ -39,16 +41,10 @@ bool HasTerminal() {
            fstat(STDOUT_FILENO, &output) == 0 && input.st_rdev == output.st_rdev;
 }
 
-std::string ShownText(std::u16string_view text) {
-    std::u16string shown;
-    for (std::size_t place = 0; place < text.size(); ++place) {
-        if (text.substr(place, 2) == u"\r\n") {
-            continue;
-        }
-        const char16_t character = text[place] == u'\t' ? u' ' : text[place];
-        shown += IsControlCharacter(character) && character != u'\n' ? u'\xFFFD' : character;
-    }
-    return ToUtf8(shown);
+std::string ShownText(std::u16string text) {
+    std::erase(text, u'\r');
+    std::ranges::replace_if(text, IsControlCharacter, u' ');
+    return ToUtf8(text);
 }
 
 }  // namespace platform::host

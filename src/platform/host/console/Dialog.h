@@ -4,7 +4,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "platform/WindowSystem.h"
@@ -57,6 +56,6 @@ std::unique_ptr<DialogView> DialogShow(const Dialog& dialog);
 bool HasTerminal();
 
 // UTF-8 with lines parted by LF, and no control character that a terminal would obey.
-std::string ShownText(std::u16string_view text);
+std::string ShownText(std::u16string text);
 
 }  // namespace platform::host

@@ -97,7 +97,9 @@ NewtForm::NewtForm(const Dialog& dialog, std::optional<std::size_t> focus)
     if (!buttons_.empty()) {
         newtFormSetCurrent(form_, controls_[focus.value_or(buttons_.front())]);
     }
-    newtPushHelpLine(HelpLine().c_str());
+    newtPushHelpLine(buttons_.empty() ? " Esc Ende  Pfeile, Bild auf/ab Blättern"
+                     : dialog.isBox   ? " Esc Zurück  Tab Wählen  Enter Drücken  Anfangsbuchstabe Sofort"
+                                      : " Esc Ende  Tab Wählen  Enter Drücken  Ziffer, Anfangsbuchstabe Sofort");
 }
 
 NewtForm::~NewtForm() {
@@ -246,12 +248,9 @@ void NewtForm::OpenWindow() {
     int width = 0;
     int height = 0;
     newtGridGetSize(grid, &width, &height);
-    std::string caption = ShownText(dialog_.caption);
-    while (Columns(caption) > columns_ - 8) {
-        caption.pop_back();
-    }
+    const std::string caption = ShownText(dialog_.caption);
     const int margin = dialog_.sizable ? 1 : 2;
-    const int columns = std::max(width, Columns(caption)) + 2 * margin;
+    const int columns = std::max(width, std::min(Columns(caption), columns_ - 8)) + 2 * margin;
     const int above = roomy_ && !dialog_.sizable ? 1 : 0;
     newtOpenWindow((columns_ - columns) / 2, std::max((rows_ - HelpRows - explanationRows_ - height - above) / 2, 1),
                    static_cast<unsigned>(columns), static_cast<unsigned>(height + above), caption.c_str());
@@ -300,16 +299,6 @@ void NewtForm::ShowExplanation() const {
     for (const std::string& line : lines) {
         newtDrawRootText(0, row++, Padded(" " + line, columns_).c_str());
     }
-}
-
-std::string NewtForm::HelpLine() const {
-    const std::string end = dialog_.isBox ? "Esc Zurück" : "Esc Ende";
-    if (buttons_.empty()) {
-        return " Pfeile, Bild auf/ab Blättern  " + end;
-    }
-    const std::string help = " Tab Wählen  Enter Drücken  " + end;
-    const std::string more = "  Ziffer, Anfangsbuchstabe Sofort";
-    return Columns(help + more) < columns_ ? help + more : help;
 }
 
 }  // namespace platform::host

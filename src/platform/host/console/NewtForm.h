@@ -48,7 +48,6 @@ private:
     [[nodiscard]] std::optional<std::size_t> PressedBy(int key) const;
     static void FocusMoved(newtComponent form, void* self);
     void ShowExplanation() const;
-    [[nodiscard]] std::string HelpLine() const;
 
     const Dialog& dialog_;
     const std::vector<std::size_t> buttons_;  // by their numbers, from 0

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <map>
 #include <memory>
 #include <utility>
@@ -47,16 +48,11 @@ void WithControl(Handle window, std::size_t control, Change&& change) {
     }
 }
 
-// Events are called by copies, because an event may destroy the window that keeps it.
-void TellResized(const HostWindow& window) {
-    if (const auto resized = window.events.resized) {
-        resized();
-    }
-}
-
-void TellClicked(const HostWindow& window, std::size_t control) {
-    if (const auto clicked = window.events.clicked) {
-        clicked(control);
+// An event is called by a copy, because it may destroy the window that keeps it.
+template <typename Event, typename... Arguments>
+void Tell(Event event, Arguments... arguments) {
+    if (event) {
+        event(arguments...);
     }
 }
 
@@ -69,7 +65,7 @@ void ServeEvents(Handle window) {
         const Act act = view->Next();
         switch (act.kind) {
             case Act::Kind::Click:
-                TellClicked(*WindowOf(window), act.control);
+                Tell(WindowOf(window)->events.clicked, act.control);
                 break;
             case Act::Kind::Close:
                 WindowDestroy(window);
@@ -88,9 +84,7 @@ void Activate(Handle window) {
         return;
     }
     activeWindow = window;
-    if (const auto activated = WindowOf(window)->events.activated) {
-        activated();
-    }
+    Tell(WindowOf(window)->events.activated);
 }
 
 constexpr std::uint32_t ButtonsMask = 0x0F;
@@ -108,27 +102,17 @@ std::vector<BoxButton> ButtonsOfType(std::uint32_t type) {
     return {{u"OK", AnswerOk}};
 }
 
-// The icon as a word on its colour.
-DialogControl IconOfType(std::uint32_t type) {
-    constexpr Colour white = 0xFFFFFF;
-    constexpr Colour black = 0x000000;
-    constexpr Colour red = 0x0000FF;
-    constexpr Colour yellow = 0x00FFFF;
-    constexpr Colour blue = 0xFF0000;
-    const auto icon = [](const char16_t* word, Colour background, Colour text) {
-        return DialogControl{{ControlKind::Label, word, {}}, {}, background, text};
-    };
-    switch (type & IconMask) {
-        case IconCritical:
-            return icon(u"Fehler", red, white);
-        case IconQuestion:
-            return icon(u"Frage", blue, white);
-        case IconExclamation:
-            return icon(u"Warnung", yellow, black);
-        default:
-            return icon(u"Hinweis", blue, white);
-    }
-}
+// An icon is a word on its colour.
+struct BoxIcon {
+    std::uint32_t number;
+    const char16_t* word;
+    Colour background;
+    Colour text;
+};
+constexpr std::array<BoxIcon, 4> Icons = {{{IconInformation, u"Hinweis", 0xFF0000, 0xFFFFFF},
+                                           {IconCritical, u"Fehler", 0x0000FF, 0xFFFFFF},
+                                           {IconQuestion, u"Frage", 0xFF0000, 0xFFFFFF},
+                                           {IconExclamation, u"Warnung", 0x00FFFF, 0x000000}}};
 
 }  // namespace
 
@@ -193,7 +177,7 @@ void WindowOuterSize(Handle window, Size size) {
     HostWindow* const found = WindowOf(window);
     if (found != nullptr && (found->outer.width != size.width || found->outer.height != size.height)) {
         found->outer = size;
-        TellResized(*found);
+        Tell(found->events.resized);
     }
 }
 
@@ -234,7 +218,12 @@ std::int32_t SetWindowLongA(Handle /*window*/, std::int32_t /*index*/, std::int3
 std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& caption, std::uint32_t type) {
     const std::vector<BoxButton> buttons = ButtonsOfType(type);
     std::int32_t place = 0;  // one below the other, and the buttons side by side
-    Dialog dialog{caption, true, false, {IconOfType(type), {{ControlKind::Label, text, {0, 1, 0, 0}}}}};
+    const auto* const icon = std::ranges::find(Icons, type & IconMask, &BoxIcon::number);
+    Dialog dialog{caption,
+                  true,
+                  false,
+                  {{{ControlKind::Label, icon->word, {}}, {}, icon->background, icon->text},
+                   {{ControlKind::Label, text, {0, 1, 0, 0}}}}};
     const std::size_t firstButton = dialog.controls.size();
     for (const BoxButton& button : buttons) {
         dialog.controls.push_back({{ControlKind::Button, button.caption, {place++, 2, 0, 0}}});

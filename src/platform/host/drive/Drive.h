@@ -15,8 +15,8 @@
 // ".." is resolved in the path's text and ends at the drive's root. A symbolic link that a person put into a drive is
 // followed.
 //
-// A file or folder is read-only when its owner's write bit is off, and cannot be read when the owner's read bit is off,
-// for root too. A file whose name begins with "." is hidden.
+// A file or folder is read-only when its owner's write bit is off, for root too. A file whose name begins with "." is
+// hidden.
 namespace platform::host {
 
 // Where a path leads.
@@ -30,7 +30,6 @@ struct DrivePlace {
     [[nodiscard]] bool IsFolder() const { return S_ISDIR(mode); }
     [[nodiscard]] bool IsFile() const { return S_ISREG(mode); }
     [[nodiscard]] bool IsMissing() const { return status == StatusFileNotFound && !path.empty(); }
-    [[nodiscard]] bool IsReadable() const { return (mode & S_IRUSR) != 0; }
     [[nodiscard]] bool IsWritable() const { return (mode & S_IWUSR) != 0; }
 };
 

@@ -41,24 +41,16 @@ Status OpenRefusal(const host::DrivePlace& place, std::uint32_t access, std::uin
     if (place.IsMissing() && disposition != OpenExisting) {
         return FolderRefusal(place.path);
     }
-    if (place.status != StatusSuccess) {
-        return place.status;
-    }
     if (access == GenericWrite) {
         return ChangeRefusal(place);
     }
-    return place.IsFile() && place.IsReadable() ? StatusSuccess : StatusAccessDenied;
+    return place.status == StatusSuccess && !place.IsFile() ? StatusAccessDenied : place.status;
 }
 
 // Gives one file the owner and mode of another. The mode comes last: a change of owner may take bits from it.
 bool TakeRights(const fs::path& file, const fs::path& from) {
     struct stat rights {};
-    struct stat present {};
-    if (stat(from.c_str(), &rights) != 0 || stat(file.c_str(), &present) != 0) {
-        return false;
-    }
-    const bool sameOwner = rights.st_uid == present.st_uid && rights.st_gid == present.st_gid;
-    return (sameOwner || chown(file.c_str(), rights.st_uid, rights.st_gid) == 0) &&
+    return stat(from.c_str(), &rights) == 0 && chown(file.c_str(), rights.st_uid, rights.st_gid) == 0 &&
            chmod(file.c_str(), rights.st_mode & 07777U) == 0;
 }
 

@@ -1,6 +1,5 @@
 #include "platform/host/drive/PortableExecutable.h"
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -24,10 +23,6 @@ constexpr std::uint32_t VersionType = 16;   // RT_VERSION
 constexpr std::uint32_t VersionNumber = 1;  // VS_VERSION_INFO
 constexpr std::size_t FixedVersionSize = 52;
 constexpr std::uint32_t FixedVersionSignature = 0xFEEF04BD;
-
-// The languages that the resource loader of a German system tries, in order, before it takes the first one there is:
-// neutral, German (Germany), German, English (United States).
-constexpr std::array<std::uint32_t, 4> Languages = {0x0000, 0x0407, 0x0007, 0x0409};
 
 // The little-endian number at `offset`. Throws std::out_of_range where the bytes end before it does.
 std::uint32_t NumberAt(std::string_view bytes, std::size_t offset, std::size_t width) {
@@ -98,12 +93,8 @@ std::optional<std::uint32_t> FindEntry(std::string_view tree, std::size_t direct
     return {};
 }
 
-std::optional<std::uint32_t> FindLanguage(std::string_view tree, std::size_t directory) {
-    for (const std::uint32_t language : Languages) {
-        if (const auto entry = FindEntry(tree, directory, language)) {
-            return entry;
-        }
-    }
+// The first entry of a directory.
+std::optional<std::uint32_t> FirstEntry(std::string_view tree, std::size_t directory) {
     const bool any = Word(tree, directory + 12) + Word(tree, directory + 14) != 0;
     return any ? std::optional(DoubleWord(tree, directory + DirectoryHeaderSize + 4)) : std::nullopt;
 }
@@ -116,7 +107,7 @@ std::string_view FindVersion(const Resources& resources) {
     const auto type = FindEntry(resources.tree, 0, VersionType);
     const auto number =
         IsSubdirectory(type) ? FindEntry(resources.tree, *type & ~SubdirectoryBit, VersionNumber) : std::nullopt;
-    const auto leaf = IsSubdirectory(number) ? FindLanguage(resources.tree, *number & ~SubdirectoryBit) : std::nullopt;
+    const auto leaf = IsSubdirectory(number) ? FirstEntry(resources.tree, *number & ~SubdirectoryBit) : std::nullopt;
     if (!leaf || IsSubdirectory(leaf)) {
         return {};
     }

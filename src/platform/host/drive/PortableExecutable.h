@@ -7,8 +7,8 @@
 // no further.
 namespace platform::host {
 
-// The version block of an image: the resource of type RT_VERSION (16) and number VS_VERSION_INFO (1), in the language
-// that a German system takes. Empty when the image has none or is no such image.
+// The version block of an image: the resource of type RT_VERSION (16) and number VS_VERSION_INFO (1), in its first
+// language. Empty when the image has none or is no such image.
 std::string_view VersionBlock(std::string_view image);
 
 // The fixed version information (VS_FIXEDFILEINFO, 52 bytes) in a version block; empty when the block does not hold it.

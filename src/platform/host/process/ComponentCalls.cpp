@@ -10,13 +10,11 @@
 #include "platform/ComponentCalls.h"
 
 #include <cstdlib>
-#include <fstream>
 
 #include "platform/FileCalls.h"
 #include "platform/Regional.h"
 #include "platform/RegistryCalls.h"
 #include "platform/host/Machine.h"
-#include "platform/host/Unicode.h"
 #include "platform/host/process/ClassValue.h"
 #include "platform/host/registry/RegistryFile.h"
 
@@ -64,13 +62,10 @@ Status CallTextFunction(const std::string& libraryPath, const std::string& funct
     }
     const std::string library = libraryPath.substr(libraryPath.rfind('\\') + 1);
     const std::u16string wanted = TextFromAnsi(library + '!' + function);
-    std::ifstream list(host::MachineFolder() / "components");
-    for (std::string line; std::getline(list, line);) {
-        const std::size_t equals = line.find('=');
-        if (equals != std::string::npos && host::IsSameName(host::FromUtf8(line.substr(0, equals)), wanted)) {
-            result = std::atoi(line.c_str() + equals + 1);
-            return StatusSuccess;
-        }
+    const auto functions = host::NamedValues("components");
+    if (const auto found = functions.find(CharUpperW(wanted)); found != functions.end()) {
+        result = std::atoi(AnsiFromText(found->second).c_str());
+        return StatusSuccess;
     }
     return StatusProcedureNotFound;
 }

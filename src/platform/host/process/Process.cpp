@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <csignal>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
@@ -28,8 +27,6 @@ std::vector<std::string> givenArguments;
 
 void ProcessStart(int argumentCount, char** arguments) {
     givenArguments.assign(arguments, arguments + argumentCount);
-    // A file that may not grow further is a full disk to us: the write fails, and does not end the program.
-    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 std::u16string CommandLineTail() {
@@ -59,7 +56,7 @@ std::string GetEnvironmentVariableA(const std::string& name) {
     if (const char* const value = std::getenv(host::ToUtf8(wanted).c_str()); value != nullptr) {
         return AnsiFromText(host::FromUtf8(value));
     }
-    return AnsiFromText(host::MachineEnvironment()[CharUpperW(wanted)]);
+    return AnsiFromText(host::NamedValues("environment")[CharUpperW(wanted)]);
 }
 
 std::uint32_t GetCurrentProcessId() {

@@ -44,7 +44,7 @@ int Spawn(const ProgramStart& program, bool inTerminal, pid_t& process) {
     // What we ignore, a program expects to find as the system has it.
     sigset_t defaults;
     sigemptyset(&defaults);
-    for (const int number : {SIGINT, SIGQUIT, SIGXFSZ}) {
+    for (const int number : {SIGINT, SIGQUIT}) {
         sigaddset(&defaults, number);
     }
     posix_spawnattr_setsigdefault(&attributes, &defaults);

@@ -93,10 +93,6 @@ Status StatusOf(Steps&& steps) {
     }
 }
 
-std::u16string Folded(const std::u16string& name) {
-    return CharUpperW(name);
-}
-
 // A name as the calls take it: up to its terminator.
 std::u16string NameFrom(const std::string& name) {
     return TextFromAnsi(name.substr(0, name.find('\0')));
@@ -151,7 +147,7 @@ OpenKey KeyOf(Handle handle, std::int32_t rights) {
 std::int64_t KeyBelow(Database& database, std::int64_t start, std::span<const std::u16string> levels) {
     std::u16string path;
     for (const std::u16string& level : levels) {
-        path += u'\\' + Folded(level);
+        path += u'\\' + CharUpperW(level);
     }
     Query query(database, SelectKeyBelow, start, path);
     RefuseUnless(query.Step(), StatusKeyDeleted);
@@ -177,7 +173,7 @@ OpenKey CreatedKey(OpenKey start, const Levels& levels) {
         start.key = KeyBelow(database, parent, {&level, 1});
         if (start.key == 0) {
             RefuseUnless(parent != host::UsersKey, StatusAccessDenied);
-            Query created(database, InsertSubKey, parent, level, u'\\' + Folded(level));
+            Query created(database, InsertSubKey, parent, level, u'\\' + CharUpperW(level));
             created.Step();
             start.key = created.Number(0);
         }
@@ -249,7 +245,7 @@ Status RegDeleteKeyA(Handle key, const std::string& subKey) {
 
 Status RegDeleteValueA(Handle key, const std::string& name) {
     return StatusOf([&] {
-        const std::u16string folded = Folded(ValueName(name, StatusFileNotFound));
+        const std::u16string folded = CharUpperW(ValueName(name, StatusFileNotFound));
         const OpenKey open = KeyOf(key, KeySetValue);
         Database& database = FileOf(open).ForWriting();
         KeyBelow(database, open.key, {});
@@ -285,7 +281,7 @@ Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::
 Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type, std::span<char> data,
                         std::uint32_t& dataSize) {
     return StatusOf([&] {
-        const std::u16string folded = Folded(ValueName(name, StatusFileNotFound));
+        const std::u16string folded = CharUpperW(ValueName(name, StatusFileNotFound));
         const OpenKey open = KeyOf(key, KeyQueryValue);
         Query value(FileOf(open).ForReading(), SelectValue, open.key, folded);
         RefuseUnless(value.Step(), StatusKeyDeleted);
@@ -299,7 +295,7 @@ Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, s
     return StatusOf([&] {
         const std::u16string valueName = ValueName(name, StatusInvalidParameter);
         const OpenKey open = KeyOf(key, KeySetValue);
-        Query query(FileOf(open).ForWriting(), InsertValue, open.key, valueName, Folded(valueName), type,
+        Query query(FileOf(open).ForWriting(), InsertValue, open.key, valueName, CharUpperW(valueName), type,
                     host::TypedBytes{type, data});
         RefuseUnless(query.Run(), StatusKeyDeleted);
     });
