@@ -7,16 +7,13 @@ namespace platform::host {
 
 namespace {
 
-constexpr Handle HandleStep = 4;  // as the numbers of Windows' own handles
-
 std::map<Handle, HandleObject> objects;
 Handle lastHandle = 0;
 
 }  // namespace
 
 Handle HandleAdd(HandleObject object) {
-    lastHandle += HandleStep;
-    objects.emplace(lastHandle, std::move(object));
+    objects.emplace(++lastHandle, std::move(object));
     return lastHandle;
 }
 

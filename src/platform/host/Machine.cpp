@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <fstream>
+#include <system_error>
 
 #include "platform/Regional.h"
 #include "platform/host/Unicode.h"
@@ -14,14 +15,14 @@ std::string ProcessVariable(const char* name) {
 }
 
 std::filesystem::path MachineFolder() {
-    if (const std::string machine = ProcessVariable("VTV4V_MACHINE"); !machine.empty()) {
-        return machine;
+    std::filesystem::path folder = ProcessVariable("VTV4V_MACHINE");
+    if (folder.empty()) {
+        const std::filesystem::path data = ProcessVariable("XDG_DATA_HOME");
+        folder =
+            (data.empty() ? ProcessVariable("HOME") / std::filesystem::path(".local/share") : data) / "vtv4v/machine";
     }
-    std::filesystem::path data = ProcessVariable("XDG_DATA_HOME");
-    if (data.empty()) {
-        data = ProcessVariable("HOME") + "/.local/share";
-    }
-    return data / "vtv4v" / "machine";
+    std::error_code noWorkingDirectory;  // gives an empty path, where nothing is found
+    return std::filesystem::absolute(folder, noWorkingDirectory);
 }
 
 std::map<std::u16string, std::u16string> NamedValues(const char* file) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <optional>
 #include <string_view>
@@ -12,8 +13,6 @@ namespace platform {
 
 namespace {
 
-constexpr char DecimalSeparator = ',';
-constexpr char ThousandsSeparator = '.';
 constexpr const char* Blanks = " \t\n\v\f\r";
 
 // "&H" and "&O" tell the 32 bits themselves, the sign bit included.
@@ -35,34 +34,17 @@ Status ReadBased(std::string_view text, std::int32_t& number) {
     return StatusSuccess;
 }
 
-// The number of a text: digits, with thousands separators among those before the decimal separator, and an exponent.
+// The number of a text: digits, with points among those before the comma, and an exponent.
 std::optional<double> ReadDecimal(std::string text) {
-    if (text.find_first_of("0123456789,") != 0) {
+    if (text.find_first_of("0123456789,") != 0 || text.find_first_not_of("0123456789,.eE+-") != std::string::npos) {
         return {};
     }
     const auto wholeEnd = text.begin() + static_cast<std::ptrdiff_t>(std::min(text.find_first_of(",eE"), text.size()));
-    text.erase(std::remove(text.begin(), wholeEnd, ThousandsSeparator), wholeEnd);
-    std::ranges::replace(text, DecimalSeparator, '.');
-    double number = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, number);
-    if (error == std::errc::invalid_argument || stop != end) {
-        return {};
-    }
-    if (error == std::errc::result_out_of_range) {
-        return text.find('-') != std::string::npos ? 0 : std::numeric_limits<double>::infinity();
-    }
-    return number;
-}
-
-// To the nearest whole number, a tie to the even one.
-Status Round(double value, std::int32_t& number) {
-    const double whole = std::nearbyint(value);
-    if (whole < std::numeric_limits<std::int32_t>::min() || whole > std::numeric_limits<std::int32_t>::max()) {
-        return DispOverflow;
-    }
-    number = static_cast<std::int32_t>(whole);
-    return StatusSuccess;
+    text.erase(std::remove(text.begin(), wholeEnd, '.'), wholeEnd);
+    std::ranges::replace(text, ',', '.');
+    char* end = nullptr;
+    const double number = std::strtod(text.c_str(), &end);
+    return *end == '\0' ? std::optional(number) : std::nullopt;
 }
 
 }  // namespace
@@ -78,7 +60,15 @@ Status VarI4FromStr(const std::u16string& text, std::int32_t& number) {
     const bool isNegative = body.starts_with('-');
     body.remove_prefix(isNegative || body.starts_with('+') ? 1 : 0);
     const std::optional<double> value = ReadDecimal(std::string(body));
-    return value ? Round(isNegative ? -*value : *value, number) : DispTypeMismatch;
+    if (!value) {
+        return DispTypeMismatch;
+    }
+    const double whole = std::nearbyint(isNegative ? -*value : *value);  // a tie to the even one
+    if (whole < std::numeric_limits<std::int32_t>::min() || whole > std::numeric_limits<std::int32_t>::max()) {
+        return DispOverflow;
+    }
+    number = static_cast<std::int32_t>(whole);
+    return StatusSuccess;
 }
 
 }  // namespace platform

@@ -36,13 +36,9 @@ bool ClipboardWrite(const std::string& bytes) {
 
 }  // namespace
 
-namespace host {
-
-std::optional<std::filesystem::path> ClipboardFile() {
-    return textIsOurs ? std::optional(std::filesystem::absolute(File())) : std::nullopt;
+std::optional<std::filesystem::path> host::ClipboardFile() {
+    return textIsOurs ? std::optional(File()) : std::nullopt;
 }
-
-}  // namespace host
 
 bool ClipboardClear() {
     textIsOurs = false;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <map>
 
 #include "platform/Regional.h"
 #include "platform/host/Unicode.h"
@@ -31,25 +32,20 @@ std::u16string Comparable(std::u16string text) {
     return CharUpperW(text);
 }
 
-std::string Numbered(std::size_t number, const std::u16string& caption) {
-    return std::to_string(number) + " " + ShownText(caption);
-}
-
 }  // namespace
 
 LineView::LineView(Dialog dialog) : dialog_(std::move(dialog)) {
     std::cout << "== " << ShownText(dialog_.caption) << " ==\n";
-    std::vector<const DialogControl*> labels;
+    std::multimap<std::int32_t, std::u16string> labels;  // from top to bottom
     for (const DialogControl& control : dialog_.controls) {
         if (control.design.kind == ControlKind::Label && control.design.visible) {
-            labels.push_back(&control);
+            labels.emplace(control.design.place.top, control.design.caption);
         }
     }
-    std::ranges::stable_sort(labels, {}, [](const DialogControl* label) { return label->design.place.top; });
-    for (const DialogControl* const label : labels) {
-        std::cout << ShownText(label->design.caption) << '\n';
+    for (const auto& [top, caption] : labels) {
+        std::cout << ShownText(caption) << '\n';
     }
-    ChoicesTell();
+    TellChoices();
 }
 
 Act LineView::Next() {
@@ -70,10 +66,10 @@ Act LineView::Next() {
             return *act;
         }
         if (HasToolTips() && Comparable(typed) == u"?") {
-            ToolTipsTell();
+            TellButtons(true);
         } else {
             std::cout << "Das gibt es hier nicht. Eingeben lässt sich:\n";
-            ChoicesTell();
+            TellChoices();
         }
     }
 }
@@ -92,19 +88,17 @@ std::optional<Act> LineView::ActOf(const std::u16string& line) const {
     return std::nullopt;
 }
 
-void LineView::ToolTipsTell() const {
+void LineView::TellButtons(bool explained) const {
     std::size_t number = 0;
     for (const std::size_t button : ButtonsOf(dialog_)) {
         const DialogControl& control = dialog_.controls[button];
-        std::cout << Numbered(++number, control.design.caption) << ": " << ShownText(control.toolTip) << '\n';
+        std::cout << "  " << ++number << ' ' << ShownText(control.design.caption)
+                  << (explained ? ": " + ShownText(control.toolTip) : "") << '\n';
     }
 }
 
-void LineView::ChoicesTell() const {
-    std::size_t number = 0;
-    for (const std::size_t button : ButtonsOf(dialog_)) {
-        std::cout << "  " << Numbered(++number, dialog_.controls[button].design.caption) << '\n';
-    }
+void LineView::TellChoices() const {
+    TellButtons(false);
     std::cout << (HasToolTips() ? "  ? Erklärungen\n" : "") << "  x Schließen\n";
 }
 

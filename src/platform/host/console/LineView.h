@@ -19,8 +19,8 @@ public:
 
 private:
     [[nodiscard]] std::optional<Act> ActOf(const std::u16string& line) const;
-    void ToolTipsTell() const;
-    void ChoicesTell() const;
+    void TellButtons(bool explained) const;
+    void TellChoices() const;
     [[nodiscard]] bool HasToolTips() const;
 
     Dialog dialog_;

@@ -37,24 +37,20 @@ std::string Padded(std::string line, int columns) {
     return line;
 }
 
-// A text in lines that are broken at blanks, and the cells that they take.
-struct WrappedText {
-    WrappedText(const std::u16string& text, int columns) {
-        std::string whole = ShownText(text);
-        int allowed = 0;
-        const std::unique_ptr<char, void (*)(void*)> wrapped(
-            newtReflowText(whole.data(), std::max(columns, 1), 0, 0, &allowed, &height), std::free);
-        std::istringstream broken(wrapped.get());
-        for (std::string line; std::getline(broken, line);) {
-            width = std::max(width, Columns(line));
-            lines.push_back(line);
-        }
-    }
-
-    std::vector<std::string> lines;
+// A text in lines that are broken at blanks.
+std::vector<std::string> Wrapped(const std::u16string& text, int columns) {
+    std::string whole = ShownText(text);
     int width = 0;
     int height = 0;
-};
+    const std::unique_ptr<char, void (*)(void*)> wrapped(
+        newtReflowText(whole.data(), std::max(columns, 1), 0, 0, &width, &height), std::free);
+    std::istringstream broken(wrapped.get());
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(broken, line);) {
+        lines.push_back(line);
+    }
+    return lines;
+}
 
 // The nearest of a terminal's eight colours, by name and by number.
 int ColourNumber(Colour colour) {
@@ -153,11 +149,13 @@ newtComponent NewtForm::NewLabel(const DialogControl& label, int rows) const {
     constexpr int mostColumns = 60;
     constexpr int scrollbarColumns = 2;
     const int columns = std::min(columns_ - 6, mostColumns);
-    const WrappedText text(label.design.caption, columns);
-    const bool scrolls = text.height > rows;
-    const newtComponent box =
-        newtTextbox(-1, -1, scrolls ? columns - scrollbarColumns : text.width, std::min(text.height, rows),
-                    NEWT_FLAG_WRAP | (scrolls ? NEWT_FLAG_SCROLL : 0));
+    const std::vector<std::string> lines = Wrapped(label.design.caption, columns);
+    const auto height = static_cast<int>(lines.size());
+    int width = 0;
+    std::ranges::for_each(lines, [&](const std::string& line) { width = std::max(width, Columns(line)); });
+    const bool scrolls = height > rows;
+    const newtComponent box = newtTextbox(-1, -1, scrolls ? columns - scrollbarColumns : width, std::min(height, rows),
+                                          NEWT_FLAG_WRAP | (scrolls ? NEWT_FLAG_SCROLL : 0));
     newtTextboxSetText(box, ShownText(label.design.caption).c_str());
     if (label.background && label.text) {
         const int background = ColourNumber(*label.background);
@@ -178,7 +176,7 @@ newtComponent NewtForm::NewReport(const DialogControl& label, int rows) const {
     newtSetColor(NEWT_COLORSET_LISTBOX, text, background);
     newtSetColor(NEWT_COLORSET_ACTLISTBOX, background, text);
     const newtComponent box = newtListbox(-1, -1, rows, NEWT_FLAG_SCROLL);
-    const std::vector<std::string> lines = WrappedText(label.design.caption, columns - 3).lines;
+    const std::vector<std::string> lines = Wrapped(label.design.caption, columns - 3);
     for (const std::string& line : lines) {
         newtListboxAppendEntry(box, line.c_str(), nullptr);
     }
@@ -293,7 +291,7 @@ void NewtForm::ShowExplanation() const {
     } else if (const auto copied = ClipboardFile()) {
         explanation = u"Kopiert nach " + copied->u16string();
     }
-    std::vector<std::string> lines = WrappedText(explanation, columns_ - 2).lines;
+    std::vector<std::string> lines = Wrapped(explanation, columns_ - 2);
     lines.resize(static_cast<std::size_t>(explanationRows_));
     int row = rows_ - HelpRows - explanationRows_;
     for (const std::string& line : lines) {

@@ -29,18 +29,14 @@ bool CanDraw() {
     return HasTerminal() && ProcessVariable("TERM") != "dumb" && SLtt_initialize(nullptr) == 0;
 }
 
-// A program that a shell continues in the background must not draw on the terminal.
-void ForegroundAwait() {
-    while (tcgetpgrp(STDIN_FILENO) != getpgrp()) {
-        kill(0, SIGTTIN);
-    }
-}
-
-// Ctrl-Z. The screen may have another size when we go on.
+// Ctrl-Z. The screen may have another size when we go on, and a shell may continue us in the background, where we must
+// not draw.
 void Suspended(void* /*unused*/) {
     NewtSuspend();
     kill(0, SIGTSTP);
-    ForegroundAwait();
+    while (tcgetpgrp(STDIN_FILENO) != getpgrp()) {
+        kill(0, SIGTTIN);
+    }
     NewtResume();
     SLang_ungetkey(KeyRedraw);
 }

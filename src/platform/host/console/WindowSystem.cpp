@@ -198,9 +198,7 @@ bool ShowWindow(Handle window, std::int32_t command) {
     const bool earlier = std::exchange(found->visible, command != ShowHide);
     if (command == ShowHide) {
         activeWindow = activeWindow == window ? 0 : activeWindow;
-        return earlier;
-    }
-    if (activeWindow != window) {
+    } else if (activeWindow != window) {
         Activate(window);
     }
     return earlier;

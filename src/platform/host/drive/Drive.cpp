@@ -1,6 +1,7 @@
 #include "platform/host/drive/Drive.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <filesystem>
 #include <system_error>
@@ -39,9 +40,8 @@ DrivePlace FindName(const fs::path& folder, const std::string& name) {
     return exact;
 }
 
-bool HasDrive(std::string_view path) {
-    const char letter = path.empty() ? ' ' : static_cast<char>(path[0] | 0x20);
-    return letter >= 'a' && letter <= 'z' && path.substr(1, 2) == ":/";
+bool HasDrive(const std::string& path) {
+    return std::isalpha(static_cast<unsigned char>(path[0])) != 0 && path.substr(1, 2) == ":/";
 }
 
 }  // namespace
@@ -49,14 +49,12 @@ bool HasDrive(std::string_view path) {
 DrivePlace FindPlace(std::string_view path) {
     std::string text = ToUtf8(TextFromAnsi(std::string(path)));
     std::ranges::replace(text, '\\', '/');
-    std::error_code error;
     if (!HasDrive(text)) {
+        std::error_code error;
         const bool isHostPath = !path.empty() && path.find_first_of("\\:") == std::string_view::npos;
         return isHostPath ? PlaceOnDisk(fs::absolute(text, error)) : DrivePlace{StatusPathNotFound};
     }
-    // Told from the host's root, so that it stays good in a program with another working directory.
-    const fs::path drives = fs::absolute(MachineFolder(), error) / "drives";
-    DrivePlace place = FindName(drives, std::string(1, static_cast<char>(text[0] | 0x20)));
+    DrivePlace place = FindName(MachineFolder() / "drives", std::string(1, static_cast<char>(text[0] | 0x20)));
     for (const fs::path& name : fs::path(text.substr(2)).lexically_normal().relative_path()) {
         if (!place.IsFolder()) {
             const bool known = place.status == StatusSuccess || place.status == StatusFileNotFound;

@@ -80,49 +80,32 @@ Resources FindResources(std::string_view image) {
     return {};
 }
 
-// The second number of the entry with this identifier: the offset of a leaf, or with SubdirectoryBit that of a
-// directory. An entry that has a name has SubdirectoryBit in its first number, and is no match.
-std::optional<std::uint32_t> FindEntry(std::string_view tree, std::size_t directory, std::uint32_t identifier) {
+// Where the entry with this identifier leads to: from the start of the tree, a directory or a leaf. Without an
+// identifier it is the first entry. An entry that has a name has SubdirectoryBit in its first number, and is no match.
+std::size_t FindEntry(std::string_view tree, std::size_t directory, std::optional<std::uint32_t> identifier) {
     const std::size_t count = Word(tree, directory + 12) + Word(tree, directory + 14);
     for (std::size_t index = 0; index < count; ++index) {
         const std::size_t entry = directory + DirectoryHeaderSize + index * DirectoryEntrySize;
-        if (DoubleWord(tree, entry) == identifier) {
-            return DoubleWord(tree, entry + 4);
+        if (!identifier || DoubleWord(tree, entry) == *identifier) {
+            return DoubleWord(tree, entry + 4) & ~SubdirectoryBit;
         }
     }
-    return {};
-}
-
-// The first entry of a directory.
-std::optional<std::uint32_t> FirstEntry(std::string_view tree, std::size_t directory) {
-    const bool any = Word(tree, directory + 12) + Word(tree, directory + 14) != 0;
-    return any ? std::optional(DoubleWord(tree, directory + DirectoryHeaderSize + 4)) : std::nullopt;
-}
-
-bool IsSubdirectory(const std::optional<std::uint32_t>& entry) {
-    return entry && (*entry & SubdirectoryBit) != 0;
+    throw std::out_of_range("no such entry");
 }
 
 std::string_view FindVersion(const Resources& resources) {
-    const auto type = FindEntry(resources.tree, 0, VersionType);
-    const auto number =
-        IsSubdirectory(type) ? FindEntry(resources.tree, *type & ~SubdirectoryBit, VersionNumber) : std::nullopt;
-    const auto leaf = IsSubdirectory(number) ? FirstEntry(resources.tree, *number & ~SubdirectoryBit) : std::nullopt;
-    if (!leaf || IsSubdirectory(leaf)) {
-        return {};
-    }
-    const std::uint32_t address = DoubleWord(resources.tree, *leaf);
-    const std::uint32_t size = DoubleWord(resources.tree, *leaf + 4);
-    return address < resources.address ? std::string_view()
-                                       : Slice(resources.section, address - resources.address, size);
+    const std::size_t type = FindEntry(resources.tree, 0, VersionType);
+    const std::size_t number = FindEntry(resources.tree, type, VersionNumber);
+    const std::size_t leaf = FindEntry(resources.tree, number, {});
+    const std::size_t address = DoubleWord(resources.tree, leaf);
+    return Slice(resources.section, address - resources.address, DoubleWord(resources.tree, leaf + 4));
 }
 
 }  // namespace
 
 std::string_view VersionBlock(std::string_view image) {
     try {
-        const Resources resources = FindResources(image);
-        return resources.tree.empty() ? std::string_view() : FindVersion(resources);
+        return FindVersion(FindResources(image));
     } catch (const std::out_of_range&) {
         return {};
     }
@@ -130,12 +113,8 @@ std::string_view VersionBlock(std::string_view image) {
 
 std::string_view FixedVersion(std::string_view block) {
     try {
-        // Length of the block, length and kind of its value, then its key in 16-bit characters up to a zero.
-        std::size_t value = 6;
-        while (Word(block, value) != 0) {
-            value += 2;
-        }
-        value = (value + 2 + 3) / 4 * 4;  // on the next multiple of four behind that zero
+        // Length of the block, length and kind of its value, then the key "VS_VERSION_INFO" in 16-bit characters.
+        constexpr std::size_t value = 40;
         const std::string_view fixed = Slice(block, value, FixedVersionSize);
         const bool sound = Word(block, 2) >= FixedVersionSize && DoubleWord(fixed, 0) == FixedVersionSignature;
         return sound ? fixed : std::string_view();

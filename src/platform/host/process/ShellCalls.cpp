@@ -71,16 +71,14 @@ host::ProgramStart ProgramOf(const std::string& command, const std::string& docu
     return program;
 }
 
-std::string Unquoted(const std::string& file) {
-    return file.size() >= 2 && file.starts_with('"') && file.ends_with('"') ? file.substr(1, file.size() - 2) : file;
-}
-
 }  // namespace
 
 // Documents are opened with the one verb "open" and without parameters.
 std::int32_t ShellExecuteA(Handle /*owner*/, const std::string& /*verb*/, const std::string& file,
                            const std::string& /*parameters*/, const std::string& directory, std::int32_t /*show*/) {
-    const host::DrivePlace document = host::FindPlace(Unquoted(file));
+    std::string path = file;
+    std::erase(path, '"');
+    const host::DrivePlace document = host::FindPlace(path);
     if (document.status != StatusSuccess) {
         return document.status < ShellStarted ? document.status : StatusFileNotFound;
     }

@@ -44,9 +44,8 @@ int Spawn(const ProgramStart& program, bool inTerminal, pid_t& process) {
     // What we ignore, a program expects to find as the system has it.
     sigset_t defaults;
     sigemptyset(&defaults);
-    for (const int number : {SIGINT, SIGQUIT}) {
-        sigaddset(&defaults, number);
-    }
+    sigaddset(&defaults, SIGINT);
+    sigaddset(&defaults, SIGQUIT);
     posix_spawnattr_setsigdefault(&attributes, &defaults);
 
     const int failure = posix_spawnp(&process, arguments.front(), &actions, &attributes, arguments.data(), environ);

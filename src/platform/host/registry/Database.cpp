@@ -26,13 +26,6 @@ SQLite::Statement& Database::Prepared(const char* text) {
     return statements_.try_emplace(text, connection_, text).first->second;
 }
 
-bool Query::Run() {
-    const bool gaveRow = Step();
-    while (gaveRow && Step()) {
-    }
-    return gaveRow;
-}
-
 std::u16string Query::Text(int column) const {
     return FromUtf8(statement_.getColumn(column).getString());
 }

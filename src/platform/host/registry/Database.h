@@ -17,7 +17,6 @@ public:
     Database(const std::string& address, int flags);
 
     [[nodiscard]] SQLite::Database& Connection() { return connection_; }
-    [[nodiscard]] const SQLite::Database& Connection() const { return connection_; }
     // The statement of this text, which has to be a constant; it is prepared at the first call, and kept.
     SQLite::Statement& Prepared(const char* text);
 
@@ -47,8 +46,8 @@ public:
 
     // False behind the last row.
     bool Step() { return statement_.executeStep(); }
-    // Steps behind the last row; a change is then made. False when there was none.
-    bool Run();
+    // Makes a change; false when there was nothing to change.
+    bool Run() { return statement_.exec() != 0; }
     // The columns of the present row, from 0.
     [[nodiscard]] bool IsNull(int column) const { return statement_.isColumnNull(column); }
     [[nodiscard]] std::int64_t Number(int column) const { return statement_.getColumn(column); }

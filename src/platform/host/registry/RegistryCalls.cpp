@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
+#include <map>
 #include <optional>
+#include <sstream>
 #include <vector>
 
 #include "platform/Regional.h"
@@ -34,9 +36,9 @@ constexpr std::size_t LongestValueName = 16383;
 constexpr const char* SelectKeyBelow =
     "SELECT found.id FROM key AS start LEFT JOIN key AS found ON found.path = start.path || ?2 WHERE start.id = ?1";
 constexpr const char* InsertSubKey =
-    "INSERT INTO key (parent, name, path) SELECT id, ?2, path || ?3 FROM key WHERE id = ?1 RETURNING id";
+    "INSERT INTO key (parent, name, path) SELECT id, ?2, path || ?3 FROM key WHERE id = ?1";
 constexpr const char* DeleteKeyWithoutSubKeys =
-    "DELETE FROM key WHERE id = ?1 AND NOT EXISTS (SELECT 1 FROM key WHERE parent = ?1) RETURNING id";
+    "DELETE FROM key WHERE id = ?1 AND NOT EXISTS (SELECT 1 FROM key WHERE parent = ?1)";
 constexpr const char* SelectSubKeyAt =
     "SELECT (SELECT name FROM key WHERE parent = ?1 ORDER BY path LIMIT 1 OFFSET ?2) FROM key WHERE id = ?1";
 constexpr const char* SelectValue =
@@ -48,29 +50,21 @@ constexpr const char* InsertValue =
     "INSERT INTO value (key, position, name, folded, type, data)"
     " SELECT id, (SELECT coalesce(max(position), 0) + 1 FROM value WHERE key = ?1), ?2, ?3, ?4, ?5"
     " FROM key WHERE id = ?1"
-    " ON CONFLICT (key, folded) DO UPDATE SET type = excluded.type, data = excluded.data RETURNING key";
-constexpr const char* DeleteValue = "DELETE FROM value WHERE key = ? AND folded = ? RETURNING key";
-
-struct RegistryFiles {
-    std::filesystem::path folder;
-    host::RegistryFile machine;
-    host::RegistryFile user;
-};
+    " ON CONFLICT (key, folded) DO UPDATE SET type = excluded.type, data = excluded.data";
+constexpr const char* DeleteValue = "DELETE FROM value WHERE key = ? AND folded = ?";
 
 // The file that the latest call looked at.
-const host::RegistryFile* lastFile = nullptr;
+host::RegistryFile* lastFile = nullptr;
 
 // The file of the key, in the folder that is the machine at this moment.
 host::RegistryFile& FileOf(const OpenKey& key) {
-    static std::optional<RegistryFiles> files;
-    if (const std::filesystem::path folder = host::MachineFolder();
-        !files || files->folder.native() != folder.native()) {
-        files.emplace(RegistryFiles{
-            folder, {folder / "machine.db", u"HKEY_LOCAL_MACHINE"}, {folder / "user.db", u"HKEY_CURRENT_USER"}});
-    }
-    host::RegistryFile& file = key.isUsers ? files->user : files->machine;
-    lastFile = &file;
-    return file;
+    static std::map<std::filesystem::path, host::RegistryFile> files;
+    const std::filesystem::path folder = host::MachineFolder();
+    std::erase_if(files, [&](const auto& file) { return file.first.parent_path() != folder; });
+    const std::filesystem::path path = folder / (key.isUsers ? "user.db" : "machine.db");
+    const auto* const root = key.isUsers ? u"HKEY_CURRENT_USER" : u"HKEY_LOCAL_MACHINE";
+    lastFile = &files.try_emplace(path, path, root).first->second;
+    return *lastFile;
 }
 
 void RefuseUnless(bool condition, Status status) {
@@ -93,13 +87,8 @@ Status StatusOf(Steps&& steps) {
     }
 }
 
-// A name as the calls take it: up to its terminator.
-std::u16string NameFrom(const std::string& name) {
-    return TextFromAnsi(name.substr(0, name.find('\0')));
-}
-
 std::u16string ValueName(const std::string& name, Status refusalOfLongOne) {
-    std::u16string valueName = NameFrom(name);
+    std::u16string valueName = TextFromAnsi(name.substr(0, name.find('\0')));  // up to its terminator
     RefuseUnless(valueName.size() <= LongestValueName, refusalOfLongOne);
     return valueName;
 }
@@ -107,13 +96,11 @@ std::u16string ValueName(const std::string& name, Status refusalOfLongOne) {
 // The levels of a path, without the empty ones between and behind its "\".
 Levels LevelsFrom(const std::string& path) {
     Levels levels;
-    bool isNew = true;
-    for (const char16_t character : NameFrom(path)) {
-        if (character != u'\\') {
-            levels.resize(levels.size() + (isNew ? 1 : 0));
-            levels.back() += character;
+    std::istringstream names(path.substr(0, path.find('\0')));
+    for (std::string name; std::getline(names, name, '\\');) {
+        if (!name.empty()) {
+            levels.push_back(TextFromAnsi(name));
         }
-        isNew = character == u'\\';
     }
     return levels;
 }
@@ -173,9 +160,8 @@ OpenKey CreatedKey(OpenKey start, const Levels& levels) {
         start.key = KeyBelow(database, parent, {&level, 1});
         if (start.key == 0) {
             RefuseUnless(parent != host::UsersKey, StatusAccessDenied);
-            Query created(database, InsertSubKey, parent, level, u'\\' + CharUpperW(level));
-            created.Step();
-            start.key = created.Number(0);
+            Query(database, InsertSubKey, parent, level, u'\\' + CharUpperW(level)).Run();
+            start.key = database.Connection().getLastInsertRowid();
         }
     }
     transaction.commit();
@@ -301,9 +287,7 @@ Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, s
     });
 }
 
-namespace host {
-
-std::u16string RegistryStatusText(Status status) {
+std::u16string host::RegistryStatusText(Status status) {
     const std::u16string file = lastFile == nullptr ? std::u16string() : lastFile->Path().u16string();
     switch (status) {
         case StatusDatabaseDamaged:
@@ -314,7 +298,5 @@ std::u16string RegistryStatusText(Status status) {
             return {};
     }
 }
-
-}  // namespace host
 
 }  // namespace platform

@@ -56,19 +56,12 @@ bool IsSameFile(const struct stat& one, const struct stat& other) {
            (one.st_size == 0) == (other.st_size == 0);
 }
 
-// The folder in which the file is or would be; empty when the working directory that it goes from is gone.
-std::filesystem::path FolderOf(const std::filesystem::path& path) {
-    std::error_code failure;
-    return std::filesystem::absolute(path, failure).parent_path();
-}
-
 // As SQLite takes it together with options.
 std::string Address(const std::filesystem::path& path) {
     constexpr std::string_view special = "%?#";
     constexpr std::array escaped = {"%25", "%3F", "%23"};
-    const std::string whole = FolderOf(path) / path.filename();
     std::string address = "file://";
-    for (const char character : whole) {
+    for (const char character : path.native()) {
         const std::size_t place = special.find(character);
         address += place == std::string_view::npos ? std::string(1, character) : escaped[place];
     }
@@ -94,7 +87,7 @@ Database& RegistryFile::ForReading() {
     }
     database_.reset();
     writable_ = (now.st_mode & S_IWUSR) != 0 && ProcessMayWrite(path_) &&
-                ProcessMayWrite(FolderOf(path_));  // SQLite's log stands beside the file
+                ProcessMayWrite(path_.parent_path());  // SQLite's log stands beside the file
     if (now.st_size == 0) {
         database_.emplace(":memory:", SQLite::OPEN_READWRITE);
         CreateTables(*database_);
@@ -123,7 +116,7 @@ bool RegistryFile::IsWritable() {
     return opened_.st_ino == 0 || writable_;  // of a missing file the system judges when it is made
 }
 
-Status RegistryFile::StatusOf(const SQLite::Exception& failure) const {
+Status RegistryFile::StatusOf(const SQLite::Exception& failure) {
     switch (failure.getErrorCode()) {
         case SQLITE_BUSY:
             return StatusBusy;
@@ -169,7 +162,7 @@ void RegistryFile::CreateFile() const {
 void RegistryFile::CreateTables(Database& database) const {
     SQLite::Transaction transaction(database.Connection(), SQLite::TransactionBehavior::IMMEDIATE);
     database.Connection().exec(Tables);
-    Query(database, InsertTop, root_).Step();
+    Query(database, InsertTop, root_).Run();
     transaction.commit();
 }
 

@@ -41,7 +41,7 @@ public:
 
     [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
     // The status for a failure that the database has just thrown.
-    [[nodiscard]] Status StatusOf(const SQLite::Exception& failure) const;
+    [[nodiscard]] Status StatusOf(const SQLite::Exception& failure);
 
 private:
     [[nodiscard]] Database OpenFile() const;
