@@ -21,7 +21,6 @@ namespace {
 
 constexpr int FrameRows = 2;
 constexpr int HelpRows = 1;
-constexpr int KeyBlank = ' ';
 
 // What a failure in a text begins with, as the reports mark it.
 constexpr std::string_view FailureMark = "***";
@@ -93,9 +92,9 @@ NewtForm::NewtForm(const Dialog& dialog, std::optional<std::size_t> focus)
     if (!buttons_.empty()) {
         newtFormSetCurrent(form_, controls_[focus.value_or(buttons_.front())]);
     }
-    newtPushHelpLine(buttons_.empty() ? " Esc Ende  Pfeile, Bild auf/ab Blättern"
-                     : dialog.isBox   ? " Esc Zurück  Tab Wählen  Enter Drücken  Anfangsbuchstabe Sofort"
-                                      : " Esc Ende  Tab Wählen  Enter Drücken  Ziffer, Anfangsbuchstabe Sofort");
+    const std::string keys = buttons_.empty() ? " Pfeile, Bild auf/ab Blättern" : " Tab Wählen  Enter Drücken";
+    const std::string more = buttons_.empty() || !roomy_ ? "" : "  Ziffer, Anfangsbuchstabe Sofort";
+    newtPushHelpLine((keys + (dialog.isBox ? "  Esc Zurück" : "  Esc Ende") + more).c_str());
 }
 
 NewtForm::~NewtForm() {
@@ -260,7 +259,7 @@ void NewtForm::AddKeys() {
     for (const int key : {int{NEWT_KEY_ESCAPE}, NEWT_KEY_RESIZE, KeyInterrupt, KeyRedraw}) {
         newtFormAddHotKey(form_, key);
     }
-    for (int key = KeyBlank + 1; key < 0x7F; ++key) {
+    for (int key = ' ' + 1; key < 0x7F; ++key) {
         if (PressedBy(key)) {
             newtFormAddHotKey(form_, key);
         }

@@ -235,8 +235,7 @@ std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& capti
 
 void MessageBeep() {
     if (host::HasTerminal()) {
-        constexpr char bell = '\a';
-        static_cast<void>(write(STDOUT_FILENO, &bell, 1));
+        static_cast<void>(write(STDOUT_FILENO, "\a", 1));
     }
 }
 
