@@ -1,10 +1,19 @@
 #include "samples/SampleImage.h"
 
+#include <cstddef>
+
 namespace {
 
 constexpr std::size_t FileAlignment = 0x200;
 constexpr std::uint32_t SectionAlignment = 0x1000;
 constexpr std::uint32_t DirectoryBit = 0x80000000U;
+
+// Offsets in the image: the resource tree with its three directories, then the leaf and the version block.
+constexpr std::size_t TreePlace = 0x200;
+constexpr std::uint32_t DirectoryEntries = 4;
+constexpr std::size_t DirectorySize = 16 + DirectoryEntries * 8;
+constexpr std::size_t BlockPlace = TreePlace + 3 * DirectorySize + 16;
+constexpr std::size_t BlockSize = 92;
 
 // Bytes in the order in which they stand in the file, numbers little-endian.
 class Bytes {
@@ -69,7 +78,7 @@ void OptionalHeader(Bytes& image, bool wide) {
     image.DoubleWord(16);  // data directories; the third is that of the resources
     image.Zeros(16);
     image.DoubleWord(SectionAlignment);
-    image.DoubleWord(static_cast<std::uint32_t>(SampleImageBlock + SampleImageBlockSize - SampleImageTree));
+    image.DoubleWord(static_cast<std::uint32_t>(BlockPlace + BlockSize - TreePlace));
     image.Zeros(13 * std::size_t{8});
 }
 
@@ -78,14 +87,14 @@ void SectionHeader(Bytes& image) {
     image.DoubleWord(FileAlignment);
     image.DoubleWord(SectionAlignment);
     image.DoubleWord(FileAlignment);
-    image.DoubleWord(static_cast<std::uint32_t>(SampleImageTree));
+    image.DoubleWord(static_cast<std::uint32_t>(TreePlace));
     image.Zeros(12);
     image.DoubleWord(0x40000040);  // initialised data, readable
 }
 
-// Entries are looked up by halving, so that the wanted one stands among others.
+// The wanted entry stands among others.
 struct Level {
-    std::array<std::uint32_t, SampleImageEntries> ids;
+    std::array<std::uint32_t, DirectoryEntries> ids;
     std::uint32_t wanted;
 };
 constexpr std::array<Level, 3> Levels = {{
@@ -96,22 +105,22 @@ constexpr std::array<Level, 3> Levels = {{
 
 void ResourceTree(Bytes& image) {
     for (std::size_t level = 0; level < Levels.size(); ++level) {
-        const auto next = static_cast<std::uint32_t>((level + 1) * SampleImageDirectorySize);
+        const auto next = static_cast<std::uint32_t>((level + 1) * DirectorySize);
         image.Zeros(12);
         image.Word(0);  // entries with a name, and with a number
-        image.Word(SampleImageEntries);
+        image.Word(DirectoryEntries);
         for (const std::uint32_t id : Levels[level].ids) {
             image.DoubleWord(id);
             image.DoubleWord(id == Levels[level].wanted ? next | (level < 2 ? DirectoryBit : 0) : DirectoryBit);
         }
     }
-    image.DoubleWord(SectionAlignment + static_cast<std::uint32_t>(SampleImageBlock - SampleImageTree));
-    image.DoubleWord(SampleImageBlockSize);
+    image.DoubleWord(SectionAlignment + static_cast<std::uint32_t>(BlockPlace - TreePlace));
+    image.DoubleWord(BlockSize);
     image.Zeros(8);
 }
 
 void VersionBlock(Bytes& image, const SampleImageFacts& facts) {
-    image.Word(SampleImageBlockSize);
+    image.Word(BlockSize);
     image.Word(52);  // size of VS_FIXEDFILEINFO
     image.Word(0);   // binary
     for (const char character : std::string("VS_VERSION_INFO")) {
@@ -139,9 +148,9 @@ std::string SampleImage(const SampleImageFacts& facts) {
     FileHeader(image, facts.wide);
     OptionalHeader(image, facts.wide);
     SectionHeader(image);
-    image.FillTo(SampleImageTree);
+    image.FillTo(TreePlace);
     ResourceTree(image);
     VersionBlock(image, facts);
-    image.FillTo(SampleImageTree + FileAlignment);
+    image.FillTo(TreePlace + FileAlignment);
     return image.Content();
 }

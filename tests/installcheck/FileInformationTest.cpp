@@ -39,7 +39,9 @@ TEST_CASE_FIXTURE(TestMachine, "A program's version is told word by word, each w
                           u""};
     std::uint32_t fileType = 0;
     for (const Text& type : types) {
-        FileContent(ControlFile(), SampleImage({.version = {1, 40000, 65535, 32767}, .fileType = fileType++}));
+        const bool wide = fileType % 2 == 0;
+        FileContent(ControlFile(),
+                    SampleImage({.version = {1, 40000, 65535, 32767}, .fileType = fileType++, .wide = wide}));
         const FileInfo info = FileInfoGet(platform::TextFromAnsi(ControlFile()));
         CHECK(info.Version == u"1.-25536.-1.32767");
         CHECK(info.TypeText == type);

@@ -81,13 +81,3 @@ TEST_CASE("A file takes another's place with the owner and mode of that one, thr
     Writable("drives/c/away/old", false);
     CHECK(ReplaceFileA("C:\\link", "C:\\new") == 5);
 }
-
-TEST_CASE("A search finds a plain file by its name as it is stored") {
-    const TestMachine machine;
-    FileContent("C:\\Users\\alpha.TXT", "");
-    FileContent("C:\\Users\\.hidden", "");
-    CHECK(FindNormalFile("c:/users/ALPHA.txt") == "alpha.TXT");
-    for (const char* const path : {"C:\\Users\\.hidden", "C:\\Users", "C:\\Users\\beta.txt"}) {
-        CHECK(FindNormalFile(path).empty());
-    }
-}
