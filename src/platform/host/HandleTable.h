@@ -1,5 +1,7 @@
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstdint>
 #include <cstdio>
 #include <memory>
@@ -14,7 +16,11 @@ namespace platform::host {
 struct CloseFile {
     void operator()(std::FILE* file) const noexcept { std::fclose(file); }
 };
-using OpenFile = std::unique_ptr<std::FILE, CloseFile>;  // or a process, as the host tells its end by a file
+using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
+
+struct ProcessReference {
+    pid_t number;
+};
 
 struct OpenKey {
     bool isUsers;      // in the user's file, not in the machine's
@@ -22,7 +28,7 @@ struct OpenKey {
     std::int32_t rights;
 };
 
-using HandleObject = std::variant<OpenFile, OpenKey>;
+using HandleObject = std::variant<OpenFile, ProcessReference, OpenKey>;
 
 Handle HandleAdd(HandleObject object);
 

@@ -8,8 +8,7 @@
 namespace platform::host {
 
 Status StatusFromErrno(int number) {
-    constexpr Status notEnoughMemory = 8;  // ERROR_NOT_ENOUGH_MEMORY
-    static constexpr std::array<std::pair<int, Status>, 14> statuses = {{{0, StatusSuccess},
+    static constexpr std::array<std::pair<int, Status>, 13> statuses = {{{0, StatusSuccess},
                                                                          {ENOENT, StatusFileNotFound},
                                                                          {ENOTDIR, StatusPathNotFound},
                                                                          {EACCES, StatusAccessDenied},
@@ -21,8 +20,7 @@ Status StatusFromErrno(int number) {
                                                                          {EFBIG, StatusDiskFull},
                                                                          {EDQUOT, StatusDiskQuota},
                                                                          {ENAMETOOLONG, StatusNameTooLong},
-                                                                         {EAGAIN, notEnoughMemory},
-                                                                         {ENOMEM, notEnoughMemory}}};
+                                                                         {ENOMEM, 8}}};  // ERROR_NOT_ENOUGH_MEMORY
     const auto* const found = std::ranges::find(statuses, number, &std::pair<int, Status>::first);
     return found == statuses.end() ? StatusIoDevice : found->second;
 }

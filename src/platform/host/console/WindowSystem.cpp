@@ -95,13 +95,6 @@ struct BoxButton {
     std::int32_t answer;
 };
 
-std::vector<BoxButton> ButtonsOfType(std::uint32_t type) {
-    if ((type & ButtonsMask) == ButtonsYesNoCancel) {
-        return {{u"Ja", AnswerYes}, {u"Nein", AnswerNo}, {u"Abbrechen", AnswerCancel}};
-    }
-    return {{u"OK", AnswerOk}};
-}
-
 // An icon is a word on its colour.
 struct BoxIcon {
     std::uint32_t number;
@@ -214,7 +207,10 @@ std::int32_t SetWindowLongA(Handle /*window*/, std::int32_t /*index*/, std::int3
 }
 
 std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& caption, std::uint32_t type) {
-    const std::vector<BoxButton> buttons = ButtonsOfType(type);
+    const std::vector<BoxButton> buttons =
+        (type & ButtonsMask) == ButtonsYesNoCancel
+            ? std::vector<BoxButton>{{u"Ja", AnswerYes}, {u"Nein", AnswerNo}, {u"Abbrechen", AnswerCancel}}
+            : std::vector<BoxButton>{{u"OK", AnswerOk}};
     std::int32_t place = 0;  // one below the other, and the buttons side by side
     const auto* const icon = std::ranges::find(Icons, type & IconMask, &BoxIcon::number);
     Dialog dialog{caption,

@@ -159,11 +159,8 @@ bool FileExists(const std::string& path) {
 
 Status DateLastModified(const std::string& path, double& date) {
     const host::DrivePlace place = host::FindPlace(path);
-    if (place.status != StatusSuccess) {
-        return place.status;
-    }
     if (!place.IsFile()) {
-        return StatusFileNotFound;
+        return place.status == StatusSuccess ? StatusFileNotFound : place.status;
     }
     date = host::DateValueOf(place.changed);
     return StatusSuccess;

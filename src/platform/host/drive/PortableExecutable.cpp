@@ -1,5 +1,6 @@
 #include "platform/host/drive/PortableExecutable.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -112,15 +113,12 @@ std::string_view VersionBlock(std::string_view image) {
 }
 
 std::string_view FixedVersion(std::string_view block) {
-    try {
-        // Length of the block, length and kind of its value, then the key "VS_VERSION_INFO" in 16-bit characters.
-        constexpr std::size_t value = 40;
-        const std::string_view fixed = Slice(block, value, FixedVersionSize);
-        const bool sound = Word(block, 2) >= FixedVersionSize && DoubleWord(fixed, 0) == FixedVersionSignature;
-        return sound ? fixed : std::string_view();
-    } catch (const std::out_of_range&) {
-        return {};
-    }
+    // Behind the lengths of block and value, the value's kind, and the key "VS_VERSION_INFO" in 16-bit characters.
+    constexpr std::size_t place = 40;
+    const std::string_view fixed = block.substr(std::min(place, block.size()), FixedVersionSize);
+    const bool isSound = fixed.size() == FixedVersionSize && Word(block, 2) >= FixedVersionSize &&
+                         DoubleWord(fixed, 0) == FixedVersionSignature;
+    return isSound ? fixed : std::string_view();
 }
 
 }  // namespace platform::host

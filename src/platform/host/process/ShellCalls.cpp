@@ -1,14 +1,13 @@
 #include "platform/ShellCalls.h"
 
-#include <poll.h>
-#include <sys/syscall.h>
-#include <unistd.h>
+#include <sys/wait.h>
 
-#include <cerrno>
-#include <cstdio>
+#include <chrono>
+#include <csignal>
 #include <filesystem>
 #include <iomanip>
 #include <sstream>
+#include <thread>
 #include <vector>
 
 #include "platform/Regional.h"
@@ -103,17 +102,23 @@ Status StartCommandLine(const std::string& command, std::int32_t /*windowStyle*/
 }
 
 Handle OpenProcess(std::int32_t /*access*/, std::int32_t /*inherit*/, std::int32_t processId) {
-    const auto process = static_cast<int>(syscall(SYS_pidfd_open, processId, 0));
-    return process < 0 ? 0 : host::HandleAdd(host::OpenFile(fdopen(process, "r")));
+    return kill(processId, 0) == 0 ? host::HandleAdd(host::ProcessReference{processId}) : 0;
 }
 
+// Without a time-out it is the longest that there is, some weeks.
 std::uint32_t WaitForSingleObject(Handle process, std::uint32_t milliseconds) {
-    const auto* const opened = host::HandleFindAs<host::OpenFile>(process);
-    if (opened == nullptr) {
+    const auto* const reference = host::HandleFindAs<host::ProcessReference>(process);
+    if (reference == nullptr) {
         return WaitFailed;
     }
-    pollfd end{fileno(opened->get()), POLLIN, 0};
-    return TEMP_FAILURE_RETRY(poll(&end, 1, static_cast<int>(milliseconds))) == 1 ? WaitObject0 : WaitTimeout;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
+    while (waitpid(reference->number, nullptr, WNOHANG) == 0) {
+        if (std::chrono::steady_clock::now() >= end) {
+            return WaitTimeout;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return WaitObject0;
 }
 
 }  // namespace platform

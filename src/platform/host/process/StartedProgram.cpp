@@ -73,7 +73,8 @@ int RunInTerminal(const ProgramStart& program) {
     pid_t process = 0;
     const int failure = Spawn(program, true, process);
     if (failure == 0) {
-        TEMP_FAILURE_RETRY(waitpid(process, nullptr, 0));
+        while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
+        }
     }
     std::signal(SIGINT, interrupt);
     std::signal(SIGQUIT, quit);
