@@ -58,12 +58,15 @@ host::RegistryFile* lastFile = nullptr;
 
 // The file of the key, in the folder that is the machine at this moment.
 host::RegistryFile& FileOf(const OpenKey& key) {
-    static std::map<std::filesystem::path, host::RegistryFile> files;
-    const std::filesystem::path folder = host::MachineFolder();
-    std::erase_if(files, [&](const auto& file) { return file.first.parent_path() != folder; });
-    const std::filesystem::path path = folder / (key.isUsers ? "user.db" : "machine.db");
-    const auto* const root = key.isUsers ? u"HKEY_CURRENT_USER" : u"HKEY_LOCAL_MACHINE";
-    lastFile = &files.try_emplace(path, path, root).first->second;
+    static std::filesystem::path machine;
+    static std::map<bool, host::RegistryFile> files;
+    if (const std::filesystem::path folder = host::MachineFolder(); folder.native() != machine.native()) {
+        machine = folder;
+        files.clear();
+        files.try_emplace(false, folder / "machine.db", u"HKEY_LOCAL_MACHINE");
+        files.try_emplace(true, folder / "user.db", u"HKEY_CURRENT_USER");
+    }
+    lastFile = &files.at(key.isUsers);
     return *lastFile;
 }
 
@@ -168,7 +171,6 @@ OpenKey CreatedKey(OpenKey start, const Levels& levels) {
     return start;
 }
 
-// A new handle of the key, with the rights of `access`.
 Handle OpenedHandle(const OpenKey& key, std::int32_t access) {
     if ((access & (KeySetValue | KeyCreateSubKey)) != 0) {
         RefuseUnless(key.key != host::UsersKey && FileOf(key).IsWritable(), StatusAccessDenied);
