@@ -49,6 +49,8 @@ TEST_CASE_FIXTURE(MachineWithTable, "Entries are 32-bit numbers, and a negative 
     table->ForcedVersion(false, u"hugo", -1);
     CHECK_FALSE(RawValue(User, Key, "hugo"));
     CHECK(RawValue(Machine, Key, "hugo") == RawNumber(99));
+    table->ForcedVersion(true, u"hugo", -1);
+    CHECK_FALSE(RawValue(Machine, Key, "hugo"));
 }
 
 TEST_CASE_FIXTURE(MachineWithTable, "What is stored otherwise reads as nothing, or as the number it says") {
@@ -119,6 +121,7 @@ TEST_CASE_FIXTURE(MachineWithTable, "The last entry that applies gives the versi
         CHECK(resolved->VersionInForce(7) == each.level[0]);
         CHECK(resolved->VersionInForce() == each.level[0]);
         CHECK(resolved->VersionInForce(2.5) == each.level[2]);
+        CHECK(resolved->VersionInForce(-32768) == each.level[0]);
         CHECK(RaisedBy([&] { return resolved->VersionInForce(32767.5); }).number == 6);
     }
     RawValueSet(Machine, Key, "hugo", RawText("-1"));
