@@ -25,13 +25,13 @@ std::string ClipboardContent() {
 }
 
 // Starts the program under these variables, compares the window of its check, and closes it.
-void CheckWindow(const std::map<std::string, std::string>& environment, DWORD ground, DWORD letters,
+void CheckWindow(const std::map<std::string, std::string>& environment, COLORREF ground, COLORREF letters,
                  const std::string& status) {
     const Program program(Start(), environment);
     const HWND window = Shown(CheckTitle);
     const std::vector<HWND> labels = Parts(window);
     CHECK(Eventually([&] {
-        const std::vector<DWORD> dots = Picture(labels.at(0));
+        const std::vector<COLORREF> dots = Dots(labels.at(0));
         return std::ranges::count(dots, ground) > std::ssize(dots) / 2 && std::ranges::count(dots, letters) > 0;
     }));
     CHECK(Caption(labels.at(1)) == "Information");
@@ -47,11 +47,12 @@ void CheckWindow(const std::map<std::string, std::string>& environment, DWORD gr
 }  // namespace
 
 TEST_CASE("The check that fails shows its window, red, and nothing else" * doctest::test_suite("anywhere")) {
-    CheckWindow({{ComponentStart, "-1"}}, 0xFF0000, 0xFFFFFF, "Error=*** Es fehlen Vandrel Core Elements! ***");
+    CheckWindow({{ComponentStart, "-1"}}, RGB(255, 0, 0), RGB(255, 255, 255),
+                "Error=*** Es fehlen Vandrel Core Elements! ***");
 }
 
 TEST_CASE("The check that fails at its first look alone shows its window, green") {
-    CheckWindow({{ComponentStart, "once"}}, 0x00FF00, 0x000000, "OK");
+    CheckWindow({{ComponentStart, "once"}}, RGB(0, 255, 0), RGB(0, 0, 0), "OK");
 }
 
 TEST_CASE("The check window's panel and hint follow its size, down to the least one") {
@@ -67,9 +68,9 @@ TEST_CASE("The check window's panel and hint follow its size, down to the least 
     for (const auto& each : resizes) {
         CAPTURE(each.askedWidth);
         ::SetWindowPos(window, nullptr, 0, 0, each.askedWidth, each.askedHeight, SWP_NOZORDER | SWP_NOACTIVATE);
-        CHECK(Eventually([&] { return Place(window) == Dots{0, 0, each.width, each.height}; }));
-        CHECK(Eventually([&] { return Place(labels.at(0)) == Dots{16, 32, each.width - 44, each.height - 99}; }));
-        CHECK(Eventually([&] { return Place(labels.at(2)) == Dots{16, each.height - 59, 537, 17}; }));
-        CHECK(Place(labels.at(1)) == Dots{16, 8, 361, 25});
+        CHECK(Eventually([&] { return Place(window) == Spot{0, 0, each.width, each.height}; }));
+        CHECK(Eventually([&] { return Place(labels.at(0)) == Spot{16, 32, each.width - 44, each.height - 99}; }));
+        CHECK(Eventually([&] { return Place(labels.at(2)) == Spot{16, each.height - 59, 537, 17}; }));
+        CHECK(Place(labels.at(1)) == Spot{16, 8, 361, 25});
     }
 }

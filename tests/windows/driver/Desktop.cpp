@@ -39,7 +39,7 @@ bool StillAfterAWhile(const std::function<bool()>& condition) {
     return condition();
 }
 
-Dots Place(HWND window) {
+Spot Place(HWND window) {
     RECT place{};
     ::GetWindowRect(window, &place);
     ::MapWindowPoints(nullptr, ::GetAncestor(window, GA_PARENT), reinterpret_cast<POINT*>(&place), 2);
@@ -121,28 +121,19 @@ void CloseByFrame(HWND window) {
     ::PostMessageA(window, WM_SYSCOMMAND, SC_CLOSE, 0);
 }
 
-std::vector<DWORD> Picture(HWND window) {
+std::vector<COLORREF> Dots(HWND window) {
+    constexpr int step = 3;
     RECT part{};
     ::GetWindowRect(window, &part);
-    const int width = part.right - part.left;
-    const int height = part.bottom - part.top;
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    std::vector<DWORD> picture(static_cast<std::size_t>(width * height));
     const HDC screen = ::GetDC(nullptr);
-    const HDC drawing = ::CreateCompatibleDC(screen);
-    const HBITMAP bitmap = ::CreateCompatibleBitmap(screen, width, height);
-    const HGDIOBJ earlier = ::SelectObject(drawing, bitmap);
-    ::BitBlt(drawing, 0, 0, width, height, screen, part.left, part.top, SRCCOPY);
-    ::SelectObject(drawing, earlier);
-    ::GetDIBits(drawing, bitmap, 0, static_cast<UINT>(height), picture.data(), &info, DIB_RGB_COLORS);
-    ::DeleteDC(drawing);
-    ::DeleteObject(bitmap);
-    ::ReleaseDC(nullptr, screen);
-    for (DWORD& dot : picture) {
-        dot &= 0xFFFFFF;
+    std::vector<COLORREF> dots;
+    for (int y = part.top; y < part.bottom; y += step) {
+        for (int x = part.left; x < part.right; x += step) {
+            dots.push_back(::GetPixel(screen, x, y));
+        }
     }
-    return picture;
+    ::ReleaseDC(nullptr, screen);
+    return dots;
 }
 
 ClassText::ClassText(const char* key, const std::string& text) : key_(key) {

@@ -17,16 +17,16 @@ bool Eventually(const std::function<bool()>& condition);
 // Waits long enough for something to have happened that must not, and gives what `condition` says then.
 bool StillAfterAWhile(const std::function<bool()>& condition);
 
-struct Dots {
+struct Spot {
     int left;
     int top;
     int width;
     int height;
-    bool operator==(const Dots&) const = default;
+    bool operator==(const Spot&) const = default;
 };
 
 // A window's place on the screen, or in the client area of the window that it is a part of.
-Dots Place(HWND window);
+Spot Place(HWND window);
 std::string Caption(HWND window);
 // The visible parts of a class, or of all classes, in the order of the tab key.
 std::vector<HWND> Parts(HWND window, const std::string& className = {});
@@ -46,8 +46,8 @@ void Answer(HWND box, int button);
 // What the frame's close box does.
 void CloseByFrame(HWND window);
 
-// What the screen shows where a window is, dots of 0xRRGGBB.
-std::vector<DWORD> Picture(HWND window);
+// What the screen shows where a window is: some of its dots.
+std::vector<COLORREF> Dots(HWND window);
 
 // The unnamed value of a key below HKEY_CLASSES_ROOT, another one as long as the object lives.
 class ClassText {
