@@ -29,9 +29,7 @@ std::map<std::u16string, std::u16string> NamedValues(const char* file) {
     std::map<std::u16string, std::u16string> values;
     std::ifstream lines(MachineFolder() / file);
     for (std::string line; std::getline(lines, line);) {
-        if (line.ends_with('\r')) {
-            line.pop_back();
-        }
+        line.erase(line.find_last_not_of('\r') + 1);
         if (const std::size_t equals = line.find('='); equals != std::string::npos && equals > 0) {
             values[CharUpperW(FromUtf8(line.substr(0, equals)))] = FromUtf8(line.substr(equals + 1));
         }

@@ -30,7 +30,6 @@ std::map<Handle, HostWindow> windows;
 Handle lastWindow = GetDesktopWindow();
 Handle activeWindow = 0;
 
-// Null for a window that is gone.
 HostWindow* WindowOf(Handle window) {
     const auto found = windows.find(window);
     return found == windows.end() ? nullptr : &found->second;

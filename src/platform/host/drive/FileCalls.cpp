@@ -86,8 +86,11 @@ Status CreateFileA(const std::string& path, std::uint32_t access, std::uint32_t 
     if (const Status refusal = OpenRefusal(place, access, disposition); refusal != StatusSuccess) {
         return refusal;
     }
-    const char* const mode = access == GenericRead ? "re" : disposition == CreateNew ? "wxe" : "we";
-    host::OpenFile opened(std::fopen(place.path.c_str(), mode));
+    const std::string mode = access == GenericRead         ? "r"
+                             : disposition == CreateAlways ? "w"
+                             : disposition == CreateNew    ? "wx"
+                                                           : "r+";
+    host::OpenFile opened(std::fopen(place.path.c_str(), (mode + "e").c_str()));
     if (!opened) {
         return host::StatusFromErrno(errno);
     }
