@@ -157,12 +157,15 @@ TEST_CASE("The windows are laid out as told; the check's follows its size, the o
           "L\xF6schen 240 1440 1335 375\nBearbeiten 1920 840 1335 375\nFertig 1920 1440 1335 375\n"
           "LockWindowUpdate 65552\nShowWindow 0\nSetWindowLongA -20 262144\nShowWindow 5\nLockWindowUpdate 0\n"
           "ShowWindow 0\n");
+    // Where the check fails at its first look alone.
+    machine.Session("x\n", {Seam::FindNormalFile, 1, 0});
+    CHECK(SeamShown().find("ControlColours 0 65280 0\n") != std::string::npos);
     FaultMachine lacking({"sevCmd4.ocx"});
     lacking.Session("x\n", {}, {Seam::ClipboardClear, 1, [] { SeamResize({400, 6000}); }});
     const std::string filled = "ControlPlace 0 240 480 8070 4520\nControlPlace 2 240 5120 8055 255\n";
     CHECK(SeamShown() ==
           "Vandrel Core Elements V1 8610 4305 2\n"
           "Label1 240 480 8055 3135\nInformation 240 120 5415 375\nLabel2 240 3840 8055 255\n"
-          "ControlVisible 2 0\n" +
+          "ControlVisible 2 0\nControlColours 0 255 16777215\n" +
               filled + "ControlVisible 2 1\n" + filled);
 }

@@ -60,9 +60,10 @@ TEST_CASE("Faults of the check change the row that they belong to, and the resul
 
 TEST_CASE("A failed check is shown whatever becomes of the clipboard, and told when it has no window") {
     FaultMachine machine({"sevCmd4.ocx"});
-    for (const Seam call : {Seam::ClipboardClear, Seam::ClipboardSet}) {
+    for (const Seam call : {Seam::ClipboardSet, Seam::ClipboardClear}) {
         CHECK(machine.Session("x\n", {call, 1, 0}).told == u"check failed");
     }
+    CHECK(MachineFile("clipboard.txt").ends_with("\r\n[Status]\r\nError=*** Es fehlen Vandrel Core Elements! ***\r\n"));
     CHECK(machine.Session("OK\n", {Seam::WindowCreate, 1, 0}).told.starts_with(u"Kann Programm nicht ausführen:\r\n"));
 }
 

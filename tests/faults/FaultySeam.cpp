@@ -86,6 +86,7 @@ Failures FailuresOf(Seam call) {
             return {{-1, {}}, {0, {}}};
         case Seam::DoEvents:
         case Seam::ControlPlace:
+        case Seam::ControlColours:
         case Seam::ControlVisible:
         case Seam::LockWindowUpdate:
         case Seam::ShowWindow:

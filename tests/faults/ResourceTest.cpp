@@ -52,6 +52,18 @@ TEST_CASE("A disk that fills at any byte of the control file leaves the earlier 
     CHECK(FileContent(machine.ControlFile()).value().size() == whole);
 }
 
+TEST_CASE("A disk without room for another file is told, and a load that fails names its product") {
+    FaultMachine machine;
+    ControlFilePath = platform::TextFromAnsi(machine.ControlFile());
+    const std::string before = machine.Left();
+    SeamStart({Seam::CreateFileA, 1, platform::StatusDiskFull});
+    CHECK(RaisedBy(WriteDemoFile).number == 61);
+    SeamStop();
+    CHECK(machine.Left() == before);
+    CHECK(machine.Session("OK\n", {Seam::RegSetValueExA, 1, 5})
+              .told.starts_with(u"Kann Versions-Einstellungen nicht laden:\r\nSoftware\\Vandrel\\Tallora\\V4\r\n"));
+}
+
 TEST_CASE("A deletion that is refused is silent, a wait that fails says so") {
     const FaultMachine machine;
     const std::string before = machine.Left();

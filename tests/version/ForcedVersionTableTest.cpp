@@ -122,6 +122,7 @@ TEST_CASE_FIXTURE(MachineWithTable, "The last entry that applies gives the versi
         CHECK(resolved->VersionInForce() == each.level[0]);
         CHECK(resolved->VersionInForce(2.5) == each.level[2]);
         CHECK(resolved->VersionInForce(-32768) == each.level[0]);
+        CHECK(resolved->VersionInForce(32767) == each.level[0]);
         CHECK(RaisedBy([&] { return resolved->VersionInForce(32767.5); }).number == 6);
     }
     RawValueSet(Machine, Key, "hugo", RawText("-1"));
