@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <random>
@@ -67,23 +66,6 @@ TEST_CASE("Demo, import and clear, from the window to the registry") {
     Shown("Löschen\nJa\nOK\n");
     CHECK_FALSE(RawKeyExists(Machine, MainKey));
     CHECK_FALSE(RawKeyExists(Machine, ReportingKey));
-}
-
-TEST_CASE("Bad control files are imported or refused whole") {
-    const SuiteMachine machine;
-    std::mt19937 random(20171216);  // NOLINT: the same bytes at each run
-    std::string noise(100000, '\0');
-    std::ranges::generate(noise, [&] { return static_cast<char>(random()); });
-    const std::string sound = "[Tallora]\r\n" + ItemLines(100000) + "bad\r\nlast=1\r\n";
-    for (const auto& [file, fails] :
-         {std::pair(noise, false), {"[Tallora]\r\n" + std::string(40000, 'a') + "=1\r\n", true}, {sound, false}}) {
-        FileContent(machine.ControlFile(), file);
-        const std::string shown = Shown("Importieren\nJa\nOK\n6\n");
-        CHECK(Contains(shown, "== Importieren =="));
-        CHECK(Contains(shown, "Fehlgeschlagen!") == fails);
-    }
-    CHECK(RawValue(Machine, MainKey, "last") == RawNumber(1));
-    CHECK(RawValue(Machine, MainKey, "user99999") == RawNumber(99999 % 6));
 }
 
 TEST_CASE("An import killed at any moment leaves every entry whole or absent") {

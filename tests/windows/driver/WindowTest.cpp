@@ -183,24 +183,6 @@ TEST_CASE("Anything but the option alone ends the program at once" * doctest::te
     }
 }
 
-// What is sent arrives while the program's own loop waits. Nothing else may wake that, as a mouse over the window does.
-TEST_CASE("Each way of ending the window ends the process") {
-    const std::pair<std::string, void (*)(const Session&)> flows[] = {
-        {ProgramPath() + "   -master  ", [](const Session& session) { CloseByFrame(session.window); }},
-        {"\"" + ProgramPath().insert(2, "\\a b\\..") + "\" -master",
-         [](const Session& session) { ::SendMessageA(session.window, WM_CLOSE, 0, 0); }},
-        {Start(), [](const Session& session) { ::SendMessageA(session.Button("Fertig"), BM_CLICK, 0, 0); }},
-    };
-    ::SetCursorPos(9999, 9999);
-    for (const auto& [start, end] : flows) {
-        CAPTURE(start);
-        const Session session(start);
-        CHECK(StillAfterAWhile([&] { return session.Waiting(); }));
-        end(session);
-        CHECK(session.EndedWell());
-    }
-}
-
 TEST_CASE("Import and Clear ask; Yes runs them and tells how it went, and anything else changes nothing") {
     const auto enter = [](HWND button) { Press(button, VK_RETURN); };
     const auto space = [](HWND button) { Press(button, VK_SPACE); };
@@ -326,7 +308,7 @@ TEST_CASE("Export and Edit open the control file or tell why not; Demo writes it
 }
 
 TEST_CASE("A window that becomes active again keeps its focus and its place in the task bar; Escape does nothing") {
-    const Session session;
+    const Session session("\"" + ProgramPath().insert(2, "\\a b\\..") + "\"   -master  ");
     Press(Focus(session.window), VK_TAB);
     const HWND import = session.Button(Import);
     REQUIRE(Eventually([&] { return Focus(session.window) == import; }));
@@ -336,4 +318,16 @@ TEST_CASE("A window that becomes active again keeps its focus and its place in t
     ::SendMessageA(session.window, WM_ACTIVATE, WA_ACTIVE, 0);
     CHECK(StillAfterAWhile([&] { return session.Waiting() && Focus(session.window) == import; }));
     CHECK(session.InTaskBar());
+}
+
+// What is sent arrives while the program's own loop waits. Nothing else may wake that, as a mouse over the window does.
+TEST_CASE("A window that is closed, or whose button is told to, by a message that is sent ends the process") {
+    ::SetCursorPos(9999, 9999);
+    for (const bool closes : {false, true}) {
+        CAPTURE(closes);
+        const Session session;
+        CHECK(StillAfterAWhile([&] { return session.Waiting(); }));
+        ::SendMessageA(closes ? session.window : session.Button("Fertig"), closes ? WM_CLOSE : BM_CLICK, 0, 0);
+        CHECK(session.EndedWell());
+    }
 }
