@@ -4,12 +4,8 @@
 // What holds under any user's regional settings.
 TEST_CASE("Text reads as a number, a tie goes to the even one") {
     std::int32_t number = 0;
-    for (const auto& each : {std::pair(u"+7", 7),
-                             {u"25E-1", 2},
-                             {u"35e-1", 4},
-                             {u"&H1F", 31},
-                             {u"&hffffffff", -1},
-                             {u"&O17", 15}}) {
+    for (const auto& each :
+         {std::pair(u"+7", 7), {u"25E-1", 2}, {u"35e-1", 4}, {u"&H1F", 31}, {u"&hffffffff", -1}, {u"&O17", 15}}) {
         CAPTURE(Text(each.first));
         CHECK(platform::VarI4FromStr(each.first, number) == platform::StatusSuccess);
         CHECK(number == each.second);

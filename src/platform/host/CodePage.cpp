@@ -1,9 +1,8 @@
 // Windows' code page 1252, whose 256 characters are all that crosses the seam.
-#include <locale.h>
-#include <wctype.h>
-
 #include <algorithm>
 #include <array>
+#include <clocale>
+#include <cwctype>
 
 #include "platform/Regional.h"
 
