@@ -13,6 +13,7 @@ TEST_CASE("A part is cut as out of an endless row of pads, and fields have exact
     CHECK(FixLeft(u"abc", -1) == u"");
     CHECK(FixRight(u" abc ", 5, u"*") == u"**abc");
     CHECK(FixRight(u"abc  ") == u"  abc");
+    CHECK(FixRight(u"abc", 1) == u"c");
     CHECK(FixRight(u"abc", -1) == u"");
 }
 
@@ -35,6 +36,7 @@ TEST_CASE("ScanChars finds by membership, from either end") {
     CHECK(ScanChars(u"banana", u"", true) == 1);
     CHECK(ScanChars(u"banana", u"", true, true) == 6);
     CHECK(ScanChars(u"banana", u"", {}, true) == 0);
+    CHECK(ScanChars(u"", u"", true) == 0);
     CHECK(ScanChars(u"aaa", u"a", true) == 0);
     CHECK(FindAnyChar(u"banana", u"xa") == 2);
 }

@@ -137,6 +137,7 @@ TEST_CASE("A click or a close in the middle of an import leaves it whole, and no
 }
 
 TEST_CASE("The editor and the installer are started as told") {
+    CHECK(ShellErrorText(33).empty());
     FaultMachine machine;
     machine.Session("Bearbeiten\nFertig\n");
     CHECK(SeamStarted() == u"open|\"C:\\Users\\hugo\\Eigene Dateien\\vtv4v.txt\"||C:\\Users\\hugo\\Eigene Dateien\\|1");

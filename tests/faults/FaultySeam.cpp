@@ -135,6 +135,8 @@ void Note(const Arguments&...) {
 // Of the four icons the critical one and the exclamation have this bit.
 template <>
 void Note<Seam::MessageBoxW>(const Text& text, const Text& /*caption*/, const std::uint32_t& type) {
+    CHECK((type & ~(platform::ButtonsYesNoCancel | platform::IconCritical | platform::IconQuestion |
+                    platform::IconInformation)) == 0);
     state.told += (type & platform::IconCritical) == 0 ? Text() : text;
 }
 

@@ -32,8 +32,11 @@ TEST_CASE_FIXTURE(RegistryOnKey,
     registry.SubKeyCreate(u"c");
     CHECK(registry.AccessMode() == 15);
     const platform::Handle open = registry.hCurrentKey();
+    registry.AccessMode(8);
     registry.KeyOpenCurrentUser(Key + u"\\missing");
+    CHECK(registry.AccessMode() == 8);
     CHECK(registry.hCurrentKey() == open);
+    registry.AccessMode(15);
     CHECK(registry.Value({}) == Variant(std::int32_t{1}));
     registry.KeyClose();
     CHECK(registry.AccessMode() == 1);
