@@ -1,38 +1,56 @@
 #include "TestMachine.h"
 
-#include "platform/windows/Win32.h"
-#include "windows/OwnRegistry.h"
+#include <doctest/doctest.h>
 
-// The running system, with a folder of its own and, where a test runs the code in its own process, a registry of its
-// own.
+#include <cstdlib>
+
+#include "platform/windows/Win32.h"
+
+// The running system, with a folder of its own, and with empty roots of the registry for this process: keys below one
+// of the user's, whoever the user is.
+
+namespace {
+
+// The last one is the last, as the others are made below the system's.
+const HKEY Roots[] = {HKEY_CLASSES_ROOT, HKEY_LOCAL_MACHINE, HKEY_USERS, HKEY_CURRENT_USER};
+
+std::string UniqueName() {
+    return "vtv4v-tests-" + std::to_string(::GetCurrentProcessId());
+}
+
+}  // namespace
 
 void TestMachine::Make() {
     static int machines = 0;
-    Unmake();
-    OwnRegistryMake();
-    folder_ = std::filesystem::temp_directory_path() /
-              ("vtv4v-" + std::to_string(::GetCurrentProcessId()) + "-" + std::to_string(++machines));
+    const std::string number = std::to_string(++machines);
+    for (const HKEY root : Roots) {
+        const std::string name = std::to_string(reinterpret_cast<std::intptr_t>(root));
+        HKEY own = nullptr;
+        REQUIRE(::RegCreateKeyA(HKEY_CURRENT_USER, ("Software\\" + UniqueName() + "\\" + name).c_str(), &own) ==
+                ERROR_SUCCESS);
+        REQUIRE(::RegOverridePredefKey(root, own) == ERROR_SUCCESS);
+        ::RegCloseKey(own);
+    }
+    folder_ = std::filesystem::temp_directory_path() / (UniqueName() + "-" + number);
     std::filesystem::remove_all(folder_);
     Environment("HOMEDRIVE", folder_.root_name().string());
     Environment("HOMEPATH", (folder_.root_directory() / folder_.relative_path()).string());
 }
 
 void TestMachine::Unmake() {
-    OwnRegistryRemove();
+    for (const HKEY root : Roots) {
+        ::RegOverridePredefKey(root, nullptr);
+    }
+    ::RegDeleteTreeA(HKEY_CURRENT_USER, ("Software\\" + UniqueName()).c_str());
 }
 
 std::optional<std::string> ProcessVariable(const std::string& name) {
-    std::string value(32767, '\0');  // the most that a variable can hold
-    ::SetLastError(ERROR_SUCCESS);
-    const DWORD length = ::GetEnvironmentVariableA(name.c_str(), value.data(), static_cast<DWORD>(value.size()));
-    if (length == 0 && ::GetLastError() == ERROR_ENVVAR_NOT_FOUND) {
-        return {};
-    }
-    return value.substr(0, length);
+    const char* const value = std::getenv(name.c_str());
+    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
 }
 
 void ProcessVariable(const std::string& name, const std::optional<std::string>& value) {
-    ::SetEnvironmentVariableA(name.c_str(), value ? value->c_str() : nullptr);
+    ::_putenv_s(name.c_str(), value.value_or("").c_str());
 }
 
 std::filesystem::path OnDisk(const std::string& path) {

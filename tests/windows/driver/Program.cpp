@@ -2,14 +2,6 @@
 
 #include <doctest/doctest.h>
 
-#include "windows/OwnRegistry.h"
-
-void OwnRegistryMake() {
-}
-
-void OwnRegistryRemove() {
-}
-
 std::string ProgramPath() {
     char driver[MAX_PATH];
     std::string path(driver, ::GetModuleFileNameA(nullptr, driver, MAX_PATH));
@@ -25,6 +17,9 @@ Program::Program(const std::string& commandLine, const std::map<std::string, std
     for (const auto& [name, value] : environment) {
         machine.Environment(name, value);
     }
+    // The program's own process has the system's registry.
+    ::RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
+    ::RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
     ::SetProcessDPIAware();  // places and pictures are in the screen's own dots
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
