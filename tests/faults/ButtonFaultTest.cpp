@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "Check.h"
+#include "ProductEntries.h"
 #include "faults/FaultMachine.h"
+#include "products/Installer.h"
 #include "products/modShellExec.h"
 
 namespace {
@@ -83,28 +85,30 @@ TEST_CASE("A call that fails once in the start, an export, an import, a clearing
     const std::string partly = R"(((a=1;(b=2;)?)?\n)" + reporting + R"(|a=1;b=2;c=3;\n(d=4;)?\n))" + file;
     const std::string cleared = R"(\n\n)" + file;
     const Text path = u"\r\nC:\\Users\\hugo\\Eigene Dateien\\vtv4v.txt\r\n";
-    const Text noEditor = u"Kann Version File nicht öffnen:" + path;
+    const Text noEditor = u"48 Kann Version File nicht öffnen:" + path;
     const Operation operations[] = {
         {"",
          before,
          // A product's folder that is not found fails the check, an entry that is not read is none.
          {{{RegOpenKeyExA, RegQueryValueExA, RegEnumKeyExA}, u"", before},
           {{RegOpenKeyExA, RegQueryValueExA, RegEnumKeyExA, FindNormalFile, CreateObject}, u"check failed", before},
-          {{RegOpenKeyExA, RegCreateKeyExA, RegSetValueExA}, u"Kann Versions-Einstellungen nicht laden:\r\n", before},
-          {{WindowCreate}, u"Kann Programm nicht ausführen:\r\n", before}}},
+          {{RegOpenKeyExA, RegCreateKeyExA, RegSetValueExA},
+           u"48 Kann Versions-Einstellungen nicht laden:\r\n",
+           before},
+          {{WindowCreate}, u"48 Kann Programm nicht ausführen:\r\n", before}}},
         {"Exportieren\n",
          exported,
          {{{RegOpenKeyExA, RegEnumValueA, RegQueryValueExA}, u"", cut},
           // A file that cannot be written beside the earlier one, or not take its place, is written where it is.
           {{CreateFileA, ReplaceFileA}, u"", exported},
-          {{CreateFileA, WriteFile, FlushFileBuffers}, u"Kann Steuerungs-Datei nicht schreiben:" + path, before},
+          {{CreateFileA, WriteFile, FlushFileBuffers}, u"48 Kann Steuerungs-Datei nicht schreiben:" + path, before},
           {{ShellExecuteA}, noEditor, exported}}},
         {"Importieren\nJa\n",
          imported,
          // An open that failed is tried again behind the creation of its key, or was one that may fail.
-         {{{CreateFileA, ReadFile}, u"Fehlgeschlagen!", before},
+         {{{CreateFileA, ReadFile}, u"16 Fehlgeschlagen!", before},
           {{RegOpenKeyExA}, u"", imported},
-          {{RegOpenKeyExA, RegCreateKeyExA, RegSetValueExA}, u"Fehlgeschlagen!", partly},
+          {{RegOpenKeyExA, RegCreateKeyExA, RegSetValueExA}, u"16 Fehlgeschlagen!", partly},
           {{MessageBoxW}, u"", before + "|" + imported}}},
         {"Löschen\nJa\n",
          cleared,
@@ -136,38 +140,63 @@ TEST_CASE("A click or a close in the middle of an import leaves it whole, and no
     }
 }
 
-TEST_CASE("The editor and the installer are started as told") {
+TEST_CASE("The editor and the installer are started as told, and the installer is waited for") {
     CHECK(ShellErrorText(33).empty());
     FaultMachine machine;
     machine.Session("Bearbeiten\nFertig\n");
-    CHECK(SeamStarted() == u"open|\"C:\\Users\\hugo\\Eigene Dateien\\vtv4v.txt\"||C:\\Users\\hugo\\Eigene Dateien\\|1");
-    for (const auto& [timeOut, started] :
-         {std::pair<std::optional<std::uint32_t>, Text>{{}, u"true|2|-1"}, {0, u"true|2|0"}}) {
-        SeamStart({});
-        ShellAndWait(u"true", timeOut);
+    CHECK(SeamRecord().find("ShellExecuteA|65552|open|\"C:\\Users\\hugo\\Eigene Dateien\\vtv4v.txt\"||"
+                            "C:\\Users\\hugo\\Eigene Dateien\\|1\n") != std::string::npos);
+    struct {
+        SeamFault fault;
+        std::optional<std::uint32_t> timeOut;
+        std::int32_t error;
+        std::string waited;
+    } const waits[] = {{{}, {}, 0, "WaitForSingleObject|it|4294967295\n"},
+                       {{}, 0, 0, "WaitForSingleObject|it|0\n"},
+                       {{Seam::OpenProcess, 1, 0}, {}, 0, "WaitForSingleObject|0|4294967295\n"},
+                       {{Seam::StartCommandLine, 1, 2}, {}, 53, ""},
+                       {{Seam::StartCommandLine, 1, 5}, {}, 5, ""}};
+    for (const auto& each : waits) {
+        AllClosedBehind([&] {
+            SeamStart(each.fault);
+            CHECK(RaisedBy([&] { ShellAndWait(u"true", each.timeOut); }).number == each.error);
+            SeamStop();
+        });
+        CHECK(SeamRecord() == "StartCommandLine|true|2|0\n" + each.waited);
+    }
+    ProductEntries products;
+    Installer installer;
+    for (const bool quiet : {false, true}) {
+        products.Add("VT", "Vandrel Test", "x {T-1}");
+        installer.GUI(u"T-1");
+        SeamStart({Seam::StartCommandLine, 1, 0}, {Seam::WaitForSingleObject, 1, [&] { products.Clear(); }});
+        installer.UnInstall(quiet);
+        installer.UnInstall();
         SeamStop();
-        CHECK(SeamStarted() == started);
+        CHECK(SeamRecord().starts_with(quiet ? "StartCommandLine|MsiExec.exe /quiet /x{T-1}|2|0\nWait"
+                                             : "StartCommandLine|MsiExec.exe /x{T-1}|2|0\nWait"));
+        CHECK_FALSE(installer.IsInstalled());
     }
 }
 
 TEST_CASE("The windows are laid out as told; the check's follows its size, the other one goes into the task bar") {
     FaultMachine machine;
     machine.Session("Fertig\n");
-    CHECK(SeamShown() ==
-          "VTV4 Version Controller 3555 2130 1\n"
-          "Exportieren 240 240 1335 375\nImportieren 1920 240 1335 375\nDemo 240 840 1335 375\n"
-          "L\xF6schen 240 1440 1335 375\nBearbeiten 1920 840 1335 375\nFertig 1920 1440 1335 375\n"
-          "LockWindowUpdate 65552\nShowWindow 0\nSetWindowLongA -20 262144\nShowWindow 5\nLockWindowUpdate 0\n"
-          "ShowWindow 0\n");
+    CHECK(SeamRecord() ==
+          "WindowCreate|VTV4 Version Controller|3555|2130|1\n"
+          "Exportieren|240|240|1335|375\nImportieren|1920|240|1335|375\nDemo|240|840|1335|375\n"
+          "L\xF6schen|240|1440|1335|375\nBearbeiten|1920|840|1335|375\nFertig|1920|1440|1335|375\n"
+          "LockWindowUpdate|65552\nShowWindow|it|0\nSetWindowLongA|it|-20|262144\nShowWindow|it|5\n"
+          "LockWindowUpdate|0\nShowWindow|it|0\n");
     // Where the check fails at its first look alone.
     machine.Session("x\n", {Seam::FindNormalFile, 1, 0});
-    CHECK(SeamShown().find("ControlColours 0 65280 0\n") != std::string::npos);
+    CHECK(SeamRecord().find("ControlColours|it|0|65280|0\n") != std::string::npos);
     FaultMachine lacking({"sevCmd4.ocx"});
     lacking.Session("x\n", {}, {Seam::ClipboardClear, 1, [] { SeamResize({400, 6000}); }});
-    const std::string filled = "ControlPlace 0 240 480 8070 4520\nControlPlace 2 240 5120 8055 255\n";
-    CHECK(SeamShown() ==
-          "Vandrel Core Elements V1 8610 4305 2\n"
-          "Label1 240 480 8055 3135\nInformation 240 120 5415 375\nLabel2 240 3840 8055 255\n"
-          "ControlVisible 2 0\nControlColours 0 255 16777215\n" +
-              filled + "ControlVisible 2 1\n" + filled);
+    const std::string filled = "ControlPlace|it|0|240|480|8070|4520\nControlPlace|it|2|240|5120|8055|255\n";
+    CHECK(SeamRecord() ==
+          "WindowCreate|Vandrel Core Elements V1|8610|4305|2\n"
+          "Label1|240|480|8055|3135\nInformation|240|120|5415|375\nLabel2|240|3840|8055|255\n"
+          "ControlVisible|it|2|0\nControlColours|it|0|255|16777215\n" +
+              filled + "ControlVisible|it|2|1\n" + filled);
 }

@@ -10,6 +10,7 @@
 #include "app/Main.h"
 #include "platform/Process.h"
 #include "platform/Regional.h"
+#include "platform/host/HandleTable.h"
 #include "platform/host/console/LineRun.h"
 #include "samples/InstalledSuite.h"
 #include "version/ProductProfileMain.h"
@@ -24,7 +25,23 @@ std::ptrdiff_t FilesIn(const fs::path& folder) {
     return std::distance(fs::directory_iterator(folder), {});
 }
 
+// Handles are numbered in the order in which they are given out.
+platform::Handle NextHandle() {
+    const platform::Handle next = platform::host::HandleAdd(platform::host::ProcessReference{});
+    platform::host::HandleRemove(next);
+    return next;
+}
+
 }  // namespace
+
+void AllClosedBehind(const std::function<void()>& steps) {
+    const platform::Handle first = NextHandle();
+    steps();
+    const platform::Handle last = NextHandle();
+    for (platform::Handle handle = first; handle < last; ++handle) {
+        CHECK(platform::host::HandleFind(handle) == nullptr);
+    }
+}
 
 FaultMachine::FaultMachine(const std::set<std::string>& without) {
     static char name[] = "vtv4v";
@@ -57,16 +74,14 @@ std::string FaultMachine::Left() const {
 
 Outcome FaultMachine::Session(const std::string& input, const SeamFault& fault, const SeamHook& hook) {
     const std::ptrdiff_t openFiles = FilesIn("/proc/self/fd");
-    const int openHandles = SeamOpenHandles();
     Text told;
-    {
+    AllClosedBehind([&] {
         const LineRun run(input);
         SeamStart(fault, hook);
         Main();
         told = SeamStop() + (run.Shows("Vandrel Core Elements V1") ? u"check failed" : u"");
-    }
+    });
     CHECK(FilesIn("/proc/self/fd") == openFiles);
-    CHECK(SeamOpenHandles() == openHandles);
     CHECK(MainVersions == nullptr);
     CHECK(ReportingVersions == nullptr);
     CHECK(LastError().Number() == 0);

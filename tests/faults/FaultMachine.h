@@ -1,14 +1,18 @@
 #pragma once
 
+#include <functional>
 #include <set>
 #include <string>
 
 #include "TestMachine.h"
 #include "faults/FaultySeam.h"
 
+// Runs `steps`, and checks that each key, file and process that they opened is closed.
+void AllClosedBehind(const std::function<void()>& steps);
+
 // What the user was told of failures while the program ran, and what it left behind.
 struct Outcome {
-    Text told;         // in message boxes; "check failed" for the check's window
+    Text told;         // in message boxes, as SeamStop gives it; "check failed" for the check's window
     std::string left;  // both tables as item strings, and the control file, which of an export are its two tables
     bool operator==(const Outcome&) const = default;
 };

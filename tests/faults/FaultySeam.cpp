@@ -1,12 +1,11 @@
 #include "faults/FaultySeam.h"
 
 #include <concepts>
+#include <map>
 #include <stdexcept>
 #include <type_traits>
-#include <utility>
 
 #include "Check.h"
-#include "SeamSymbols.h"
 #include "common/Conversion.h"
 #include "platform/ComponentCalls.h"
 #include "platform/FileCalls.h"
@@ -22,36 +21,25 @@ struct SeamState {
     SeamFault fault;
     SeamHook hook;
     Text told{};
-    Text started{};
-    std::string shown{};
-    bool fails = false;  // the present call
+    std::string record{};
     bool passes = true;  // the test is at work, or the platform, which may call itself
-    int openHandles = 0;
-    platform::Handle window = 0;
+    platform::Handle opened = 0;
     platform::WindowEvents events{};
 };
 
 SeamState state;
 
-constexpr std::array Names = {
-#define SEAM_CALL(name) #name,
-#include "faults/SeamCalls.inc"
-#undef SEAM_CALL
-};
+#define SEAM_TEXT(name, symbol) #name,
+constexpr std::array Names = {SEAM_CALLS(SEAM_TEXT)};
+#undef SEAM_TEXT
 
 // A result that is an exception, none of the language's errors.
 constexpr std::int64_t Thrown = -1;
 
-using Failures = std::map<std::int64_t, Text>;
-
 // The results with which a call can fail, each with what a message that goes on behind its head ends in.
-Failures FailuresOf(Seam call) {
+std::map<std::int64_t, Text> FailuresOf(Seam call) {
     if (call <= Seam::RegSetValueExA) {
-        Failures failures;
-        for (const int status : {2, 5, 6, 112, 234, 259, 1018}) {
-            failures[status] = u"(Fehler " + DecimalText(status) + u")";
-        }
-        return failures;
+        return {{2, u"(Fehler 2)"}, {5, u"(Fehler 5)"}, {234, u"(Fehler 234)"}, {259, u"(Fehler 259)"}};
     }
     if (call <= Seam::DateLastModified) {
         return {{2, u"Datei nicht gefunden"},
@@ -78,23 +66,58 @@ Failures FailuresOf(Seam call) {
                     {32, u"DLL not found"}};
         case Seam::WindowCreate:
             return {{0, u"Nicht genügend Speicher"}, {Thrown, u"thrown"}};
+        case Seam::RegCloseKey:
+        case Seam::CloseHandle:
         case Seam::CreateObject:
         case Seam::CallTextFunction:
-        case Seam::CloseHandle:
             return {{platform::StatusInvalidHandle, {}}};
         case Seam::GetFileVersionInfoSizeA:
             return {{-1, {}}, {0, {}}};
-        case Seam::DoEvents:
-        case Seam::ControlPlace:
-        case Seam::ControlColours:
-        case Seam::ControlVisible:
-        case Seam::LockWindowUpdate:
-        case Seam::ShowWindow:
-        case Seam::SetWindowLongA:
-            return {};
+        case Seam::MessageBoxW:
+            return {{0, {}}, {platform::AnswerCancel, {}}, {platform::AnswerNo, {}}};
         default:
-            return {{0, {}}};
+            return call > Seam::WindowCreate || call == Seam::DoEvents ? std::map<std::int64_t, Text>()
+                                                                       : std::map<std::int64_t, Text>{{0, {}}};
     }
+}
+
+template <std::integral Number>
+std::string Shown(Number number) {
+    const auto shown = static_cast<std::int64_t>(number);
+    return shown != 0 && shown == state.opened ? "|it" : "|" + std::to_string(shown);
+}
+
+std::string Shown(const std::string& text) {
+    return "|" + text;
+}
+
+std::string Shown(const platform::Rectangle& place) {
+    return Shown(place.left) + Shown(place.top) + Shown(place.width) + Shown(place.height);
+}
+
+std::string Shown(const platform::WindowDesign& design) {
+    std::string shown = Shown(platform::AnsiFromText(design.caption)) + Shown(design.client.width) +
+                        Shown(design.client.height) + Shown(design.icon);
+    for (const platform::Control& control : design.controls) {
+        shown += "\n" + platform::AnsiFromText(control.caption) + Shown(control.place);
+    }
+    return shown;
+}
+
+std::string Shown(const platform::WindowEvents& events) {
+    state.events = events;
+    return {};
+}
+
+void NoteBox(const Text& text, const Text& /*caption*/, std::uint32_t type) {
+    if (type != platform::ButtonsYesNoCancel + platform::IconQuestion &&
+        type != platform::ButtonsOk + platform::IconInformation) {
+        state.told += DecimalText(static_cast<std::int32_t>(type)) + u" " + text;
+    }
+}
+
+void WriteHalf(platform::Handle file, std::string_view data) {
+    platform::WriteFile(file, data.substr(0, data.size() / 2));
 }
 
 template <typename Result>
@@ -108,100 +131,13 @@ Result Failure() {
     }
 }
 
-template <std::integral Number>
-std::string Shown(Number number) {
-    return " " + std::to_string(number);
-}
-
-std::string Shown(const platform::Rectangle& place) {
-    return Shown(place.left) + Shown(place.top) + Shown(place.width) + Shown(place.height);
-}
-
-// What a call did to a window: all its arguments but the window's handle.
-template <Seam call, typename... Arguments>
-void NoteWindow(const Arguments&... arguments) {
-    if constexpr (call >= Seam::ControlPlace && call < Seam::Count) {
-        const std::string all = (Shown(arguments) + ...);
-        const std::size_t second = call == Seam::LockWindowUpdate ? 0 : all.find(' ', 1);
-        state.shown += Names[static_cast<std::size_t>(call)] + all.substr(second) + "\n";
-    }
-}
-
-// What is kept of a call's arguments for the test; of most calls nothing.
-template <Seam call, typename... Arguments>
-void Note(const Arguments&...) {
-}
-
-// Of the four icons the critical one and the exclamation have this bit.
-template <>
-void Note<Seam::MessageBoxW>(const Text& text, const Text& /*caption*/, const std::uint32_t& type) {
-    CHECK((type & ~(platform::ButtonsYesNoCancel | platform::IconCritical | platform::IconQuestion |
-                    platform::IconInformation)) == 0);
-    state.told += (type & platform::IconCritical) == 0 ? Text() : text;
-}
-
-template <>
-void Note<Seam::WindowCreate>(const platform::WindowDesign& design, const platform::WindowEvents& events) {
-    state.events = events;
-    state.shown += platform::AnsiFromText(design.caption) + Shown(design.client.width) + Shown(design.client.height) +
-                   Shown(design.icon) + "\n";
-    for (const platform::Control& control : design.controls) {
-        state.shown += platform::AnsiFromText(control.caption) + Shown(control.place) + "\n";
-    }
-}
-
-template <>
-void Note<Seam::ShellExecuteA>(const platform::Handle& /*owner*/, const std::string& verb, const std::string& file,
-                               const std::string& parameters, const std::string& directory, const std::int32_t& show) {
-    for (const std::string& text : {verb, file, parameters, directory}) {
-        state.started += platform::TextFromAnsi(text) + u"|";
-    }
-    state.started += DecimalText(show);
-}
-
-template <>
-void Note<Seam::StartCommandLine>(const std::string& command, const std::int32_t& windowStyle,
-                                  const std::int32_t& /*processId*/) {
-    state.started += platform::TextFromAnsi(command) + u"|" + DecimalText(windowStyle) + u"|";
-}
-
-template <>
-void Note<Seam::WaitForSingleObject>(const platform::Handle& /*process*/, const std::uint32_t& milliseconds) {
-    state.started += DecimalText(static_cast<std::int32_t>(milliseconds));
-}
-
-// A write that fails has written a half.
-template <typename Argument>
-Argument&& Shortened(Argument& argument) {
-    if constexpr (std::is_same_v<Argument, std::string_view>) {
-        argument = state.fails ? argument.substr(0, argument.size() / 2) : argument;
-    }
-    return static_cast<Argument&&>(argument);
-}
-
-// Counts the handles that a call which was made has opened or closed.
-template <Seam call, typename Result, typename... Arguments>
-void CountHandles(const Result& result, const Arguments&... arguments) {
-    if constexpr (call == Seam::RegCloseKey) {
-        state.openHandles -= ((arguments > 0) + ...);  // the predefined roots are not closed
-    } else if constexpr (call == Seam::CloseHandle) {
-        --state.openHandles;
-    } else if constexpr (call == Seam::OpenProcess) {
-        state.openHandles += result != 0 ? 1 : 0;
-    } else if constexpr (call == Seam::WindowCreate) {
-        state.window = result;
-    }
-}
-
-// The handle that a call gives back is its one output of that type.
-template <Seam call, typename Argument>
-int OpenedBy(const std::remove_reference_t<Argument>& argument) {
-    if constexpr ((call == Seam::RegOpenKeyExA || call == Seam::RegCreateKeyExA || call == Seam::CreateFileA) &&
-                  std::is_same_v<Argument, platform::Handle&>) {
-        return argument != 0 ? 1 : 0;
-    }
-    return 0;
-}
+// Calls within the platform are its own as long as this lives.
+struct Passing {
+    Passing() { state.passes = true; }
+    ~Passing() { state.passes = false; }
+    Passing(const Passing&) = delete;
+    Passing& operator=(const Passing&) = delete;
+};
 
 // Takes the place of the call whose declaration `real` has.
 template <Seam call, auto* real, typename Function>
@@ -213,36 +149,37 @@ struct Wrapper<call, real, Result(Arguments...)> {
         if (state.passes) {
             return real(static_cast<Arguments&&>(arguments)...);
         }
-        ++state.calls[static_cast<std::size_t>(call)];
-        state.fails = call == state.fault.call && state.calls.Of(call) == state.fault.occurrence;
-        state.passes = true;
-        const Passing passing;
-        if (call == state.hook.call && state.calls.Of(call) == state.hook.occurrence) {
+        const int occurrence = ++state.calls[static_cast<std::size_t>(call)];
+        if (call == state.hook.call && occurrence == state.hook.occurrence) {
             state.hook.action();
         }
-        NoteWindow<call>(arguments...);
-        Note<call>(arguments...);
-        if constexpr (std::is_void_v<Result>) {
-            real(static_cast<Arguments&&>(arguments)...);
+        const Passing passing;
+        if constexpr (call == Seam::MessageBoxW) {
+            NoteBox(arguments...);
+        } else if constexpr (call >= Seam::ShellExecuteA) {
+            state.record += Names[static_cast<std::size_t>(call)] + (Shown(arguments) + ...) + "\n";
+        }
+        if (call == state.fault.call && occurrence == state.fault.occurrence) {
+            return Failed(arguments...);
+        }
+        if constexpr (call == Seam::OpenProcess || call == Seam::WindowCreate) {
+            return state.opened = real(static_cast<Arguments&&>(arguments)...);
         } else {
-            constexpr bool isMade = call == Seam::RegCloseKey || call == Seam::CloseHandle || call == Seam::WriteFile;
-            if (state.fails && call == Seam::WindowCreate && state.fault.result == Thrown) {
-                throw std::logic_error("thrown");
-            }
-            if (state.fails && !isMade) {
-                return Failure<Result>();
-            }
-            Result result = real(Shortened<Arguments>(arguments)...);
-            CountHandles<call>(result, arguments...);
-            ((state.openHandles += OpenedBy<call, Arguments>(arguments)), ...);
-            return state.fails ? Failure<Result>() : result;
+            return real(static_cast<Arguments&&>(arguments)...);
         }
     }
 
 private:
-    struct Passing {
-        ~Passing() { state.passes = false; }
-    };
+    static Result Failed(const Arguments&... arguments) {
+        if constexpr (call == Seam::RegCloseKey || call == Seam::CloseHandle) {
+            real(arguments...);
+        } else if constexpr (call == Seam::WriteFile) {
+            WriteHalf(arguments...);
+        } else if (call == Seam::WindowCreate && state.fault.result == Thrown) {
+            throw std::logic_error("thrown");
+        }
+        return Failure<Result>();
+    }
 };
 
 template <Seam call, auto* real, typename Result, typename... Arguments>
@@ -254,61 +191,44 @@ struct Wrapper<call, real, Result(Arguments...) noexcept> : Wrapper<call, real, 
 // and the real call's symbol is "__real_" and its own.
 namespace platform {
 
-#define SEAM_CALL(name)                                                                                 \
-    decltype(name) Real##name __asm__("__real_" SEAM_SYMBOL_##name);                                    \
+#define SEAM_LINK(name, symbol)                                                                         \
+    decltype(name) Real##name __asm__("__real_" symbol);                                                \
     [[gnu::used, gnu::noinline]] static void Link##name() {                                             \
-        __asm__ volatile(".globl __wrap_" SEAM_SYMBOL_##name "\n\t.set __wrap_" SEAM_SYMBOL_##name      \
+        __asm__ volatile(".globl __wrap_" symbol "\n\t.set __wrap_" symbol                              \
                          ", %c0" ::"i"(&Wrapper<Seam::name, &Real##name, decltype(Real##name)>::Call)); \
     }
-#include "faults/SeamCalls.inc"
-#undef SEAM_CALL
+SEAM_CALLS(SEAM_LINK)
+#undef SEAM_LINK
 
 }  // namespace platform
 
 void SeamStart(const SeamFault& fault, const SeamHook& hook) {
-    state = {.fault = fault, .hook = hook, .passes = false, .openHandles = state.openHandles};
+    state = {.fault = fault, .hook = hook, .passes = false};
 }
 
 Text SeamStop() {
-    state.fails = false;
     state.passes = true;
     return state.told;
-}
-
-bool SeamCounting() {
-    return !state.passes;
 }
 
 SeamCounts SeamCalls() {
     return state.calls;
 }
 
-Text SeamStarted() {
-    return state.started;
-}
-
-std::string SeamShown() {
-    return state.shown;
-}
-
-int SeamOpenHandles() {
-    return state.openHandles;
+std::string SeamRecord() {
+    return state.record;
 }
 
 void SeamClick(std::size_t control) {
-    state.passes = false;
     state.events.clicked(control);
-    state.passes = true;
 }
 
 void SeamResize(platform::Size size) {
-    state.passes = false;
-    platform::WindowOuterSize(state.window, size);
-    state.passes = true;
+    platform::WindowOuterSize(state.opened, size);
 }
 
 void SeamWindowDestroy() {
-    platform::WindowDestroy(state.window);
+    platform::WindowDestroy(state.opened);
 }
 
 void EachFault(const SeamCounts& earlier, const SeamCounts& all,

@@ -4,25 +4,23 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <map>
 #include <string>
 
+#include "SeamCalls.h"
 #include "common/Text.h"
 #include "platform/WindowSystem.h"
 
-// The seam with faults in it. This test program is linked so that each call of the platform that SeamCalls.inc names
+// The seam with faults in it. This test program is linked so that each call of the platform that SeamCalls.cmake names
 // passes through here first: it is counted, and one of them can be made to fail, or preceded by something else. Calls
 // that the platform makes within itself are not counted and do not fail.
 enum class Seam : std::size_t {
-#define SEAM_CALL(name) name,
-#include "faults/SeamCalls.inc"
-#undef SEAM_CALL
-    Count
+#define SEAM_NAME(name, symbol) name,
+    SEAM_CALLS(SEAM_NAME) Count
+#undef SEAM_NAME
 };
 
 // One call that fails with `result` and does nothing, but for two kinds: a close closes all the same, and a write
-// writes a half. A call that gives bytes gives none,
-// and one that gives a text one of two lines.
+// writes a half. A call that gives bytes gives none, and one that gives a text one of two lines.
 struct SeamFault {
     Seam call = Seam::Count;  // none
     int occurrence = 0;       // from 1, counted from SeamStart on
@@ -36,13 +34,10 @@ struct SeamHook {
     std::function<void()> action{};
 };
 
-// Calls are counted, and the fault and the hook happen, between these two alone. The second gives the failures that
-// message boxes told meanwhile.
+// Calls are counted, and the fault and the hook happen, between these two alone. The second gives what message boxes
+// told meanwhile but for questions and successes: the number of its kind, a blank and its text.
 void SeamStart(const SeamFault& fault, const SeamHook& hook = {});
 Text SeamStop();
-
-// True between the two, outside the platform's own code.
-bool SeamCounting();
 
 // How often each call was made from the last SeamStart on.
 struct SeamCounts : std::array<int, static_cast<std::size_t>(Seam::Count)> {
@@ -50,14 +45,9 @@ struct SeamCounts : std::array<int, static_cast<std::size_t>(Seam::Count)> {
 };
 SeamCounts SeamCalls();
 
-// What the shell and a new process were given from the last SeamStart on, with "|" between the arguments.
-Text SeamStarted();
-
-// What was done to windows from the last SeamStart on, a line for each call, for a new one a line for each control.
-std::string SeamShown();
-
-// Keys, files and processes opened through the seam and not closed, since the program's start.
-int SeamOpenHandles();
+// What was done to processes and windows from the last SeamStart on, a line for each call: its name, and its arguments
+// each behind a "|"; for a new window also a line for each control. "it" is the process or window opened last.
+std::string SeamRecord();
 
 // Within a hook: a click in the window that was created last, another size of it, and its end.
 void SeamClick(std::size_t control);

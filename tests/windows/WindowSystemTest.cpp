@@ -7,7 +7,9 @@
 #include "platform/windows/Win32.h"
 
 // A process' first window comes up as the shell was asked to show it.
-TEST_CASE("A fixed window is shown at its own size, and left once by an exception that leaves one of its events") {
+TEST_CASE(
+    "A fixed window has an icon, is shown at its own size, and left once by an exception that leaves one of its "
+    "events") {
     HWND window = nullptr;
     platform::WindowEvents activation;
     activation.activated = [] { throw std::runtime_error("activated"); };
@@ -20,6 +22,7 @@ TEST_CASE("A fixed window is shown at its own size, and left once by an exceptio
                 {u"Failure", {3000, 1500}, false, 1, {{platform::ControlKind::Button, u"Button", {0, 0, 1335, 375}}}},
                 events);
             window = platform::windows::SystemHandleOf<HWND>(handle);
+            CHECK(::SendMessageW(window, WM_GETICON, ICON_BIG, 0) != 0);
             ::ShowWindow(window, command);
             CHECK_THROWS_AS(platform::WindowShowModal(handle), std::runtime_error);
             CHECK_FALSE(::IsZoomed(window));
