@@ -19,7 +19,7 @@ TEST_CASE("A disk without room for the control file leaves the earlier one") {
     std::signal(SIGXFSZ, SIG_IGN);
     rlimit earlier{};
     getrlimit(RLIMIT_FSIZE, &earlier);
-    for (const rlim_t size : {0, 1, 100}) {
+    for (const rlim_t size : {0U, 1U, 100U}) {
         const rlimit full{size, earlier.rlim_max};
         setrlimit(RLIMIT_FSIZE, &full);
         const Error error = RaisedBy(WriteDemoFile);
