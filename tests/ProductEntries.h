@@ -24,11 +24,14 @@ public:
         if (userMode) {
             keys_.push_back(keys_.back() + "\\InstallProperties");
         }
-        Set("DisplayName", RawText(displayName));
-        Set("UninstallString", RawText(unInstallString));
-        Set("InstallLocation", RawText(installLocation));
+        const auto set = [&](const char* name, const RawData& data) {
+            RawValueSet(platform::KeyLocalMachine, keys_.back(), name, data);
+        };
+        set("DisplayName", RawText(displayName));
+        set("UninstallString", RawText(unInstallString));
+        set("InstallLocation", RawText(installLocation));
         if (version) {
-            Set("Version", *version);
+            set("Version", *version);
         }
     }
     void Clear() {
@@ -38,9 +41,5 @@ public:
     }
 
 private:
-    void Set(const char* name, const RawData& data) {
-        RawValueSet(platform::KeyLocalMachine, keys_.back(), name, data);
-    }
-
     std::vector<std::string> keys_;
 };

@@ -6,16 +6,12 @@ using namespace platform;
 
 namespace {
 
-// A key opened to be read; handle 0 when there is none.
-class OpenKey {
-public:
-    OpenKey(Handle root, const std::string& key) { RegOpenKeyExA(root, key, 0, KeyQueryValue, handle); }
-    ~OpenKey() { RegCloseKey(handle); }
-    OpenKey(const OpenKey&) = delete;
-    OpenKey& operator=(const OpenKey&) = delete;
-
+// A key opened to be read; 0 when there is none.
+Handle Opened(Handle root, const std::string& key) {
     Handle handle = 0;
-};
+    RegOpenKeyExA(root, key, 0, KeyQueryValue, handle);
+    return handle;
+}
 
 constexpr std::uint32_t Room = 4096;
 
@@ -38,32 +34,33 @@ void RawValueSet(Handle root, const std::string& key, const std::string& name, c
 }
 
 std::optional<RawData> RawValue(Handle root, const std::string& key, const std::string& name) {
-    const OpenKey open(root, key);
+    const Handle handle = Opened(root, key);
     RawData data{0, std::string(Room, '\0')};
     std::uint32_t size = Room;
-    if (RegQueryValueExA(open.handle, name, data.type, data.bytes, size) != StatusSuccess) {
-        return {};
-    }
+    const Status status = RegQueryValueExA(handle, name, data.type, data.bytes, size);
+    RegCloseKey(handle);
     data.bytes.resize(size);
-    return data;
+    return status == StatusSuccess ? std::optional(data) : std::nullopt;
 }
 
 bool RawKeyExists(Handle root, const std::string& key) {
-    return OpenKey(root, key).handle != 0;
+    const Handle handle = Opened(root, key);
+    return RegCloseKey(handle) == StatusSuccess;
 }
 
 std::vector<std::string> RawValueNames(Handle root, const std::string& key) {
-    const OpenKey open(root, key);
+    const Handle handle = Opened(root, key);
     std::vector<std::string> names;
     std::string name(Room, '\0');
     std::string data(Room, '\0');
+    std::uint32_t nameSize = Room;
+    std::uint32_t dataSize = Room;
     std::uint32_t type = 0;
-    for (std::int32_t index = 0;; ++index) {
-        std::uint32_t nameSize = Room;
-        std::uint32_t dataSize = Room;
-        if (RegEnumValueA(open.handle, index, name, nameSize, type, data, dataSize) != StatusSuccess) {
-            return names;
-        }
+    for (std::int32_t index = 0; RegEnumValueA(handle, index, name, nameSize, type, data, dataSize) == StatusSuccess;
+         ++index) {
         names.push_back(name.substr(0, nameSize));
+        nameSize = dataSize = Room;
     }
+    RegCloseKey(handle);
+    return names;
 }

@@ -1,5 +1,6 @@
 #include "TestMachine.h"
 
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -31,15 +32,28 @@ void TestMachine::Environment(const std::string& name, const std::optional<std::
     ProcessVariable(name, value);
 }
 
-void FileContent(const std::string& path, const std::string& bytes) {
-    std::filesystem::create_directories(OnDisk(path).parent_path());
-    std::ofstream file(OnDisk(path), std::ios::binary);
+std::optional<std::string> ProcessVariable(const std::string& name) {
+    const char* const value = std::getenv(name.c_str());
+    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
+}
+
+void DiskFile(const std::filesystem::path& path, const std::string& bytes) {
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream file(path, std::ios::binary);
     if (!(file << bytes << std::flush)) {
-        throw std::runtime_error("cannot write " + path);
+        throw std::runtime_error("cannot write " + path.string());
     }
 }
 
-std::optional<std::string> FileContent(const std::string& path) {
-    std::ifstream file(OnDisk(path), std::ios::binary);
+std::optional<std::string> DiskFile(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
     return file ? std::optional(std::string(std::istreambuf_iterator<char>(file), {})) : std::nullopt;
+}
+
+void FileContent(const std::string& path, const std::string& bytes) {
+    DiskFile(OnDisk(path), bytes);
+}
+
+std::optional<std::string> FileContent(const std::string& path) {
+    return DiskFile(OnDisk(path));
 }

@@ -39,7 +39,9 @@ void ProcessVariable(const std::string& name, const std::optional<std::string>& 
 // Where a file with the program's path is on the disk.
 std::filesystem::path OnDisk(const std::string& path);
 
-// The whole content of a file by the program's path, written and read byte for byte without the code under test.
-// Folders that are missing on its way are made.
+// The whole content of a file, by its place on the disk or by the program's path, written and read byte for byte
+// without the code under test. Folders that are missing on its way are made.
+void DiskFile(const std::filesystem::path& path, const std::string& bytes);
+std::optional<std::string> DiskFile(const std::filesystem::path& path);
 void FileContent(const std::string& path, const std::string& bytes);
 std::optional<std::string> FileContent(const std::string& path);

@@ -1,5 +1,4 @@
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <vector>
 
@@ -40,27 +39,4 @@ TEST_CASE_FIXTURE(TestMachine, "A file is written whole over an earlier one only
     std::filesystem::remove(OnDisk(ControlFile()));
     WriteTextFile(path, u"again", true);
     CHECK(FileContent(ControlFile()) == "again");
-}
-
-TEST_CASE_FIXTURE(TestMachine,
-                  "A file in whose folder none can be made, or whose name leaves no room, is written too") {
-    const std::filesystem::path folder = OnDisk(ControlFile()).parent_path();
-    const std::string path = ControlFile().substr(0, ControlFile().rfind('\\') + 1);
-    std::size_t written = 0;
-    for (std::size_t length = 150; length <= 255; ++length) {
-        const std::string name(length, 'n');
-        const Text file = platform::TextFromAnsi(path + name);
-        std::ofstream(folder / name) << "earlier";
-        if (RaisedBy([&] { TextFileReader reader(file); }).number == 0) {
-            WriteTextFile(file, u"new", true);
-            CHECK(FileContent(path + name) == "new");
-            ++written;
-        }
-    }
-    CHECK(written > 0);
-    FileContent(ControlFile(), "earlier");
-    std::filesystem::permissions(folder, std::filesystem::perms::owner_write, std::filesystem::perm_options::remove);
-    WriteTextFile(platform::TextFromAnsi(ControlFile()), u"new", true);
-    std::filesystem::permissions(folder, std::filesystem::perms::owner_write, std::filesystem::perm_options::add);
-    CHECK(FileContent(ControlFile()) == "new");
 }

@@ -7,8 +7,11 @@
 #include "Check.h"
 #include "ProductEntries.h"
 #include "faults/FaultMachine.h"
+#include "platform/Regional.h"
 #include "products/Installer.h"
 #include "products/modShellExec.h"
+#include "version/ProductProfileMain.h"
+#include "version/modVTV4Version.h"
 
 namespace {
 
@@ -39,30 +42,35 @@ void FailedInTurn(const Operation& operation) {
     const std::string input = operation.input + ended;
     const Effect success{{}, {}, operation.success};
     FaultMachine machine;
-    SeamCounts start{};
+    std::map<Seam, int> start;
     if (!operation.input.empty()) {
         machine.Session(ended);
         start = SeamCalls();
     }
     REQUIRE(Fits(success, machine.Session(input), {}));
-    const SeamCounts all = SeamCalls();
+    const std::map<Seam, int> all = SeamCalls();
     for (const Effect& effect : operation.effects) {
-        CHECK(std::ranges::all_of(effect.calls, [&](Seam call) { return all.Of(call) > start.Of(call); }));
+        CHECK(std::ranges::all_of(effect.calls, [&](Seam call) { return all.at(call) > start[call]; }));
     }
-    EachFault(start, all, [&](const SeamFault& fault, const Text& description) {
-        machine.Reset();
-        const Outcome outcome = machine.Session(input, fault);
+    for (const auto& [call, count] : all) {
         std::vector<Effect> right;
         std::ranges::copy_if(operation.effects, std::back_inserter(right),
-                             [&](const Effect& effect) { return std::ranges::count(effect.calls, fault.call) > 0; });
+                             [&](const Effect& effect) { return std::ranges::count(effect.calls, call) > 0; });
         if (right.empty()) {
             right = {success};
         }
-        const bool isRight =
-            std::ranges::any_of(right, [&](const Effect& effect) { return Fits(effect, outcome, description); });
-        CHECK_MESSAGE(isRight, outcome.told, "\n", outcome.left);
-        CHECK(Fits(success, machine.Session(input), {}));
-    });
+        for (const auto& [result, description] : FailuresOf(call)) {
+            for (int occurrence = start[call] + 1; occurrence <= count; ++occurrence) {
+                INFO("call ", static_cast<std::size_t>(call), ", result ", result, ", occurrence ", occurrence);
+                machine.Reset();
+                const Outcome outcome = machine.Session(input, {call, occurrence, result});
+                const bool isRight =
+                    std::ranges::any_of(right, [&](const Effect& each) { return Fits(each, outcome, description); });
+                CHECK_MESSAGE(isRight, outcome.told, "\n", outcome.left);
+                CHECK(Fits(success, machine.Session(input), {}));
+            }
+        }
+    }
 }
 
 }  // namespace
@@ -121,15 +129,29 @@ TEST_CASE("A call that fails once in the start, an export, an import, a clearing
     }
 }
 
+TEST_CASE("A full disk leaves the earlier file, a refused deletion is silent, and a failed load names its product") {
+    FaultMachine machine;
+    const std::string before = machine.Left();
+    ControlFilePath = platform::TextFromAnsi(machine.ControlFile());
+    SeamStart({Seam::CreateFileA, 1, platform::StatusDiskFull});
+    CHECK(RaisedBy(WriteDemoFile).number == 61);
+    SeamStart({Seam::RegDeleteValueA, 1, 5});
+    CHECK(RaisedBy([] { ProductProfileMain().Profile.Table->ForcedVersion(true, u"hugo", -1); }).number == 0);
+    SeamStop();
+    CHECK(machine.Left() == before);
+    CHECK(machine.Session("OK\n", {Seam::RegSetValueExA, 1, 5})
+              .told.starts_with(u"48 Kann Versions-Einstellungen nicht laden:\r\nSoftware\\Vandrel\\Tallora\\V4\r\n"));
+}
+
 TEST_CASE("A click or a close in the middle of an import leaves it whole, and nothing else runs") {
     // A question that a second click would ask is answered with yes.
     const std::string input = "Importieren\nJa\nJa\nOK\nOK\nFertig\n";
     FaultMachine machine;
     machine.Session("Fertig\n");
-    const int start = SeamCalls().Of(Seam::DoEvents);
+    const int start = SeamCalls()[Seam::DoEvents];
     CHECK(start == 12);  // behind each product's five look-ups and its note
     const Outcome whole = machine.Session(input);
-    REQUIRE(SeamCalls().Of(Seam::DoEvents) == start + 5);
+    REQUIRE(SeamCalls()[Seam::DoEvents] == start + 5);
     std::vector<std::function<void()>> actions = {SeamWindowDestroy};
     for (std::size_t button = 0; button < 6; ++button) {
         actions.emplace_back([button] { SeamClick(button); });
@@ -179,15 +201,25 @@ TEST_CASE("The editor and the installer are started as told, and the installer i
     }
 }
 
-TEST_CASE("The windows are laid out as told; the check's follows its size, the other one goes into the task bar") {
+TEST_CASE(
+    "The windows are laid out and explained as told; the check's follows its size, the other one goes into the task "
+    "bar") {
     FaultMachine machine;
     machine.Session("Fertig\n");
-    CHECK(SeamRecord() ==
-          "WindowCreate|VTV4 Version Controller|3555|2130|1\n"
-          "Exportieren|240|240|1335|375\nImportieren|1920|240|1335|375\nDemo|240|840|1335|375\n"
-          "L\xF6schen|240|1440|1335|375\nBearbeiten|1920|840|1335|375\nFertig|1920|1440|1335|375\n"
-          "LockWindowUpdate|65552\nShowWindow|it|0\nSetWindowLongA|it|-20|262144\nShowWindow|it|5\n"
-          "LockWindowUpdate|0\nShowWindow|it|0\n");
+    CHECK(
+        SeamRecord() ==
+        "WindowCreate|VTV4 Version Controller|3555|2130|1\n"
+        "Exportieren|240|240|1335|375\nImportieren|1920|240|1335|375\nDemo|240|840|1335|375\n"
+        "L\xF6schen|240|1440|1335|375\nBearbeiten|1920|840|1335|375\nFertig|1920|1440|1335|375\n"
+        "ControlToolTip|it|3|Alle Versions-Einstellungen werden gel\xF6scht.\n"
+        "ControlToolTip|it|2|Es wird eine Steuerungs-Datei zu Demonstrationszwecken erstellt. Die kann angepasst und "
+        "abgespeichert werden.\n"
+        "ControlToolTip|it|0|Die aktuellen Versions-Einstellungen werden in die Steuerungs-Datei exportiert. Die kann "
+        "angepasst und abgespeichert werden.\n"
+        "ControlToolTip|it|1|Die Steuerungs-Datei wird importiert. Die neuen Versions-Einstellungen werden gesetzt.\n"
+        "ControlToolTip|it|4|Die Steuerungs-Datei bearbeiten.\nControlToolTip|it|5|Programm beenden.\n"
+        "LockWindowUpdate|65552\nShowWindow|it|0\nSetWindowLongA|it|-20|262144\nShowWindow|it|5\n"
+        "LockWindowUpdate|0\nShowWindow|it|0\n");
     // Where the check fails at its first look alone.
     machine.Session("x\n", {Seam::FindNormalFile, 1, 0});
     CHECK(SeamRecord().find("ControlColours|it|0|65280|0\n") != std::string::npos);

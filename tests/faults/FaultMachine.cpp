@@ -86,10 +86,6 @@ Outcome FaultMachine::Session(const std::string& input, const SeamFault& fault, 
     CHECK(ReportingVersions == nullptr);
     CHECK(LastError().Number() == 0);
     CHECK(LastError().Description().empty());
-    CHECK(FolderClean());
+    CHECK(FilesIn(OnDisk(ControlFile()).parent_path()) == 1);
     return {told, Left()};
-}
-
-bool FaultMachine::FolderClean() const {
-    return FilesIn(OnDisk(ControlFile()).parent_path()) == 1;
 }

@@ -32,6 +32,4 @@ public:
 
     // What is there now, as in Outcome: a line for each table, and ";" for the line ends of the control file.
     [[nodiscard]] std::string Left() const;
-    // True when the folder of the control file holds nothing else.
-    [[nodiscard]] bool FolderClean() const;
 };

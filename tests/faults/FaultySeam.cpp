@@ -1,7 +1,7 @@
 #include "faults/FaultySeam.h"
 
+#include <array>
 #include <concepts>
-#include <map>
 #include <stdexcept>
 #include <type_traits>
 
@@ -17,7 +17,7 @@
 namespace {
 
 struct SeamState {
-    SeamCounts calls{};
+    std::map<Seam, int> calls{};
     SeamFault fault;
     SeamHook hook;
     Text told{};
@@ -36,51 +36,6 @@ constexpr std::array Names = {SEAM_CALLS(SEAM_TEXT)};
 // A result that is an exception, none of the language's errors.
 constexpr std::int64_t Thrown = -1;
 
-// The results with which a call can fail, each with what a message that goes on behind its head ends in.
-std::map<std::int64_t, Text> FailuresOf(Seam call) {
-    if (call <= Seam::RegSetValueExA) {
-        return {{2, u"(Fehler 2)"}, {5, u"(Fehler 5)"}, {234, u"(Fehler 234)"}, {259, u"(Fehler 259)"}};
-    }
-    if (call <= Seam::DateLastModified) {
-        return {{2, u"Datei nicht gefunden"},
-                {3, u"Pfad nicht gefunden"},
-                {5, u"Fehler beim Zugriff auf Pfad/Datei"},
-                {19, u"Zugriff verweigert"},
-                {32, u"Zugriff verweigert"},
-                {33, u"Zugriff verweigert"},
-                {39, u"Datenträger voll"},
-                {53, u"Pfad nicht gefunden"},
-                {67, u"Pfad nicht gefunden"},
-                {112, u"Datenträger voll"},
-                {206, u"Dateiname oder -nummer falsch"},
-                {1117, u"Ein-/Ausgabefehler beim Gerät"},
-                {1295, u"Datenträger voll"}};
-    }
-    switch (call) {
-        case Seam::ShellExecuteA:
-            return {{0, u"Unknown error"},
-                    {2, u"File not found"},
-                    {3, u"Path not found"},
-                    {5, u"Access denied"},
-                    {31, u"No association for file extension"},
-                    {32, u"DLL not found"}};
-        case Seam::WindowCreate:
-            return {{0, u"Nicht genügend Speicher"}, {Thrown, u"thrown"}};
-        case Seam::RegCloseKey:
-        case Seam::CloseHandle:
-        case Seam::CreateObject:
-        case Seam::CallTextFunction:
-            return {{platform::StatusInvalidHandle, {}}};
-        case Seam::GetFileVersionInfoSizeA:
-            return {{-1, {}}, {0, {}}};
-        case Seam::MessageBoxW:
-            return {{0, {}}, {platform::AnswerCancel, {}}, {platform::AnswerNo, {}}};
-        default:
-            return call > Seam::WindowCreate || call == Seam::DoEvents ? std::map<std::int64_t, Text>()
-                                                                       : std::map<std::int64_t, Text>{{0, {}}};
-    }
-}
-
 template <std::integral Number>
 std::string Shown(Number number) {
     const auto shown = static_cast<std::int64_t>(number);
@@ -91,13 +46,17 @@ std::string Shown(const std::string& text) {
     return "|" + text;
 }
 
+std::string Shown(const Text& text) {
+    return Shown(platform::AnsiFromText(text));
+}
+
 std::string Shown(const platform::Rectangle& place) {
     return Shown(place.left) + Shown(place.top) + Shown(place.width) + Shown(place.height);
 }
 
 std::string Shown(const platform::WindowDesign& design) {
-    std::string shown = Shown(platform::AnsiFromText(design.caption)) + Shown(design.client.width) +
-                        Shown(design.client.height) + Shown(design.icon);
+    std::string shown =
+        Shown(design.caption) + Shown(design.client.width) + Shown(design.client.height) + Shown(design.icon);
     for (const platform::Control& control : design.controls) {
         shown += "\n" + platform::AnsiFromText(control.caption) + Shown(control.place);
     }
@@ -149,7 +108,7 @@ struct Wrapper<call, real, Result(Arguments...)> {
         if (state.passes) {
             return real(static_cast<Arguments&&>(arguments)...);
         }
-        const int occurrence = ++state.calls[static_cast<std::size_t>(call)];
+        const int occurrence = ++state.calls[call];
         if (call == state.hook.call && occurrence == state.hook.occurrence) {
             state.hook.action();
         }
@@ -211,7 +170,7 @@ Text SeamStop() {
     return state.told;
 }
 
-SeamCounts SeamCalls() {
+std::map<Seam, int> SeamCalls() {
     return state.calls;
 }
 
@@ -231,17 +190,46 @@ void SeamWindowDestroy() {
     platform::WindowDestroy(state.opened);
 }
 
-void EachFault(const SeamCounts& earlier, const SeamCounts& all,
-               const std::function<void(const SeamFault& fault, const Text& description)>& check) {
-    for (std::size_t place = 0; place < all.size(); ++place) {
-        const auto call = static_cast<Seam>(place);
-        INFO(std::string(Names[place]));
-        for (int occurrence = earlier.Of(call) + 1; occurrence <= all.Of(call); ++occurrence) {
-            CAPTURE(occurrence);
-            for (const auto& failure : FailuresOf(call)) {
-                INFO("result ", failure.first);
-                check({call, occurrence, failure.first}, failure.second);
-            }
-        }
+std::map<std::int64_t, Text> FailuresOf(Seam call) {
+    if (call <= Seam::RegSetValueExA) {
+        return {{2, u"(Fehler 2)"}, {5, u"(Fehler 5)"}, {234, u"(Fehler 234)"}, {259, u"(Fehler 259)"}};
+    }
+    if (call <= Seam::DateLastModified) {
+        return {{2, u"Datei nicht gefunden"},
+                {3, u"Pfad nicht gefunden"},
+                {5, u"Fehler beim Zugriff auf Pfad/Datei"},
+                {19, u"Zugriff verweigert"},
+                {32, u"Zugriff verweigert"},
+                {33, u"Zugriff verweigert"},
+                {39, u"Datenträger voll"},
+                {53, u"Pfad nicht gefunden"},
+                {67, u"Pfad nicht gefunden"},
+                {112, u"Datenträger voll"},
+                {206, u"Dateiname oder -nummer falsch"},
+                {1117, u"Ein-/Ausgabefehler beim Gerät"},
+                {1295, u"Datenträger voll"}};
+    }
+    switch (call) {
+        case Seam::ShellExecuteA:
+            return {{0, u"Unknown error"},
+                    {2, u"File not found"},
+                    {3, u"Path not found"},
+                    {5, u"Access denied"},
+                    {31, u"No association for file extension"},
+                    {32, u"DLL not found"}};
+        case Seam::WindowCreate:
+            return {{0, u"Nicht genügend Speicher"}, {Thrown, u"thrown"}};
+        case Seam::RegCloseKey:
+        case Seam::CloseHandle:
+        case Seam::CreateObject:
+        case Seam::CallTextFunction:
+            return {{platform::StatusInvalidHandle, {}}};
+        case Seam::GetFileVersionInfoSizeA:
+            return {{-1, {}}, {0, {}}};
+        case Seam::MessageBoxW:
+            return {{0, {}}, {platform::AnswerCancel, {}}, {platform::AnswerNo, {}}};
+        default:
+            return call > Seam::WindowCreate || call == Seam::DoEvents ? std::map<std::int64_t, Text>()
+                                                                       : std::map<std::int64_t, Text>{{0, {}}};
     }
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 
 #include "SeamCalls.h"
@@ -39,11 +39,8 @@ struct SeamHook {
 void SeamStart(const SeamFault& fault, const SeamHook& hook = {});
 Text SeamStop();
 
-// How often each call was made from the last SeamStart on.
-struct SeamCounts : std::array<int, static_cast<std::size_t>(Seam::Count)> {
-    [[nodiscard]] int Of(Seam call) const { return (*this)[static_cast<std::size_t>(call)]; }
-};
-SeamCounts SeamCalls();
+// How often each call was made from the last SeamStart on; those that were not made are not there.
+std::map<Seam, int> SeamCalls();
 
 // What was done to processes and windows from the last SeamStart on, a line for each call: its name, and its arguments
 // each behind a "|"; for a new window also a line for each control. "it" is the process or window opened last.
@@ -54,7 +51,5 @@ void SeamClick(std::size_t control);
 void SeamResize(platform::Size size);
 void SeamWindowDestroy();
 
-// Gives `check` each fault that can befall the calls that were counted in `all` and not yet in `earlier`: each of them
-// with each result of its failures, and with what a message tells of that one.
-void EachFault(const SeamCounts& earlier, const SeamCounts& all,
-               const std::function<void(const SeamFault& fault, const Text& description)>& check);
+// The results with which a call can fail, each with what a message that goes on behind its head ends in.
+std::map<std::int64_t, Text> FailuresOf(Seam call);

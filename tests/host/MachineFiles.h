@@ -5,7 +5,6 @@
 
 #include <filesystem>
 #include <string>
-#include <string_view>
 
 #include "TestMachine.h"
 
@@ -13,10 +12,6 @@
 
 // A place in the machine's folder, as "user.db" or "drives/c/Users".
 std::filesystem::path OnMachine(const std::string& below);
-
-// The whole content of a file there, written with the folders on its way; empty when there is none to read.
-void MachineFile(const std::string& below, std::string_view bytes);
-std::string MachineFile(const std::string& below);
 
 // Gives the owner's right to write a file or folder there, or takes it.
 void Writable(const std::string& below, bool writable);

@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <stdexcept>
 
 #include "host/MachineFiles.h"
@@ -29,11 +27,6 @@ void TestMachine::Make() {
 void TestMachine::Unmake() {
 }
 
-std::optional<std::string> ProcessVariable(const std::string& name) {
-    const char* const value = std::getenv(name.c_str());
-    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
-}
-
 void ProcessVariable(const std::string& name, const std::optional<std::string>& value) {
     if (value) {
         setenv(name.c_str(), value->c_str(), 1);
@@ -51,20 +44,6 @@ fs::path OnDisk(const std::string& path) {
 
 fs::path OnMachine(const std::string& below) {
     return platform::host::MachineFolder() / below;
-}
-
-void MachineFile(const std::string& below, std::string_view bytes) {
-    fs::create_directories(OnMachine(below).parent_path());
-    std::ofstream file(OnMachine(below), std::ios::binary | std::ios::trunc);
-    file << bytes << std::flush;
-    if (!file) {
-        throw std::runtime_error("cannot write " + below);
-    }
-}
-
-std::string MachineFile(const std::string& below) {
-    std::ifstream file(OnMachine(below), std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 void Writable(const std::string& below, bool writable) {

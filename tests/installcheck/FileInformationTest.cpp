@@ -28,17 +28,11 @@ TEST_CASE_FIXTURE(TestMachine, "A file is there by its own path alone, with the 
 }
 
 TEST_CASE_FIXTURE(TestMachine, "A program's version is told word by word, each with its sign, and its type in words") {
-    const Text types[] = {u"Unbekannt",
-                          u"Anwendung",
-                          u"Dynamic Link Library (DLL)",
-                          u"Geräte Trieber",
-                          u"Schriftart",
-                          u"Virtueller Geräte Treiber",
-                          u"",
-                          u"Static Library",
-                          u""};
+    const Text types =
+        u"Unbekannt|Anwendung|Dynamic Link Library (DLL)|Geräte Trieber|Schriftart|Virtueller Geräte Treiber||"
+        u"Static Library|";
     std::uint32_t fileType = 0;
-    for (const Text& type : types) {
+    for (const Text& type : Split(types, u'|')) {
         const bool wide = fileType % 2 == 0;
         FileContent(ControlFile(),
                     SampleImage({.version = {1, 40000, 65535, 32767}, .fileType = fileType++, .wide = wide}));

@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <cstring>
+
 #include "Check.h"
 #include "TestMachine.h"
 #include "platform/Regional.h"
@@ -71,99 +74,75 @@ TEST_CASE_FIXTURE(CheckedMachine, "What an import passes over or takes in silenc
 }
 
 TEST_CASE_FIXTURE(CheckedMachine, "A line that would break off an import is told by its number") {
-    const std::string content[] = {
-        "[Tallora]\na=2147483648\n", "[Info]\n" + std::string(40000, 'x'), {"[\0T\0\n\0", 6}, "\xFF\xFE[\n"};
-    const Text told[] = {u"Zeile 2: Überlauf", u"Zeile 2: Überlauf",
-                         u"Zeile 1: kein Text in der 8-Bit-Codepage, vielleicht UTF-16",
-                         u"Zeile 1: kein Text in der 8-Bit-Codepage, vielleicht UTF-16"};
-    for (std::size_t number = 0; number < std::size(content); ++number) {
-        CHECK(Check(content[number]).description == told[number]);
+    CHECK(Check("[Tallora]\na=2147483648\n").description == u"Zeile 2: Überlauf");
+    CHECK(Check("[Info]\n" + std::string(40000, 'x')).description == u"Zeile 2: Überlauf");
+    for (const std::string& content : {std::string("[\0T\0\n\0", 6), std::string("\xFF\xFE[\n")}) {
+        CHECK(Check(content).description == u"Zeile 1: kein Text in der 8-Bit-Codepage, vielleicht UTF-16");
     }
 }
 
 TEST_CASE_FIXTURE(CheckedMachine, "The tables are told to the registry editor and to the group policy") {
     Check("[Tallora]\na\\\"&<=1\nB=2\nb=10\n=3\n[Reporting]\n");
     const std::string bytes = RegistryFileOf(check.Main(), check.Reporting());
-    Text text;
-    for (std::size_t place = 0; place + 1 < bytes.size(); place += 2) {
-        text += static_cast<char16_t>(static_cast<unsigned char>(bytes[place]) +
-                                      256 * static_cast<unsigned char>(bytes[place + 1]));
-    }
+    Text text(bytes.size() / 2, u' ');
+    std::memcpy(text.data(), bytes.data(), bytes.size());
     const Text key = u"HKEY_LOCAL_MACHINE\\Software\\Vandrel\\Tallora\\V4\\";
     CHECK(text == u"\uFEFFWindows Registry Editor Version 5.00\r\n\r\n[-" + key + u"Version\\ForcedVersion]\r\n\r\n[" +
                       key +
                       u"Version\\ForcedVersion]\r\n\"a\\\\\\\"&<\"=dword:00000001\r\n\"B\"=dword:00000002\r\n"
                       u"\"b\"=dword:0000000A\r\n@=dword:00000003\r\n\r\n[-" +
                       key + u"Reporting\\Version\\ForcedVersion]\r\n\r\n");
-
     const std::string xml = PreferencesFileOf(check.Main(), check.Reporting(), u"2026-01-02 03:04:05");
-    const auto count = [&](const std::string& part) {
-        std::size_t found = 0;
-        for (std::size_t place = xml.find(part); place != std::string::npos; place = xml.find(part, place + 1)) {
-            ++found;
-        }
-        return found;
-    };
-    CHECK(count("<Registry ") == 3);
-    CHECK(
-        count(
-            "name=\"a\\&quot;&amp;&lt;\" status=\"a\\&quot;&amp;&lt;\" image=\"12\" changed=\"2026-01-02 03:04:05\"") ==
-        1);
-    CHECK(count("<Properties action=\"U\" displayDecimal=\"1\" default=\"0\" hive=\"HKEY_LOCAL_MACHINE\" "
-                "key=\"SOFTWARE\\WOW6432Node\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion\" name=\"B\" "
-                "type=\"REG_DWORD\" value=\"0000000A\"/>") == 1);
-    CHECK(count("name=\"(Default)\" status=\"(Default)\"") == 1);
-    CHECK(count("default=\"1\"") == 1);
-
+    CHECK(std::ranges::count(xml, '\n') == 16);  // three items of three lines, in two collections in one
+    for (const std::string part :
+         {"name=\"a\\&quot;&amp;&lt;\" status=\"a\\&quot;&amp;&lt;\" image=\"12\" changed=\"2026-01-02 03:04:05\" uid=",
+          "<Properties action=\"U\" displayDecimal=\"1\" default=\"0\" hive=\"HKEY_LOCAL_MACHINE\" "
+          "key=\"SOFTWARE\\WOW6432Node\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion\" name=\"B\" "
+          "type=\"REG_DWORD\" value=\"0000000A\"/>",
+          "name=\"(Default)\" status=\"(Default)\"", "default=\"1\""}) {
+        CHECK(xml.find(part) != std::string::npos);
+    }
     Check("[Tallora]\na\x01=1\n");
     CHECK(RaisedBy([&] { PreferencesFileOf(check.Main(), check.Reporting(), u""); }).number == 5);
 }
 
 TEST_CASE_FIXTURE(TestMachine, "A target is written whole or not at all, and never over the control file") {
-    const std::string file = OnDisk(ControlFile()).string();
-    const std::string folder = OnDisk(ControlFile()).parent_path().string();
+    const Text file = platform::TextFromAnsi(OnDisk(ControlFile()).string());
+    const Text folder = file.substr(0, file.size() - 9);
+    const Text target = file + u".reg";
     const std::string good = std::string(BothSections) + "a=1\n";
-    const std::string before = "earlier";
     struct {
         std::string content;
-        std::vector<std::string> arguments;
-        int result;
-        std::string written;  // how the target begins
+        std::vector<Text> arguments;
+        RolloutResult result;
+        std::string targets;  // how the registry file and the preferences file begin
     } const cases[] = {
-        {good, {file, file + ".reg"}, 0, "\xFF\xFEW"},
-        {good + "b\n", {file, file + ".XML"}, 1, "<?xml"},
-        {good, {file}, 0, before},
-        {good + "b=2147483648\n", {file, file + ".reg"}, 2, before},
-        {good, {file, file}, 2, before},
-        {good, {file, file + ".txt"}, 2, before},
-        {good, {file + ".none", file + ".reg"}, 2, before},
-        {good, {folder, file + ".reg"}, 2, before},
-        {good, {file, folder + "/none/x.reg"}, 2, before},
-        {good, {file, file + ".reg", "more"}, 2, before},
-        {good, {}, 2, before},
+        {good, {file, target}, RolloutResult::NothingPassedOver, std::string("\xFF\xFEW\0 earl", 9)},
+        {good + "b\n", {file, file + u".XML"}, RolloutResult::SomethingPassedOver, "earl <?xm"},
+        {good, {file}, RolloutResult::NothingPassedOver, "earl earl"},
+        {good + "b=2147483648\n", {file, target}, RolloutResult::NothingWritten, "earl earl"},
+        {good, {file, file}, RolloutResult::NothingWritten, "earl earl"},
+        {good, {file, file + u".txt"}, RolloutResult::NothingWritten, "earl earl"},
+        {good, {file + u".none", target}, RolloutResult::NothingWritten, "earl earl"},
+        {good, {folder, target}, RolloutResult::NothingWritten, "earl earl"},
+        {good, {file, folder + u"none/x.reg"}, RolloutResult::NothingWritten, "earl earl"},
+        {good, {file, target, u"more"}, RolloutResult::NothingWritten, "earl earl"},
+        {good, {}, RolloutResult::NothingWritten, "earl earl"},
     };
     for (const auto& each : cases) {
         CAPTURE(each.arguments.size());
-        CAPTURE(each.content);
-        const std::string target = each.arguments.size() > 1 ? each.arguments[1] : file + ".reg";
         FileContent(ControlFile(), each.content);
-        for (const char* const ending : {".reg", ".XML", ".txt"}) {
-            FileContent(ControlFile() + ending, before);
-        }
-        std::vector<Text> arguments;
-        for (const std::string& argument : each.arguments) {
-            arguments.push_back(platform::TextFromAnsi(argument));
-        }
-        CHECK(static_cast<int>(RunRollout(arguments)) == each.result);
+        FileContent(ControlFile() + ".reg", "earlier");
+        FileContent(ControlFile() + ".XML", "earlier");
+        CHECK(RunRollout(each.arguments) == each.result);
         CHECK(FileContent(ControlFile()) == each.content);
-        const bool isXml = target.ends_with(".XML");
-        CHECK(FileContent(ControlFile() + (isXml ? ".XML" : ".reg")).value_or("").starts_with(each.written));
+        CHECK(FileContent(ControlFile() + ".reg")->substr(0, 4) + " " +
+                  FileContent(ControlFile() + ".XML")->substr(0, 4) ==
+              each.targets);
     }
     // The control file by another of its names.
     FileContent(ControlFile() + ".reg", good);
-    const Text name = platform::TextFromAnsi(file + ".reg");
-    const Text otherName = platform::TextFromAnsi(folder + "/./vtv4v.txt.reg");
-    CHECK(RunRollout({name, otherName}) == RolloutResult::NothingWritten);
+    CHECK(RunRollout({target, folder + u"./vtv4v.txt.reg"}) == RolloutResult::NothingWritten);
     CHECK(FileContent(ControlFile() + ".reg") == good);
 }
 

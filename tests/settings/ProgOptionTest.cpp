@@ -62,7 +62,6 @@ TEST_CASE("A set creates root and section, and probing and deleting leave no val
     CHECK(RawKeyExists(Machine, RawRoot));
     CHECK(option.CurrentUserCanWrite(u"S\\T"));
     option.CurrentUserDelete(u"S\\T", u"name");
-    option.LocalMachineDelete(u"missing", u"name");
     CHECK(RawValueNames(User, RawRoot + "\\S\\T").empty());
     // The section is created as it was named, but stands where its name without blanks leads: also when both are there.
     for (std::int32_t number : {1, 2}) {

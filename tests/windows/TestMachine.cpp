@@ -44,11 +44,6 @@ void TestMachine::Unmake() {
     ::RegDeleteTreeA(HKEY_CURRENT_USER, ("Software\\" + UniqueName()).c_str());
 }
 
-std::optional<std::string> ProcessVariable(const std::string& name) {
-    const char* const value = std::getenv(name.c_str());
-    return value == nullptr ? std::nullopt : std::optional<std::string>(value);
-}
-
 void ProcessVariable(const std::string& name, const std::optional<std::string>& value) {
     ::_putenv_s(name.c_str(), value.value_or("").c_str());
 }

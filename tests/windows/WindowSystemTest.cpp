@@ -7,29 +7,24 @@
 #include "platform/windows/Win32.h"
 
 // A process' first window comes up as the shell was asked to show it.
-TEST_CASE(
-    "A fixed window has an icon, is shown at its own size, and left once by an exception that leaves one of its "
-    "events") {
+TEST_CASE("A fixed window is shown at its own size, and an exception of one of its events leaves it once") {
     HWND window = nullptr;
-    platform::WindowEvents activation;
-    activation.activated = [] { throw std::runtime_error("activated"); };
-    platform::WindowEvents click;
-    click.activated = [&] { ::PostMessageW(::GetWindow(window, GW_CHILD), BM_CLICK, 0, 0); };
-    click.clicked = [](std::size_t) { throw std::runtime_error("clicked"); };
-    for (const platform::WindowEvents& events : {activation, click}) {
-        for (const int command : {SW_SHOWMAXIMIZED, SW_SHOWMINIMIZED}) {
-            const platform::Handle handle = platform::WindowCreate(
-                {u"Failure", {3000, 1500}, false, 1, {{platform::ControlKind::Button, u"Button", {0, 0, 1335, 375}}}},
-                events);
-            window = platform::windows::SystemHandleOf<HWND>(handle);
-            CHECK(::SendMessageW(window, WM_GETICON, ICON_BIG, 0) != 0);
-            ::ShowWindow(window, command);
-            CHECK_THROWS_AS(platform::WindowShowModal(handle), std::runtime_error);
-            CHECK_FALSE(::IsZoomed(window));
-            CHECK_FALSE(::IsIconic(window));
-            platform::WindowDestroy(handle);
-            CHECK_NOTHROW(platform::DoEvents());
-        }
+    const auto fail = [] { throw std::runtime_error("event"); };
+    const auto click = [&] { ::PostMessageW(::GetWindow(window, GW_CHILD), BM_CLICK, 0, 0); };
+    const platform::WindowDesign design = {
+        u"Failure", {3000, 1500}, false, 1, {{platform::ControlKind::Button, u"Button", {0, 0, 1335, 375}}}};
+    const std::pair<int, platform::WindowEvents> cases[] = {
+        {SW_SHOWMAXIMIZED, {fail, {}, {}}}, {SW_SHOWMINIMIZED, {click, [&](std::size_t) { fail(); }, {}}}};
+    for (const auto& [command, events] : cases) {
+        const platform::Handle handle = platform::WindowCreate(design, events);
+        window = platform::windows::SystemHandleOf<HWND>(handle);
+        CHECK(::SendMessageW(window, WM_GETICON, ICON_BIG, 0) != 0);
+        ::ShowWindow(window, command);
+        CHECK_THROWS_AS(platform::WindowShowModal(handle), std::runtime_error);
+        CHECK_FALSE(::IsZoomed(window));
+        CHECK_FALSE(::IsIconic(window));
+        platform::WindowDestroy(handle);
+        CHECK_NOTHROW(platform::DoEvents());
     }
 }
 

@@ -39,8 +39,7 @@ TEST_CASE("A line of input clicks the button that it names or numbers, and nothi
         const LineRun run(input);
         std::vector<std::size_t> clicks;
         int activations = 0;
-        const auto clicked = [&clicks](std::size_t control) { clicks.push_back(control); };
-        WindowShowModal(Created({[&activations] { ++activations; }, clicked, {}}));
+        WindowShowModal(Created({[&] { ++activations; }, [&](std::size_t control) { clicks.push_back(control); }, {}}));
         CHECK(clicks == wanted);
         CHECK(activations == 1);
     }
@@ -57,5 +56,4 @@ TEST_CASE("A message box gives the answer of the button, of its close box, and o
     }
     const LineRun run("");
     CHECK(MessageBoxW(u"Text", u"Titel", ButtonsOk + IconCritical) == AnswerOk);
-    CHECK(run.Shows("Fehler\nText\n  1 OK\n"));
 }

@@ -48,9 +48,7 @@ TEST_CASE("A file is found in any letter case, and what cannot be opened, replac
     Writable("drives/c/locked", true);
     CHECK(Opened("C:\\Users\\file", GenericWrite, CreateNew) == StatusFileExists);
     CHECK(std::filesystem::exists(OnMachine("drives/c/Users/\u00C4rger.txt")));
-
     CHECK(MoveFileExA("C:\\Users\\file", "C:\\Users\\readonly") == 5);
-    CHECK(MoveFileExA("C:\\Users\\file", "C:\\Users\\hugo") == 5);
     CHECK(MoveFileExA("C:\\Users\\none", "C:\\Users\\file") == 2);
     CHECK(DeleteFileA("C:\\Users\\readonly") == 5);
     CHECK(DeleteFileA("C:\\Users\\none") == 2);
@@ -61,7 +59,6 @@ TEST_CASE("A file takes another's place with the owner and mode of that one, thr
     FileContent("C:\\new", "new");
     FileContent("C:\\away\\old", "old");
     CHECK(ReplaceFileA("C:\\away\\none", "C:\\new") == 2);
-    CHECK(ReplaceFileA("C:\\away\\old", "C:\\none") == 2);
     std::filesystem::create_symlink("away/old", OnMachine("drives/c/link"));
     chmod(OnDisk("C:\\away\\old").c_str(), 0640);
     const bool changed = chown(OnDisk("C:\\away\\old").c_str(), 1, 2) == 0;  // root alone may

@@ -19,7 +19,7 @@ TEST_CASE("A machine that no variable names is in the user's data folder, and it
 
 TEST_CASE("A variable of the process wins over the machine's own, of which the last line counts") {
     TestMachine machine;
-    MachineFile("environment", "VTV4V_ONE=first\r\nno variable\nvtv4v_one=a=b\r\nUSERNAME=ruedi");
+    DiskFile(OnMachine("environment"), "VTV4V_ONE=first\r\nno variable\nvtv4v_one=a=b\r\nUSERNAME=ruedi");
     machine.Environment("USERNAME", "G\u00F6tz");
     CHECK(platform::GetEnvironmentVariableA("Vtv4v_One") == "a=b");
     CHECK(platform::GetEnvironmentVariableA("USERNAME") == "G\xF6tz");
