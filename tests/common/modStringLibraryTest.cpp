@@ -82,10 +82,8 @@ TEST_CASE("What does not fit 16 bits overflows") {
     CHECK(RaisedBy([&] { TranslateChars(tooLong, u"a", u"b"); }).number == 6);
     CHECK(RaisedBy([&] { ReplaceAll(longest, u"a", u"bb"); }).number == 6);
     // Whatever else decides about the result.
-    CHECK(RaisedBy([&] { InsertText(tooLong, {}, 1); }).number == 6);
-    CHECK(RaisedBy([&] { InsertText(tooLong, u"b", 0); }).number == 6);
+    CHECK(RaisedBy([&] { InsertText(tooLong, {}, 0); }).number == 6);
     CHECK(RaisedBy([&] { ReplaceAll(tooLong, {}, u"b"); }).number == 6);
-    CHECK(RaisedBy([&] { ReplaceAll(tooLong, u"b", u"b"); }).number == 6);
     CHECK(RaisedBy([&] { ExpandUmlauts(tooLong); }).number == 6);
     CHECK(RaisedBy([&] { QuoteText(tooLong); }).number == 6);
     CHECK(RaisedBy([&] { QuoteText(tooLong, u""); }).number == 6);

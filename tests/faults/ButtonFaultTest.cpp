@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <functional>
 #include <optional>
 #include <regex>
 #include <vector>
@@ -152,13 +151,10 @@ TEST_CASE("A click or a close in the middle of an import leaves it whole, and no
     CHECK(start == 12);  // behind each product's five look-ups and its note
     const Outcome whole = machine.Session(input);
     REQUIRE(SeamCalls()[Seam::DoEvents] == start + 5);
-    std::vector<std::function<void()>> actions = {SeamWindowDestroy};
-    for (std::size_t button = 0; button < 6; ++button) {
-        actions.emplace_back([button] { SeamClick(button); });
-    }
-    for (const auto& action : actions) {
+    for (std::size_t button = 0; button < 7; ++button) {
+        const auto act = [&] { button < 6 ? SeamEvents().clicked(button) : platform::WindowDestroy(SeamWindow()); };
         machine.Reset();
-        CHECK(machine.Session(input, {}, {Seam::DoEvents, start + 3, action}) == whole);
+        CHECK(machine.Session(input, {}, {Seam::DoEvents, start + 3, act}) == whole);
     }
 }
 
@@ -224,7 +220,7 @@ TEST_CASE(
     machine.Session("x\n", {Seam::FindNormalFile, 1, 0});
     CHECK(SeamRecord().find("ControlColours|it|0|65280|0\n") != std::string::npos);
     FaultMachine lacking({"sevCmd4.ocx"});
-    lacking.Session("x\n", {}, {Seam::ClipboardClear, 1, [] { SeamResize({400, 6000}); }});
+    lacking.Session("x\n", {}, {Seam::ClipboardClear, 1, [] { platform::WindowOuterSize(SeamWindow(), {400, 6000}); }});
     const std::string filled = "ControlPlace|it|0|240|480|8070|4520\nControlPlace|it|2|240|5120|8055|255\n";
     CHECK(SeamRecord() ==
           "WindowCreate|Vandrel Core Elements V1|8610|4305|2\n"

@@ -178,16 +178,12 @@ std::string SeamRecord() {
     return state.record;
 }
 
-void SeamClick(std::size_t control) {
-    state.events.clicked(control);
+platform::Handle SeamWindow() {
+    return state.opened;
 }
 
-void SeamResize(platform::Size size) {
-    platform::WindowOuterSize(state.opened, size);
-}
-
-void SeamWindowDestroy() {
-    platform::WindowDestroy(state.opened);
+platform::WindowEvents SeamEvents() {
+    return state.events;
 }
 
 std::map<std::int64_t, Text> FailuresOf(Seam call) {

@@ -46,10 +46,9 @@ std::map<Seam, int> SeamCalls();
 // each behind a "|"; for a new window also a line for each control. "it" is the process or window opened last.
 std::string SeamRecord();
 
-// Within a hook: a click in the window that was created last, another size of it, and its end.
-void SeamClick(std::size_t control);
-void SeamResize(platform::Size size);
-void SeamWindowDestroy();
+// The window that was created last, and what it is told of its events.
+platform::Handle SeamWindow();
+platform::WindowEvents SeamEvents();
 
 // The results with which a call can fail, each with what a message that goes on behind its head ends in.
 std::map<std::int64_t, Text> FailuresOf(Seam call);

@@ -117,7 +117,7 @@ TEST_CASE_FIXTURE(TestMachine, "A target is written whole or not at all, and nev
         RolloutResult result;
         std::string targets;  // how the registry file and the preferences file begin
     } const cases[] = {
-        {good, {file, target}, RolloutResult::NothingPassedOver, std::string("\xFF\xFEW\0 earl", 9)},
+        {good, {file, target}, RolloutResult::NothingPassedOver, {"\xFF\xFEW\0 earl", 9}},
         {good + "b\n", {file, file + u".XML"}, RolloutResult::SomethingPassedOver, "earl <?xm"},
         {good, {file}, RolloutResult::NothingPassedOver, "earl earl"},
         {good + "b=2147483648\n", {file, target}, RolloutResult::NothingWritten, "earl earl"},

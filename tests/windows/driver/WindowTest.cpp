@@ -360,7 +360,6 @@ TEST_CASE("Export and Edit open the control file or tell why not; Demo writes it
 TEST_CASE("A window that becomes active again keeps focus and task bar; Escape does nothing; what is sent ends it") {
     ::SetCursorPos(9999, 9999);
     for (const bool closes : {false, true}) {
-        CAPTURE(closes);
         const Session session("\"" + ProgramPath().insert(2, "\\a b\\..") + "\"   -master  ");
         Press(Focus(session.window), VK_TAB);
         const HWND import = session.Button(Import);
