@@ -30,7 +30,6 @@ inline constexpr std::uint32_t RegSz = 1;
 inline constexpr std::uint32_t RegExpandSz = 2;
 inline constexpr std::uint32_t RegBinary = 3;
 inline constexpr std::uint32_t RegDword = 4;
-inline constexpr std::uint32_t RegMultiSz = 7;
 
 // Opens `subKey` below `key` with the rights of `access`; an empty `subKey` opens `key` itself. `opened` is 0 on any
 // failure: 2 for a missing key, 5 for a refused right, 6 for a `key` that is no handle.
@@ -65,7 +64,7 @@ Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::
 Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type, std::span<char> data,
                         std::uint32_t& dataSize);
 
-// Stores a value. A text (RegSz, RegExpandSz, RegMultiSz) handed over without its terminator is stored with one; a text
+// Stores a value. A text (RegSz, RegExpandSz) handed over without its terminator is stored with one; a text
 // of no bytes at all is stored as such.
 Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, std::string_view data);
 

@@ -49,9 +49,11 @@ Text CountText(const CheckedTable& table) {
     return DecimalText(static_cast<std::int32_t>(table.Entries().size()));
 }
 
+// Paths of a machine that is kept in a folder say nothing to the library, but are the same when they are spelled alike.
 bool IsSameFile(const Text& path, const Text& other) {
     std::error_code error;
-    return std::filesystem::equivalent(std::filesystem::path(path), std::filesystem::path(other), error) && !error;
+    return platform::CharUpperW(path) == platform::CharUpperW(other) ||
+           std::filesystem::equivalent(std::filesystem::path(path), std::filesystem::path(other), error);
 }
 
 void WriteTarget(const ControlFileCheck& check, const Text& controlFile, const Text& target, bool isXml) {
@@ -86,7 +88,8 @@ RolloutResult RunRollout(const std::vector<Text>& arguments) {
         const std::optional<Error> unwritten =
             TrapError([&] { WriteTarget(check, controlFile, target, ending == u".XML"); });
         if (unwritten) {
-            return TellFailure(target + u": " + unwritten->description + u". Es wurde nichts geschrieben.");
+            return TellFailure(target + u": " + unwritten->description +
+                               u". Das Ziel wurde nicht vollständig geschrieben.");
         }
     }
     Tell(u"Einträge in [Tallora]: " + CountText(check.Main()) + u", in [Reporting]: " + CountText(check.Reporting()) +

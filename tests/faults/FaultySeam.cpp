@@ -195,24 +195,17 @@ std::map<std::int64_t, Text> FailuresOf(Seam call) {
                 {3, u"Pfad nicht gefunden"},
                 {5, u"Fehler beim Zugriff auf Pfad/Datei"},
                 {19, u"Zugriff verweigert"},
-                {32, u"Zugriff verweigert"},
-                {33, u"Zugriff verweigert"},
                 {39, u"Datenträger voll"},
-                {53, u"Pfad nicht gefunden"},
-                {67, u"Pfad nicht gefunden"},
                 {112, u"Datenträger voll"},
                 {206, u"Dateiname oder -nummer falsch"},
-                {1117, u"Ein-/Ausgabefehler beim Gerät"},
-                {1295, u"Datenträger voll"}};
+                {1117, u"Ein-/Ausgabefehler beim Gerät"}};
     }
     switch (call) {
         case Seam::ShellExecuteA:
             return {{0, u"Unknown error"},
                     {2, u"File not found"},
                     {3, u"Path not found"},
-                    {5, u"Access denied"},
-                    {31, u"No association for file extension"},
-                    {32, u"DLL not found"}};
+                    {31, u"No association for file extension"}};
         case Seam::WindowCreate:
             return {{0, u"Nicht genügend Speicher"}, {Thrown, u"thrown"}};
         case Seam::RegCloseKey:

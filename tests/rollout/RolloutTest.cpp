@@ -140,8 +140,10 @@ TEST_CASE_FIXTURE(TestMachine, "A target is written whole or not at all, and nev
                   FileContent(ControlFile() + ".XML")->substr(0, 4) ==
               each.targets);
     }
-    // The control file by another of its names.
+    // The control file by its name on the machine, and by another one.
     FileContent(ControlFile() + ".reg", good);
+    const Text name = platform::TextFromAnsi(ControlFile() + ".reg");
+    CHECK(RunRollout({name, name}) == RolloutResult::NothingWritten);
     CHECK(RunRollout({target, folder + u"./vtv4v.txt.reg"}) == RolloutResult::NothingWritten);
     CHECK(FileContent(ControlFile() + ".reg") == good);
 }

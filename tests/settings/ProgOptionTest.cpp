@@ -70,5 +70,5 @@ TEST_CASE("A set creates root and section, and probing and deleting leave no val
     }
     // After a failed set the next operation starts from a closed key.
     CHECK(RaisedBy([&] { option.CurrentUser(u"S", u"name", NotGiven{}, std::int32_t{-1}); }).number == 5);
-    CHECK(option.CurrentUserCanWrite());
+    CHECK(option.CurrentUserCanWrite({}));
 }

@@ -167,9 +167,10 @@ newtComponent NewtForm::NewLabel(const DialogControl& label, int rows) const {
     return box;
 }
 
-// A label that fills the window up to these rows. The line of its first failure is marked, in the middle.
+// A label that fills the window up to these rows. The line of its first failure is marked, in the middle: the list
+// scrolls no further than a mark needs, so that one half the rows below it is set first.
 newtComponent NewtForm::NewReport(const DialogControl& label, int rows) const {
-    const int columns = columns_ - 4;
+    const int columns = columns_ - 4;  // frame and margin on both sides
     char* const background = ColourName(ColourNumber(label.background.value_or(0)));
     char* const text = ColourName(ColourNumber(label.text.value_or(0)));
     newtSetColor(NEWT_COLORSET_LISTBOX, text, background);

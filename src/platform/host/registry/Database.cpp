@@ -45,8 +45,7 @@ void Query::Bind(int place, const std::u16string& text) {
 
 void Query::Bind(int place, const TypedBytes& value) {
     std::string bytes(value.bytes);
-    const bool isText =
-        !bytes.empty() && (value.type == RegSz || value.type == RegExpandSz || value.type == RegMultiSz);
+    const bool isText = !bytes.empty() && (value.type == RegSz || value.type == RegExpandSz);
     if (isText && bytes.back() != '\0') {
         bytes += '\0';
     }
