@@ -51,20 +51,21 @@ void FailedInTurn(const Operation& operation) {
     for (const Effect& effect : operation.effects) {
         CHECK(std::ranges::all_of(effect.calls, [&](Seam call) { return all.at(call) > start[call]; }));
     }
-    for (const auto& [call, count] : all) {
+    for (const auto& counted : all) {
+        const Seam call = counted.first;
         std::vector<Effect> right;
         std::ranges::copy_if(operation.effects, std::back_inserter(right),
                              [&](const Effect& effect) { return std::ranges::count(effect.calls, call) > 0; });
         if (right.empty()) {
             right = {success};
         }
-        for (const auto& [result, description] : FailuresOf(call)) {
-            for (int occurrence = start[call] + 1; occurrence <= count; ++occurrence) {
-                INFO("call ", static_cast<std::size_t>(call), ", result ", result, ", occurrence ", occurrence);
+        for (const auto& failure : FailuresOf(call)) {
+            for (int occurrence = start[call] + 1; occurrence <= counted.second; ++occurrence) {
+                INFO("call ", static_cast<std::size_t>(call), ", result ", failure.first, ", occurrence ", occurrence);
                 machine.Reset();
-                const Outcome outcome = machine.Session(input, {call, occurrence, result});
+                const Outcome outcome = machine.Session(input, {call, occurrence, failure.first});
                 const bool isRight =
-                    std::ranges::any_of(right, [&](const Effect& each) { return Fits(each, outcome, description); });
+                    std::ranges::any_of(right, [&](const Effect& each) { return Fits(each, outcome, failure.second); });
                 CHECK_MESSAGE(isRight, outcome.told, "\n", outcome.left);
                 CHECK(Fits(success, machine.Session(input), {}));
             }

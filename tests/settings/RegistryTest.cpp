@@ -98,7 +98,7 @@ TEST_CASE_FIXTURE(RegistryOnKey, "Subkeys and values are enumerated to their end
     RawValueSet(User, RawKey, "a", RawText(std::string(255, 'x')));
     RawValueSet(User, RawKey, "b", RawNumber(1));
     RawValueSet(User, RawKey, "B", RawText(std::string(254, 'x')));
-    for (const std::string key : {"beta", "_x", "Alpha", "\xE4", "BETA", "\xC4"}) {
+    for (const std::string key : {"beta", "\xE4", "Alpha", "BETA", "\xC4"}) {
         RawValueSet(User, RawKey + "\\" + key, "x", RawNumber(1));
     }
     registry.KeyOpenCurrentUser(Key);
@@ -109,7 +109,7 @@ TEST_CASE_FIXTURE(RegistryOnKey, "Subkeys and values are enumerated to their end
     for (registry.SubKeyFirst(); !registry.EOF_SubKey(); registry.SubKeyNext()) {
         keys.push_back(registry.SubKey());
     }
-    CHECK(keys == std::vector<Text>{u"Alpha", u"beta", u"_x", u"ä"});
+    CHECK(keys == std::vector<Text>{u"Alpha", u"beta", u"ä"});
     CHECK(registry.SubKey().empty());
     registry.ValueNameFirst();
     CHECK(registry.ValueName().empty());
