@@ -4,28 +4,24 @@
 
 namespace platform {
 
-namespace {
-
-// UTF-8 as the system's code page has every character, and the conversion takes no substitute then.
-int AnsiConverted(const std::u16string& text, char* bytes, int size) {
-    const bool hasAll = ::GetACP() == CP_UTF8;
-    return ::WideCharToMultiByte(CP_ACP, hasAll ? 0 : WC_NO_BEST_FIT_CHARS, windows::Wide(text),
-                                 static_cast<int>(text.size()), bytes, size, hasAll ? nullptr : "?", nullptr);
-}
-
-}  // namespace
-
+// UTF-8 as the system's code page has every character, and the conversion takes no substitute then. It needs most:
+// three bytes for a unit of UTF-16.
 std::string AnsiFromText(const std::u16string& text) {
-    std::string bytes(static_cast<std::size_t>(AnsiConverted(text, nullptr, 0)), '\0');
-    AnsiConverted(text, bytes.data(), static_cast<int>(bytes.size()));
+    const bool hasAll = ::GetACP() == CP_UTF8;
+    std::string bytes(text.size() * 3, '\0');
+    const int size = ::WideCharToMultiByte(CP_ACP, hasAll ? 0 : WC_NO_BEST_FIT_CHARS, windows::Wide(text),
+                                           static_cast<int>(text.size()), bytes.data(), static_cast<int>(bytes.size()),
+                                           hasAll ? nullptr : "?", nullptr);
+    bytes.resize(static_cast<std::size_t>(size));
     return bytes;
 }
 
+// No character has more units than bytes.
 std::u16string TextFromAnsi(const std::string& bytes) {
     const int byteCount = static_cast<int>(bytes.size());
-    const int length = ::MultiByteToWideChar(CP_ACP, 0, bytes.data(), byteCount, nullptr, 0);
-    std::u16string text(static_cast<std::size_t>(length), u'\0');
-    ::MultiByteToWideChar(CP_ACP, 0, bytes.data(), byteCount, windows::Wide(text), length);
+    std::u16string text(bytes.size(), u'\0');
+    const int length = ::MultiByteToWideChar(CP_ACP, 0, bytes.data(), byteCount, windows::Wide(text), byteCount);
+    text.resize(static_cast<std::size_t>(length));
     return text;
 }
 
