@@ -198,9 +198,7 @@ TEST_CASE("The editor and the installer are started as told, and the installer i
     }
 }
 
-TEST_CASE(
-    "The windows are laid out and explained as told; the check's follows its size, the other one goes into the task "
-    "bar") {
+TEST_CASE("The windows are laid out and explained as told, and the check's follows its size") {
     FaultMachine machine;
     machine.Session("Fertig\n");
     CHECK(
