@@ -6,8 +6,8 @@ set(calls
   RegSetValueExA
   CreateFileA ReadFile WriteFile FlushFileBuffers MoveFileExA ReplaceFileA DateLastModified
   RegCloseKey CloseHandle FindNormalFile OpenProcess GetFileVersionInfoSizeA GetFileVersionInfoA VerQueryValueA
-  CreateObject CallTextFunction StatusText ClipboardClear ClipboardSet MessageBoxW DoEvents
-  ShellExecuteA StartCommandLine WaitForSingleObject
+  CreateObject StatusText ClipboardClear ClipboardSet MessageBoxW DoEvents
+  ShellExecuteA CallTextFunction StartCommandLine WaitForSingleObject
   WindowCreate ControlPlace ControlColours ControlVisible ControlToolTip LockWindowUpdate ShowWindow SetWindowLongA)
 execute_process(COMMAND ${NM} --defined-only ${LIBRARY} OUTPUT_VARIABLE symbols ERROR_QUIET COMMAND_ERROR_IS_FATAL ANY)
 set(header "#define SEAM_CALLS(Use)")
