@@ -52,6 +52,9 @@ std::string FindNormalFile(const std::string& path);
 // True for a file of any attributes; false for a folder.
 bool FileExists(const std::string& path);
 
+// True when both paths lead to one file or folder, by whatever names; false where one of them is missing.
+bool IsSameFile(const std::string& path, const std::string& other);
+
 // The time of the file's last change as a local date value (days since 30 December 1899): 2 or 3 when it is missing or
 // a folder.
 Status DateLastModified(const std::string& path, double& date);

@@ -1,10 +1,8 @@
 #include "rollout/Rollout.h"
 
 #include <cstddef>
-#include <filesystem>
 #include <optional>
 #include <string>
-#include <system_error>
 
 #include "common/Error.h"
 #include "common/TextFile.h"
@@ -49,13 +47,6 @@ Text CountText(const CheckedTable& table) {
     return DecimalText(static_cast<std::int32_t>(table.Entries().size()));
 }
 
-// Paths of a machine that is kept in a folder say nothing to the library, but are the same when they are spelled alike.
-bool IsSameFile(const Text& path, const Text& other) {
-    std::error_code error;
-    return platform::CharUpperW(path) == platform::CharUpperW(other) ||
-           std::filesystem::equivalent(std::filesystem::path(path), std::filesystem::path(other), error);
-}
-
 void WriteTarget(const ControlFileCheck& check, const Text& controlFile, const Text& target, bool isXml) {
     WriteBytes(target,
                isXml ? PreferencesFileOf(check.Main(), check.Reporting(), LastChange(controlFile))
@@ -68,7 +59,7 @@ void WriteTarget(const ControlFileCheck& check, const Text& controlFile, const T
 RolloutResult RunRollout(const std::vector<Text>& arguments) {
     const Text target = arguments.size() == 2 ? arguments[1] : Text();
     const Text ending = platform::CharUpperW(target.substr(target.size() < 4 ? 0 : target.size() - 4));
-    if (arguments.empty() || arguments.size() > 2 ||
+    if (arguments.empty() || arguments.size() > 2 || arguments[0].starts_with(u'-') || arguments[0] == u"/?" ||
         (arguments.size() == 2 && ending != u".REG" && ending != u".XML")) {
         return TellFailure(Text(Usage));
     }
@@ -81,7 +72,7 @@ RolloutResult RunRollout(const std::vector<Text>& arguments) {
     if (unreadable) {
         return TellFailure(controlFile + u": " + unreadable->description + u". Es wurde nichts geschrieben.");
     }
-    if (!target.empty() && IsSameFile(controlFile, target)) {
+    if (!target.empty() && platform::IsSameFile(platform::AnsiFromText(controlFile), platform::AnsiFromText(target))) {
         return TellFailure(target + u": Das Ziel ist die Steuerungs-Datei. Es wurde nichts geschrieben.");
     }
     if (!target.empty()) {

@@ -143,7 +143,7 @@ TEST_CASE_FIXTURE(TestMachine, "A target is written whole or not at all, and nev
     // The control file by its name on the machine, and by another one.
     FileContent(ControlFile() + ".reg", good);
     const Text name = platform::TextFromAnsi(ControlFile() + ".reg");
-    CHECK(RunRollout({name, name}) == RolloutResult::NothingWritten);
+    CHECK(RunRollout({name, target}) == RolloutResult::NothingWritten);
     CHECK(RunRollout({target, folder + u"./vtv4v.txt.reg"}) == RolloutResult::NothingWritten);
     CHECK(FileContent(ControlFile() + ".reg") == good);
 }

@@ -1,5 +1,9 @@
 #include "platform/FileCalls.h"
 
+#include <filesystem>
+#include <system_error>
+
+#include "platform/Regional.h"
 #include "platform/windows/DateValue.h"
 #include "platform/windows/Win32.h"
 
@@ -97,6 +101,11 @@ std::string FindNormalFile(const std::string& path) {
 bool FileExists(const std::string& path) {
     const DWORD attributes = ::GetFileAttributesA(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+bool IsSameFile(const std::string& path, const std::string& other) {
+    std::error_code error;
+    return std::filesystem::equivalent(TextFromAnsi(path), TextFromAnsi(other), error);
 }
 
 Status DateLastModified(const std::string& path, double& date) {

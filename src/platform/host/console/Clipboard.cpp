@@ -1,11 +1,9 @@
 #include "platform/host/console/Clipboard.h"
 
-#include <cstdio>
 #include <fstream>
 #include <string>
 #include <system_error>
 
-#include "platform/Process.h"
 #include "platform/Regional.h"
 #include "platform/WindowSystem.h"
 #include "platform/host/Machine.h"
@@ -21,17 +19,10 @@ std::filesystem::path File() {
     return host::MachineFolder() / "clipboard.txt";
 }
 
-// The text takes the place of the earlier one whole or not at all.
 bool ClipboardWrite(const std::string& bytes) {
-    const std::filesystem::path beside = File().native() + '.' + std::to_string(GetCurrentProcessId()) + ".tmp";
     std::error_code failure;  // told by the write
-    std::filesystem::create_directories(beside.parent_path(), failure);
-    const bool isWritten = (std::ofstream(beside, std::ios::binary) << bytes << std::flush).good();
-    if (isWritten && std::rename(beside.c_str(), File().c_str()) == 0) {
-        return true;
-    }
-    std::filesystem::remove(beside, failure);
-    return false;
+    std::filesystem::create_directories(File().parent_path(), failure);
+    return (std::ofstream(File(), std::ios::binary) << bytes << std::flush).good();
 }
 
 }  // namespace

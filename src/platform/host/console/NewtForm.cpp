@@ -95,6 +95,7 @@ NewtForm::NewtForm(const Dialog& dialog, std::optional<std::size_t> focus)
     const std::string keys = buttons_.empty() ? " Pfeile, Bild auf/ab Blättern" : " Tab Wählen  Enter Drücken";
     const std::string more = buttons_.empty() || !roomy_ ? "" : "  Ziffer, Anfangsbuchstabe Sofort";
     newtPushHelpLine((keys + (dialog.isBox ? "  Esc Zurück" : "  Esc Ende") + more).c_str());
+    newtDrawForm(form_);
 }
 
 NewtForm::~NewtForm() {
@@ -114,8 +115,14 @@ NewtInput NewtForm::Run() {
     if (end.reason == newtExitStruct::NEWT_EXIT_ERROR) {
         return {NEWT_KEY_ERROR};
     }
-    return end.reason == newtExitStruct::NEWT_EXIT_COMPONENT ? NewtInput{0, Focus()}
-                                                             : NewtInput{end.u.key, PressedBy(end.u.key)};
+    const NewtInput input = end.reason == newtExitStruct::NEWT_EXIT_COMPONENT
+                                ? NewtInput{0, Focus()}
+                                : NewtInput{end.u.key, PressedBy(end.u.key)};
+    if (input.pressed) {
+        newtFormSetCurrent(form_, controls_[*input.pressed]);
+        ShowExplanation();
+    }
+    return input;
 }
 
 // The screen may have changed while nobody watched it.
@@ -167,14 +174,13 @@ newtComponent NewtForm::NewLabel(const DialogControl& label, int rows) const {
     return box;
 }
 
-// A label that fills the window up to these rows. The line of its first failure is marked, in the middle: the list
-// scrolls no further than a mark needs, so that one half the rows below it is set first.
+// A label that fills the window up to these rows. The line of its first failure is marked, and scrolled to the middle.
 newtComponent NewtForm::NewReport(const DialogControl& label, int rows) const {
     const int columns = columns_ - 4;  // frame and margin on both sides
     char* const background = ColourName(ColourNumber(label.background.value_or(0)));
     char* const text = ColourName(ColourNumber(label.text.value_or(0)));
     newtSetColor(NEWT_COLORSET_LISTBOX, text, background);
-    newtSetColor(NEWT_COLORSET_ACTLISTBOX, background, text);
+    newtSetColor(NEWT_COLORSET_ACTSELLISTBOX, background, text);
     const newtComponent box = newtListbox(-1, -1, rows, NEWT_FLAG_SCROLL);
     const std::vector<std::string> lines = Wrapped(label.design.caption, columns - 3);
     for (const std::string& line : lines) {
@@ -257,7 +263,7 @@ void NewtForm::OpenWindow() {
 }
 
 void NewtForm::AddKeys() {
-    for (const int key : {int{NEWT_KEY_ESCAPE}, NEWT_KEY_RESIZE, KeyInterrupt, KeyRedraw}) {
+    for (const int key : {int{NEWT_KEY_ESCAPE}, NEWT_KEY_RESIZE, KeyInterrupt}) {
         newtFormAddHotKey(form_, key);
     }
     for (int key = ' ' + 1; key < 0x7F; ++key) {

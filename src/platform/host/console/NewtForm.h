@@ -12,7 +12,6 @@
 namespace platform::host {
 
 constexpr int KeyInterrupt = 3;  // Ctrl-C
-constexpr int KeyRedraw = 12;    // Ctrl-L
 
 // A key that the form does not know what to do with, or the control whose button was pressed.
 struct NewtInput {

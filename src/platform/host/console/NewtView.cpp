@@ -38,7 +38,8 @@ void Suspended(void* /*unused*/) {
         kill(0, SIGTTIN);
     }
     NewtResume();
-    SLang_ungetkey(KeyRedraw);
+    std::raise(SIGWINCH);
+    SLang_ungetkey(1);  // Ctrl-A, of no meaning: newt looks for a new size once a key has come
 }
 
 void ScreenBegin() {
@@ -130,7 +131,6 @@ private:
             case NEWT_KEY_ESCAPE:
                 return IsLoneEscape() ? std::optional(Act{Act::Kind::Close}) : std::nullopt;
             case NEWT_KEY_RESIZE:
-            case KeyRedraw:
                 AllRedraw();
                 return dialog_.sizable ? std::optional(Act{Act::Kind::Resize}) : std::nullopt;
             default:  // the terminal is gone

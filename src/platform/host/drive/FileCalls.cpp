@@ -160,6 +160,11 @@ bool FileExists(const std::string& path) {
     return host::FindPlace(path).IsFile();
 }
 
+bool IsSameFile(const std::string& path, const std::string& other) {
+    std::error_code error;
+    return std::filesystem::equivalent(host::FindPlace(path).path, host::FindPlace(other).path, error);
+}
+
 Status DateLastModified(const std::string& path, double& date) {
     const host::DrivePlace place = host::FindPlace(path);
     if (!place.IsFile()) {
