@@ -5,7 +5,6 @@
 // A file or a process of the system, closed with its owner.
 class OwnedHandle {
 public:
-    OwnedHandle() = default;
     explicit OwnedHandle(platform::Handle handle) : handle_(handle) {}
     ~OwnedHandle() { Close(); }
     OwnedHandle(const OwnedHandle&) = delete;
@@ -15,5 +14,5 @@ public:
     void Close() noexcept;
 
 private:
-    platform::Handle handle_ = 0;
+    platform::Handle handle_;
 };
