@@ -49,6 +49,7 @@ TEST_CASE_FIXTURE(RegistryOnKey, "Each operation asks for its right, and each wa
     } const operations[] = {{9, [&] { registry.SubKeyFirst(); }},       {9, [&] { registry.ValueNameFirst(); }},
                             {5, [&] { registry.SubKeyCreate(u"a"); }},  {5, [&] { registry.SubKeyDelete(u"a"); }},
                             {3, [&] { registry.ValueNameDelete({}); }}, {3, [&] { registry.Value(u"v", Null{}); }}};
+    CHECK(registry.hKey() == 0);
     CHECK_FALSE(registry.EOF_SubKey());
     CHECK_FALSE(registry.EOF_ValueName());
     for (const auto& each : operations) {
