@@ -141,6 +141,7 @@ TEST_CASE("A full disk leaves the earlier file, a refused deletion is silent, an
     CHECK(machine.Left() == before);
     CHECK(machine.Session("OK\n", {Seam::RegSetValueExA, 1, 5})
               .told.starts_with(u"48 Kann Versions-Einstellungen nicht laden:\r\nSoftware\\Vandrel\\Tallora\\V4\r\n"));
+    CHECK(machine.Session("Demo\nFertig\n").left.ends_with(";[End];"));
 }
 
 TEST_CASE("A click or a close in the middle of an import leaves it whole, and nothing else runs") {
