@@ -93,6 +93,7 @@ TEST_CASE_FIXTURE(RegistryOnKey, "A missing key is refused, or forced into being
     CHECK(registry.AccessMode() == 5);
     registry.Value(u"n", std::int32_t{7});
     CHECK(RawValue(User, RawKey + "\\a\\b", "n") == RawNumber(7));
+    RawValueSet(User, RawKey + "\\a\\b\\c", "", RawNumber(1));  // refused below a key that does not stay
 }
 
 TEST_CASE_FIXTURE(RegistryOnKey, "Subkeys and values are enumerated to their end, and a value too long stops it once") {
