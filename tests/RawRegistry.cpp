@@ -45,7 +45,8 @@ std::optional<RawData> RawValue(Handle root, const std::string& key, const std::
 
 bool RawKeyExists(Handle root, const std::string& key) {
     const Handle handle = Opened(root, key);
-    return RegCloseKey(handle) == StatusSuccess;
+    RegCloseKey(handle);
+    return handle != 0;
 }
 
 std::vector<std::string> RawValueNames(Handle root, const std::string& key) {
