@@ -40,8 +40,8 @@ public:
     void KeyClose() noexcept;
 
     // Open the key `szKey` below a root, the empty text for the root itself. With `force` a missing key is created with
-    // all its levels, or raises as SubKeyCreate does. Any other failure closes and resets the object and is described
-    // "Key not opened: " and the path.
+    // all its levels; when that is refused, SubKeyCreate's error is raised. Any other failure closes and resets the
+    // object and is described "Key not opened: " and the path.
     void KeyOpenLocalMachine(const Text& szKey, bool force = false);
     void KeyOpenCurrentUser(const Text& szKey, bool force = false);
     void KeyOpenClassesRoot(const Text& szKey, bool force = false);
