@@ -7,7 +7,8 @@ if(PANDOC)
   file(GLOB manual_pictures CONFIGURE_DEPENDS docs/*.png)
   add_custom_command(OUTPUT handbuch.html
     COMMAND ${PANDOC} --from gfm --to html5 --standalone --self-contained --css ${CMAKE_SOURCE_DIR}/package/handbuch.css
-      --metadata lang=de --metadata pagetitle=Handbuch --output ${CMAKE_CURRENT_BINARY_DIR}/handbuch.html handbuch.md
+      --metadata lang=de --metadata "pagetitle=Version Controller ${PROJECT_VERSION}: Handbuch"
+      --output ${CMAKE_CURRENT_BINARY_DIR}/handbuch.html handbuch.md
     WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}/docs
     DEPENDS docs/handbuch.md package/handbuch.css ${manual_pictures}
     VERBATIM)
