@@ -1,16 +1,16 @@
 #!/usr/bin/env python3
-"""Draws the program's two icons: 32 by 32 dots, the window's in 16 colours and the check's in 256.
+"""Draws the programs' icons, 32 by 32 pixels each: the main window's and vtv4v-reg's in 16 colours, the check's in 256.
 
-usage: icons.py FOLDER
+usage: tools/icons.py src/platform/windows
 """
 import struct
 import sys
 from pathlib import Path
 
 SIZE = 32
-CLEAR = None
+CLEAR = None  # a transparent pixel
 
-# The sixteen colours that every display has.
+# The standard 16-colour palette.
 BLACK, MAROON, GREEN, OLIVE, NAVY, PURPLE, TEAL, SILVER, GREY, RED, LIME, YELLOW, BLUE, FUCHSIA, AQUA, WHITE = range(16)
 PALETTE_16 = [(0, 0, 0), (128, 0, 0), (0, 128, 0), (128, 128, 0), (0, 0, 128), (128, 0, 128), (0, 128, 128),
               (192, 192, 192), (128, 128, 128), (255, 0, 0), (0, 255, 0), (255, 255, 0), (0, 0, 255), (255, 0, 255),
@@ -18,38 +18,48 @@ PALETTE_16 = [(0, 0, 0), (128, 0, 0), (0, 128, 0), (128, 128, 0), (0, 0, 128), (
 
 
 def ico(picture, palette, bits):
-    """One picture of palette indexes (CLEAR shows what is behind) as the bytes of an icon file."""
+    """Returns the content of an icon file. `picture` is a list of rows of palette indexes or CLEAR."""
     per_byte = 8 // bits
     colours = b"".join(struct.pack("<BBBB", b, g, r, 0) for r, g, b in palette)
     colours = colours.ljust(4 << bits, b"\0")
-    dots, mask = bytearray(), bytearray()
+    pixels, mask = bytearray(), bytearray()
     for row in reversed(picture):
         for start in range(0, SIZE, per_byte):
             byte = 0
             for index in row[start:start + per_byte]:
                 byte = byte << bits | (index or 0)
-            dots.append(byte)
+            pixels.append(byte)
         mask += int("".join("1" if index is CLEAR else "0" for index in row), 2).to_bytes(SIZE // 8, "big")
-    header = struct.pack("<IiiHHIIiiII", 40, SIZE, 2 * SIZE, 1, bits, 0, len(dots) + len(mask), 0, 0, 0, 0)
-    image = header + colours + dots + mask
+    header = struct.pack("<IiiHHIIiiII", 40, SIZE, 2 * SIZE, 1, bits, 0, len(pixels) + len(mask), 0, 0, 0, 0)
+    image = header + colours + pixels + mask
     entry = struct.pack("<BBBBHHII", SIZE, SIZE, (1 << bits) & 0xFF, 0, 1, bits, len(image), 22)
     return struct.pack("<HHH", 0, 1, 1) + entry + image
 
 
-def window_icon():
-    """A control sheet: three settings, each with its slider at a place of its own."""
-    picture = [[CLEAR] * SIZE for _ in range(SIZE)]
+class Canvas:
+    """An icon in the 16 colours, on which rectangles are filled."""
 
-    def fill(left, top, right, bottom, colour):
+    def __init__(self):
+        self.picture = [[CLEAR] * SIZE for _ in range(SIZE)]
+
+    def fill(self, left, top, right, bottom, colour):
         for y in range(top, bottom + 1):
             for x in range(left, right + 1):
-                picture[y][x] = colour
+                self.picture[y][x] = colour
 
+    def icon(self):
+        return ico(self.picture, PALETTE_16, 4)
+
+
+def window_icon():
+    """Draws a sheet with three sliders, each in a different position."""
+    canvas = Canvas()
+    fill = canvas.fill
     fill(5, 4, 28, 30, GREY)      # shadow
     fill(3, 1, 26, 28, BLACK)     # outline
     fill(4, 2, 25, 27, WHITE)     # sheet
-    fill(4, 2, 25, 6, NAVY)       # head
-    for x in (6, 9, 12, 15):      # its writing
+    fill(4, 2, 25, 6, NAVY)       # title bar
+    for x in (6, 9, 12, 15):      # title
         fill(x, 4, x + 1, 4, WHITE)
     for top, knob, dark, light in ((10, 8, MAROON, RED), (16, 17, OLIVE, YELLOW), (22, 13, GREEN, LIME)):
         fill(7, top + 1, 22, top + 2, SILVER)
@@ -58,11 +68,37 @@ def window_icon():
         fill(knob + 1, top, knob + 3, top + 3, light)
         fill(knob + 3, top, knob + 3, top + 3, dark)
         fill(knob + 1, top + 3, knob + 3, top + 3, dark)
-    return ico(picture, PALETTE_16, 4)
+    return canvas.icon()
+
+
+def rollout_icon():
+    """Draws a sheet of settings, with arrows to three computers."""
+    canvas = Canvas()
+    fill = canvas.fill
+    fill(2, 6, 14, 27, GREY)      # shadow
+    fill(0, 4, 12, 25, BLACK)     # outline
+    fill(1, 5, 11, 24, WHITE)     # sheet
+    fill(1, 5, 11, 8, NAVY)       # title bar
+    fill(3, 6, 6, 7, WHITE)       # title
+    for top, colour in ((11, RED), (15, OLIVE), (19, GREEN)):
+        fill(3, top, 4, top + 1, colour)
+        fill(6, top, 9, top + 1, SILVER)
+    for top in (1, 12, 23):
+        fill(23, top, 31, top + 6, BLACK)          # screen
+        fill(24, top + 1, 30, top + 5, TEAL)
+        fill(24, top + 1, 26, top + 1, AQUA)
+        fill(25, top + 7, 29, top + 7, GREY)       # foot
+    fill(14, 15, 19, 15, BLUE)                     # arrows: a line that branches
+    fill(17, 4, 17, 26, BLUE)
+    for row in (4, 15, 26):
+        fill(17, row, 21, row, BLUE)
+        fill(19, row - 2, 19, row + 2, BLUE)
+        fill(20, row - 1, 20, row + 1, BLUE)
+    return canvas.icon()
 
 
 def check_icon():
-    """A test report on its board, with a mark: half green, half red."""
+    """Draws a report on a clipboard, with a check mark in a circle that is half green and half red."""
     samples = 8
 
     def colour(x, y):
@@ -82,7 +118,7 @@ def check_icon():
         if inside(10, 0.5, 20, 6, 2.2):                       # clip
             return (150, 156, 168) if inside(11, 1.5, 19, 5, 1.5) else (84, 90, 102)
         distance = ((x - 22.5) ** 2 + (y - 22.5) ** 2) ** 0.5
-        if distance <= 8.6:                                   # mark
+        if distance <= 8.6:                                   # circle with the check mark
             if near([(18.2, 22.8), (21.3, 26), (27, 19.2)], 1.35):
                 return (255, 255, 255)
             light = 1 - 0.35 * (y - 14) / 17
@@ -105,11 +141,11 @@ def check_icon():
         for column in range(SIZE):
             seen = [colour(column + (i + 0.5) / samples, row + (j + 0.5) / samples)
                     for i in range(samples) for j in range(samples)]
-            seen = [dot for dot in seen if dot is not CLEAR]
+            seen = [pixel for pixel in seen if pixel is not CLEAR]
             if len(seen) * 2 < samples * samples:
                 line.append(CLEAR)
                 continue
-            mean = tuple(sum(dot[part] for dot in seen) // len(seen) // 12 * 12 for part in range(3))
+            mean = tuple(sum(pixel[part] for pixel in seen) // len(seen) // 12 * 12 for part in range(3))
             if mean not in palette:
                 palette.append(mean)
             line.append(palette.index(mean))
@@ -122,4 +158,5 @@ if __name__ == "__main__":
         sys.exit(__doc__)
     folder = Path(sys.argv[1])
     (folder / "vtv4v.ico").write_bytes(window_icon())
+    (folder / "vtv4v-reg.ico").write_bytes(rollout_icon())
     (folder / "check.ico").write_bytes(check_icon())

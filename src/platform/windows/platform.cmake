@@ -1,12 +1,18 @@
-# Import libraries of Windows alone. Compiler and standard library go into the program, so that one file is all of it.
+# Only import libraries of Windows. The compiler's run-time and the standard library are linked statically, so that a
+# program is a single file.
 enable_language(RC)
 target_link_libraries(vtv4v_system PUBLIC advapi32 comctl32 gdi32 ole32 oleaut32 shell32 user32 uuid)
 
-configure_file(src/platform/windows/vtv4v.manifest.in generated/platform/windows/vtv4v.manifest @ONLY)
+# program_manifest(PROGRAM NAME DESCRIPTION)
+function(program_manifest PROGRAM MANIFEST_NAME MANIFEST_DESCRIPTION)
+  configure_file(src/platform/windows/program.manifest.in generated/platform/windows/${PROGRAM}.manifest @ONLY)
+endfunction()
+program_manifest(vtv4v Vandrel.Tallora.VersionController "${PROJECT_DESCRIPTION}")
+program_manifest(vtv4v-reg Vandrel.Tallora.VersionRollout "${VTV4V_REG_DESCRIPTION}")
 set(VTV4V_RESOURCES ${CMAKE_SOURCE_DIR}/src/platform/windows/vtv4v.rc)
 set(VTV4V_REG_RESOURCES ${CMAKE_SOURCE_DIR}/src/platform/windows/vtv4v-reg.rc)
 
-# No program tells in which folder it was built.
+# -ffile-prefix-map keeps the build folder's path out of the programs.
 target_compile_options(vtv4v_system PUBLIC $<$<COMPILE_LANGUAGE:CXX>:-fstack-protector-strong -ffunction-sections
   -fdata-sections -ffile-prefix-map=${PROJECT_SOURCE_DIR}/=>)
 target_link_options(vtv4v_system PUBLIC -static -s -fstack-protector-strong
