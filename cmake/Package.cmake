@@ -1,13 +1,13 @@
-# What an administrator is handed: a folder with the programs and the manual, and the archive of it (`cpack`). ./release
-# gives the one time that the archive tells.
+# The release archive: the programs, the manual and the licences. Built by ./release.
 
-# The manual as one file with its pictures inside. Its links are those of GitHub's Markdown.
+# The manual as a single HTML file, pictures included. `gfm` generates GitHub's section anchors, which the manual links to.
 find_program(PANDOC pandoc)
 if(PANDOC)
   file(GLOB manual_pictures CONFIGURE_DEPENDS docs/*.png)
   add_custom_command(OUTPUT handbuch.html
-    COMMAND ${PANDOC} --from gfm --to html5 --standalone --self-contained --css ${CMAKE_SOURCE_DIR}/package/handbuch.css
-      --metadata lang=de --metadata "pagetitle=Version Controller ${PROJECT_VERSION}: Handbuch"
+    COMMAND ${PANDOC} --from gfm --to html5 --standalone --self-contained --eol crlf
+      --css ${CMAKE_SOURCE_DIR}/package/handbuch.css --metadata lang=de
+      --metadata "pagetitle=Version Controller ${PROJECT_VERSION}: Handbuch"
       --output ${CMAKE_CURRENT_BINARY_DIR}/handbuch.html handbuch.md
     WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}/docs
     DEPENDS docs/handbuch.md package/handbuch.css ${manual_pictures}
@@ -15,25 +15,29 @@ if(PANDOC)
   add_custom_target(manual DEPENDS handbuch.html)
 endif()
 
+# Text files have CR LF line ends, and names that a double click opens.
 configure_file(package/BUILD.txt.in BUILD.txt @ONLY NEWLINE_STYLE WIN32)
-set(packaged package/vtv4v-master.cmd ${CMAKE_CURRENT_BINARY_DIR}/handbuch.html LICENSE package/THIRD-PARTY.txt
-  ${CMAKE_CURRENT_BINARY_DIR}/BUILD.txt)
+configure_file(package/THIRD-PARTY.txt THIRD-PARTY.txt @ONLY NEWLINE_STYLE WIN32)
+configure_file(LICENSE LICENSE.txt @ONLY NEWLINE_STYLE WIN32)
 install(TARGETS vtv4v vtv4v-reg RUNTIME DESTINATION .)
-install(FILES ${packaged} DESTINATION .)
+install(FILES package/vtv4v-master.cmd DESTINATION .)
+foreach(file BUILD.txt LICENSE.txt THIRD-PARTY.txt handbuch.html)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${file} DESTINATION .)
+endforeach()
 install(CODE [[
   file(GLOB files RELATIVE ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_PREFIX}/*)
-  list(REMOVE_ITEM files SHA256SUMS)
+  list(REMOVE_ITEM files SHA256SUMS.txt)
   set(sums "")
   foreach(name IN LISTS files)
     file(SHA256 ${CMAKE_INSTALL_PREFIX}/${name} sum)
-    string(APPEND sums "${sum}  ${name}\n")
+    string(APPEND sums "${sum}  ${name}\r\n")
   endforeach()
-  file(WRITE ${CMAKE_INSTALL_PREFIX}/SHA256SUMS "${sums}")
+  file(WRITE ${CMAKE_INSTALL_PREFIX}/SHA256SUMS.txt "${sums}")
 ]])
 
-# Only what is packed is built for it.
+# Installs without building every target first.
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
-# CPack's own archives hold the files in the order of the disk and tell who made them; ours are the same everywhere.
+# CPack's own generators keep the order and the owner of the files on disk, so that archives of the same commit differ.
 set(CPACK_GENERATOR External)
 set(CPACK_EXTERNAL_ENABLE_STAGING ON)
 set(CPACK_EXTERNAL_PACKAGE_SCRIPT ${CMAKE_SOURCE_DIR}/cmake/Archive.cmake)
