@@ -1,25 +1,25 @@
-# Sourced by ./release on --proof: the archive with which anybody who has a Windows can prove the program on it. Expects
-# SOURCE_DATE_EPOCH, VTV4V_COMMIT, and the tree's root as the working folder.
+# Sourced by `./release --proof`, in the root of the tree. Expects SOURCE_DATE_EPOCH and VTV4V_COMMIT.
 
 # proof_archive
-# Makes build/vtv4v-proof-VERSION.zip: the unit tests, the window driver and the program in 32 and 64 bits, and proof.cmd,
-# which runs them. The same commit gives the same file.
+# Builds build/vtv4v-proof-VERSION.zip, with which anyone can test the program on a real Windows: the unit tests, the
+# window driver and the program in 32 and 64 bits, proof.cmd, which runs them, and the licences.
 proof_archive() {
-    local preset version name
+    local preset folder
     for preset in win32 win64; do
         quietly cmake --preset "$preset" --fresh -DBUILD_TESTING=ON -DVTV4V_COMMIT="$VTV4V_COMMIT"
         quietly cmake --build --preset "$preset" --target vtv4v vtv4v_tests vtv4v_driver
     done
-    version=$(sed -n 's/^CMAKE_PROJECT_VERSION:STATIC=//p' build/win32/CMakeCache.txt)
-    name=vtv4v-proof-$version
-    rm -rf "build/$name"
+    folder=build/vtv4v-proof-$(cached CMAKE_PROJECT_VERSION)
+    rm -rf "$folder"
     for preset in win32 win64; do
-        mkdir -p "build/$name/$preset/tests"
-        cp "build/$preset/vtv4v.exe" "build/$name/$preset"
-        cp "build/$preset/tests/vtv4v_tests.exe" "build/$preset/tests/vtv4v_driver.exe" "build/$name/$preset/tests"
+        mkdir -p "$folder/$preset/tests"
+        cp "build/$preset/vtv4v.exe" "$folder/$preset"
+        cp "build/$preset/tests/vtv4v_tests.exe" "build/$preset/tests/vtv4v_driver.exe" "$folder/$preset/tests"
     done
-    sed 's/$/\r/' tests/windows/proof.cmd >"build/$name/proof.cmd"
-    tools/archive "build/$name" "$name"
-    rm -rf "build/${name:?}"
-    echo "build/$name.zip"
+    sed 's/$/\r/' tests/windows/proof.cmd >"$folder/proof.cmd"
+    cp build/win32/{BUILD,LICENSE,THIRD-PARTY}.txt "$folder"
+    sed 's/$/\r/' package/DOCTEST-LICENSE.txt >"$folder/DOCTEST-LICENSE.txt"
+    tools/archive "$folder" "${folder#build/}"
+    rm -rf "$folder"
+    echo "$folder.zip"
 }

@@ -1,7 +1,8 @@
 @echo off
-rem Runs the tests that lie beside this file on this Windows, and leaves proof.txt: what machine it is, each case with
-rem its time, behind what failed in it, and in the last line whether all passed. They change nothing on the machine but
-rem the clipboard, and need no administrator. Run it where nothing of the suite is installed.
+rem Runs the tests in the folders next to this file, and writes proof.txt: the program's version and commit, the Windows
+rem version and settings, each test case with its time and its failures, and in the last line whether all tests passed.
+rem The tests change only the clipboard and need no administrator rights. Run this file on a machine without any of the
+rem suite's components.
 setlocal
 cd /d "%~dp0"
 set failed=
@@ -12,7 +13,8 @@ set runs32=
 if "%native%"=="x86" set runs32=yes
 if exist "%SystemRoot%\SysWOW64\kernel32.dll" set runs32=yes
 
-ver >proof.txt
+type BUILD.txt >proof.txt
+>>proof.txt ver
 >>proof.txt echo %native%
 call :note reg query "HKLM\SOFTWARE\Microsoft\Windows NT\CurrentVersion" /v ProductName
 call :note reg query "HKLM\SYSTEM\CurrentControlSet\Control\Nls\CodePage" /v ACP
