@@ -83,35 +83,16 @@ std::string FolderPath(SuiteFolder suiteFolder) {
     return (set.empty() ? folder.usual : set) + folder.below;
 }
 
-// Where the file is or would be on the host's disk. Its folders are made level by level, because one that is there may
-// be spelled in other letter case.
-platform::host::DrivePlace MakePlace(const std::string& path) {
-    if (!platform::host::FindPlace("C:\\").IsFolder()) {
-        std::filesystem::create_directories(platform::host::MachineFolder() / "drives" / "c");
-    }
-    const std::size_t first = path.find('\\') + 1;
-    for (std::size_t end = path.find('\\', first); end != std::string::npos; end = path.find('\\', end + 1)) {
-        const platform::host::DrivePlace level = platform::host::FindPlace(path.substr(0, end));
-        if (level.status == platform::StatusFileNotFound) {
-            std::filesystem::create_directory(level.path);
-        }
-    }
-    return platform::host::FindPlace(path);
+std::string FilePath(const SuiteComponent& component) {
+    return FolderPath(component.folder) + std::string(component.file);
 }
 
-void AddFile(const SuiteComponent& component) {
-    const std::string path = FolderPath(component.folder) + std::string(component.file);
-    const platform::host::DrivePlace place = MakePlace(path);
-    if (place.status == platform::StatusSuccess) {
-        return;
-    }
+void AddComponent(const SuiteComponent& component) {
+    const std::string path = FilePath(component);
     const std::uint32_t fileType = path.ends_with(".exe") ? 1 : 2;
-    std::ofstream file(place.path, std::ios::binary);
-    file << SampleImage({.version = {1, 2, 3, 4}, .fileType = fileType}) << std::flush;
-    if (!file) {
-        throw std::runtime_error("cannot write " + place.path);
+    if (AddFile(path, SampleImage({.version = {1, 2, 3, 4}, .fileType = fileType}))) {
+        std::filesystem::last_write_time(platform::host::FindPlace(path).path, ReleaseTime());
     }
-    std::filesystem::last_write_time(place.path, ReleaseTime());
 }
 
 bool IsUnset(platform::Handle key, const std::string& name) {
@@ -132,6 +113,14 @@ void AddRegistration(const Registration& registration) {
     AddValue(platform::KeyClassesRoot, classKey + "\\ProgID", "", platform::RegSz, identifier);
 }
 
+void RemoveRegistration(const Registration& registration) {
+    const std::string key = registration.programmaticIdentifier + std::string("\\CLSID");
+    const platform::Status status = platform::RegDeleteKeyA(platform::KeyClassesRoot, key);
+    if (status != platform::StatusSuccess && status != platform::StatusFileNotFound) {
+        throw std::runtime_error("cannot delete registry key " + key + ": status " + std::to_string(status));
+    }
+}
+
 void AddCorePackage() {
     const std::string key = std::string("SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\") + CorePackageCode;
     const auto text = [&](const char* name, const std::string& value) {
@@ -145,6 +134,36 @@ void AddCorePackage() {
 
 }  // namespace
 
+// Creates level by level, because an existing folder may be spelled in another letter case.
+void CreateFolders(const std::string& path) {
+    if (!platform::host::FindPlace("C:\\").IsFolder()) {
+        std::filesystem::create_directories(platform::host::MachineFolder() / "drives" / "c");
+    }
+    const std::size_t first = path.find('\\') + 1;
+    for (std::size_t end = path.find('\\', first); end != std::string::npos; end = path.find('\\', end + 1)) {
+        const platform::host::DrivePlace level = platform::host::FindPlace(path.substr(0, end));
+        if (level.status == platform::StatusFileNotFound) {
+            std::filesystem::create_directory(level.path);
+        }
+    }
+}
+
+bool AddFile(const std::string& path, std::string_view content) {
+    CreateFolders(path);
+    const platform::host::DrivePlace place = platform::host::FindPlace(path);
+    if (place.status == platform::StatusSuccess) {
+        return false;
+    }
+    const std::string unfinished = place.path + ".new";
+    std::ofstream file(unfinished, std::ios::binary);
+    file << content << std::flush;
+    if (!file) {
+        throw std::runtime_error("cannot write " + unfinished);
+    }
+    std::filesystem::rename(unfinished, place.path);
+    return true;
+}
+
 void AppendLine(const std::filesystem::path& path, const std::string& line) {
     std::filesystem::create_directories(path.parent_path());
     std::ifstream earlier(path, std::ios::binary | std::ios::ate);
@@ -157,21 +176,19 @@ void AppendLine(const std::filesystem::path& path, const std::string& line) {
     }
 }
 
-bool AddValue(platform::Handle root, const std::string& path, const std::string& name, std::uint32_t type,
+void AddValue(platform::Handle root, const std::string& path, const std::string& name, std::uint32_t type,
               std::string_view data) {
     platform::Handle key = 0;
     std::uint32_t disposition = 0;
     platform::Status status =
         platform::RegCreateKeyExA(root, path, "", 0, platform::KeyQueryValue + platform::KeySetValue, key, disposition);
-    const bool isUnset = status == platform::StatusSuccess && IsUnset(key, name);
-    if (isUnset) {
+    if (status == platform::StatusSuccess && IsUnset(key, name)) {
         status = platform::RegSetValueExA(key, name, type, data);
     }
     platform::RegCloseKey(key);
     if (status != platform::StatusSuccess) {
-        throw std::runtime_error("the registry refuses " + path + ": " + std::to_string(status));
+        throw std::runtime_error("cannot write registry key " + path + ": status " + std::to_string(status));
     }
-    return isUnset;
 }
 
 void InstalledSuiteAdd(const std::set<std::string>& without) {
@@ -182,12 +199,16 @@ void InstalledSuiteAdd(const std::set<std::string>& without) {
         }
     }
     for (const SuiteComponent& component : SuiteComponents) {
-        if (!ComponentLeftOut(without, component)) {
-            AddFile(component);
+        if (ComponentLeftOut(without, component)) {
+            std::filesystem::remove(platform::host::FindPlace(FilePath(component)).path);
+        } else {
+            AddComponent(component);
         }
     }
     for (const Registration& registration : {PopUp, DebugLog}) {
-        if (!LeftOut(without, registration.file) && !LeftOut(without, registration.programmaticIdentifier)) {
+        if (LeftOut(without, registration.file) || LeftOut(without, registration.programmaticIdentifier)) {
+            RemoveRegistration(registration);
+        } else {
             AddRegistration(registration);
         }
     }

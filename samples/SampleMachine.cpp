@@ -1,13 +1,13 @@
-// Makes a machine folder in which the program runs through: environment, folders, an editor for text files, and the
-// suite's components. What is there already stays as it is, so that a machine in use can be completed.
+// Creates a machine folder on which the program runs: environment, folders, an editor for text files, and the suite's
+// components. Adds what is missing to an existing machine; changes nothing else in it, except that it removes the
+// components named by --without.
 
 #include <array>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <optional>
+#include <iterator>
 #include <set>
 #include <sstream>
 #include <stdexcept>
@@ -28,10 +28,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::array Folders{"C:\\Windows\\System32", "C:\\Program Files\\Common Files"};
+constexpr const char* Usage =
+    "usage: sample-machine DIR [--without COMPONENT]...\n"
+    "COMPONENT is a row of the check's report, such as sevCmd4.ocx, vcutil1.dll or MazeWalker.exe.\n";
 constexpr const char* NotepadPath = "C:\\Windows\\notepad";
 
-// The values below HKEY_CLASSES_ROOT by which a text file finds its editor, which works in the terminal.
+// Values below HKEY_CLASSES_ROOT that associate text files with an editor that runs in the terminal.
 struct ClassValue {
     const char* key;
     const char* name;
@@ -45,84 +47,48 @@ constexpr std::array ClassValues{
     ClassValue{"txtfile\\shell\\open\\command", "", platform::RegSz, "\"C:\\Windows\\notepad\" \"%1\""},
 };
 
-void Tell(std::string_view what, std::string_view name) {
-    std::cout << what << name << '\n';
-}
-
-// Goes down level by level, because one that is there may be spelled in other letter case.
-void MakeFolder(const fs::path& machine, const std::string& path) {
-    bool made = fs::create_directories(platform::host::FindPlace("C:\\").IsFolder() ? machine : machine / "drives/c");
-    for (std::size_t end = path.find('\\'); end != std::string::npos;) {
-        end = path.find('\\', end + 1);
-        const platform::host::DrivePlace place = platform::host::FindPlace(path.substr(0, end));
-        made = place.status == platform::StatusFileNotFound && fs::create_directory(place.path);
-    }
-    if (!platform::host::FindPlace(path).IsFolder()) {
-        throw std::runtime_error("cannot make the folder " + platform::host::ToUtf8(platform::TextFromAnsi(path)));
-    }
-    Tell(made ? "made  " : "kept  ", platform::host::ToUtf8(platform::TextFromAnsi(path)));
-}
-
-void Append(const fs::path& path, std::string_view text) {
-    std::ofstream file(path, std::ios::binary | std::ios::app);
-    file << text << std::flush;
-    if (!file) {
-        throw std::runtime_error("cannot write " + path.native());
-    }
-}
-
-void MakeEnvironment(const fs::path& machine) {
-    const fs::path path = machine / "environment";
-    const auto present = platform::host::NamedValues("environment");
+void AddEnvironment(const fs::path& machine) {
+    const auto existing = platform::host::NamedValues("environment");
     std::istringstream lines{EnvironmentText};
     for (std::string line; std::getline(lines, line);) {
         const std::string name = line.substr(0, line.find('='));
-        if (present.contains(platform::CharUpperW(platform::host::FromUtf8(name)))) {
-            Tell("kept  ", "environment: " + name);
-        } else {
-            AppendLine(path, line);
-            Tell("made  ", "environment: " + line);
+        if (!existing.contains(platform::CharUpperW(platform::host::FromUtf8(name)))) {
+            AppendLine(machine / "environment", line);
         }
     }
 }
 
-void MakeProgram(const std::string& path, std::string_view text) {
-    const platform::host::DrivePlace place = platform::host::FindPlace(path);
-    if (place.status == platform::StatusSuccess) {
-        Tell("kept  ", path);
-        return;
-    }
-    // The program gets its name when it is whole.
-    const fs::path beside = place.path + ".new";
-    fs::remove(beside);
-    Append(beside, text);
-    fs::permissions(beside, fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec,
-                    fs::perm_options::add);
-    fs::rename(beside, place.path);
-    Tell("made  ", path);
-}
-
-void AddClassValue(const ClassValue& value) {
-    const bool added = AddValue(platform::KeyClassesRoot, value.key, value.name, value.type, value.data);
-    Tell(added ? "made  " : "kept  ",
-         "HKEY_CLASSES_ROOT\\" + std::string(value.key) + (*value.name == 0 ? "" : ": ") + value.name);
-}
-
-void MakeMachine(const fs::path& machine, const std::set<std::string>& without) {
+void CompleteMachine(const fs::path& machine, const std::set<std::string>& without) {
     fs::create_directories(machine);
-    setenv("VTV4V_MACHINE", fs::absolute(machine).c_str(), 1);
-    MakeEnvironment(machine);
-    MakeFolder(machine, platform::GetEnvironmentVariableA("HOMEDRIVE") + platform::GetEnvironmentVariableA("HOMEPATH") +
-                            "\\Eigene Dateien");
-    for (const char* const folder : Folders) {
-        MakeFolder(machine, folder);
+    setenv("VTV4V_MACHINE", machine.c_str(), 1);
+    AddEnvironment(machine);
+    const std::string home =
+        platform::GetEnvironmentVariableA("HOMEDRIVE") + platform::GetEnvironmentVariableA("HOMEPATH");
+    CreateFolders(home + "\\Eigene Dateien\\");
+    if (AddFile(NotepadPath, NotepadText)) {
+        const std::string program = platform::host::FindPlace(NotepadPath).path;
+        fs::permissions(program, fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec,
+                        fs::perm_options::add);
     }
-    MakeProgram(NotepadPath, NotepadText);
     for (const ClassValue& value : ClassValues) {
-        AddClassValue(value);
+        AddValue(platform::KeyClassesRoot, value.key, value.name, value.type, value.data);
     }
     InstalledSuiteAdd(without);
-    Tell("made  ", "the suite's components");
+}
+
+// True if the folder is missing or holds at most a clipboard, which the program leaves if it starts without a machine.
+bool HasNoMachine(const fs::path& folder) {
+    return !fs::exists(folder) || fs::is_empty(folder) ||
+           (fs::exists(folder / "clipboard.txt") && std::distance(fs::directory_iterator(folder), {}) == 1);
+}
+
+// Builds a new machine under a temporary name, so that `machine` never holds half of one.
+void CreateMachine(const fs::path& machine, const std::set<std::string>& without) {
+    const fs::path unfinished = machine.native() + ".new";
+    fs::remove_all(unfinished);
+    CompleteMachine(unfinished, without);
+    fs::remove(machine / "clipboard.txt");
+    fs::rename(unfinished, machine);
 }
 
 struct Arguments {
@@ -130,33 +96,38 @@ struct Arguments {
     std::set<std::string> without;
 };
 
-// Nothing when the arguments cannot be understood.
-std::optional<Arguments> ReadArguments(const std::vector<std::string>& arguments) {
+Arguments ReadArguments(const std::vector<std::string>& arguments) {
     Arguments read;
-    for (std::size_t place = 0; place < arguments.size(); ++place) {
-        const std::string& argument = arguments[place];
-        if (argument == "--without" && place + 1 < arguments.size() && InstalledSuiteKnows(arguments[place + 1])) {
-            read.without.insert(arguments[++place]);
+    for (std::size_t index = 0; index < arguments.size(); ++index) {
+        const std::string& argument = arguments[index];
+        if (argument == "--without" && index + 1 < arguments.size()) {
+            const std::string& component = arguments[++index];
+            if (!InstalledSuiteKnows(component)) {
+                throw std::invalid_argument("unknown component \"" + component + "\"");
+            }
+            read.without.insert(component);
         } else if (argument.empty() || argument.front() == '-' || !read.machine.empty()) {
-            return {};
+            throw std::invalid_argument("unexpected argument \"" + argument + "\"");
         } else {
             read.machine = argument;
         }
     }
-    return read.machine.empty() ? std::nullopt : std::optional(read);
+    if (read.machine.empty()) {
+        throw std::invalid_argument("DIR is missing");
+    }
+    return read;
 }
 
 }  // namespace
 
 int main(int argumentCount, char* arguments[]) {
-    const std::optional<Arguments> read = ReadArguments({arguments + 1, arguments + argumentCount});
-    if (!read) {
-        std::cerr << "usage: sample-machine DIR [--without COMPONENT]...\n"
-                     "COMPONENT is a row of the check's report, such as sevCmd4.ocx, vcutil1.dll or MazeWalker.exe.\n";
-        return 2;
-    }
     try {
-        MakeMachine(read->machine, read->without);
+        const Arguments read = ReadArguments({arguments + 1, arguments + argumentCount});
+        const fs::path machine = fs::weakly_canonical(read.machine);
+        HasNoMachine(machine) ? CreateMachine(machine, read.without) : CompleteMachine(machine, read.without);
+    } catch (const std::invalid_argument& error) {
+        std::cerr << "sample-machine: " << error.what() << '\n' << Usage;
+        return 2;
     } catch (const std::exception& error) {
         std::cerr << "sample-machine: " << error.what() << '\n';
         return 1;
