@@ -50,4 +50,5 @@ quietly() {
     return "$status"
 }
 
-BUILD_PACKAGES=(g++=g++ cmake=cmake ninja=ninja-build /usr/include/SQLiteCpp/SQLiteCpp.h=libsqlitecpp-dev)
+BUILD_PACKAGES=(g++=g++ cmake=cmake ninja=ninja-build /usr/include/SQLiteCpp/SQLiteCpp.h=libsqlitecpp-dev
+    /usr/include/newt.h=libnewt-dev)

@@ -5,7 +5,7 @@
 
 #include "platform/host/console/Dialog.h"
 
-// What newt does for us on a terminal. Built without newt, none of it does anything.
+// What newt does for us on a terminal.
 namespace platform::host {
 
 // Draws the dialog where standard input and output are one terminal that can be drawn on; null elsewhere.
