@@ -1,12 +1,12 @@
 #include "settings/Registry.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
 
 #include "common/Conversion.h"
 #include "common/Error.h"
-#include "common/modStringLibrary.h"
 #include "platform/Regional.h"
 
 namespace {
@@ -30,8 +30,9 @@ void RaiseAsErrorOnFailure(platform::Status status) {
     }
 }
 
-Text BufferText(const std::string& buffer, std::int32_t length) {
-    return MidFixed(platform::TextFromAnsi(buffer), 1, static_cast<std::int16_t>(length));
+// Converts only the bytes that were delivered: in UTF-8 and in double-byte code pages a character may take several.
+Text BufferText(const std::string& buffer, std::size_t byteCount) {
+    return platform::TextFromAnsi(buffer.substr(0, byteCount));
 }
 
 // Signed, so that a number with the top bit set overflows.
@@ -124,7 +125,7 @@ void Registry::EnumerationStep(platform::Status status, const std::string& buffe
                                std::int32_t& index, Text& name, bool& end) {
     ++index;
     end = status != platform::StatusSuccess;
-    name = end ? Text() : BufferText(buffer, static_cast<std::int32_t>(size));
+    name = end ? Text() : BufferText(buffer, size);
     if (end && status != platform::StatusNoMoreItems) {
         RaisePending(status);
     }
@@ -194,7 +195,7 @@ Variant Registry::Value(const Text& name) {
         case platform::RegSz:
         case platform::RegExpandSz:
             // The last byte is the terminator; a value stored without one loses its last character.
-            return BufferText(buffer, static_cast<std::int32_t>(size) - 1);
+            return BufferText(buffer, size == 0 ? 0 : size - 1);
         case platform::RegDword:
             return StoredNumber(buffer);
         default:

@@ -1,0 +1,59 @@
+#include <filesystem>
+
+#include "Check.h"
+#include "ProductEntries.h"
+#include "TestMachine.h"
+#include "installcheck/modFileInfo.h"
+#include "installcheck/modPathGet.h"
+#include "platform/Regional.h"
+#include "platform/windows/Win32.h"
+#include "products/Installer.h"
+#include "version/ProductProfileMain.h"
+#include "version/ProductProfileReporting.h"
+#include "version/modVTV4Version.h"
+
+// The program under UTF-8 as the system code page, which its manifest selects on Windows 10 version 1903 and later.
+
+namespace {
+
+std::string Utf8(const Text& text) {
+    const std::u8string bytes = std::filesystem::path(text).u8string();
+    return {bytes.begin(), bytes.end()};
+}
+
+}  // namespace
+
+TEST_CASE_FIXTURE(TestMachine, "Umlauts survive import, export, product look-up and file tests under UTF-8") {
+    if (::GetACP() != CP_UTF8) {
+        MESSAGE("skipped: this Windows ignores a code page in the manifest");
+        return;
+    }
+    const Text longName(80, u'€');  // 240 bytes
+    const Text items = u"(Standard)=3;Jörg=1;Zoë=0;" + longName + u"=2;";
+    MainVersions = ProductProfileMain().Profile.Table;
+    ReportingVersions = ProductProfileReporting().Profile.Table;
+    ControlFilePath = ControlFilePathGet();
+    FileContent(ControlFile(), Utf8(u"[Tallora]\n=3\nJörg=1\nZoë=0\n" + longName + u"=2\n[Reporting]\n"));
+    ImportVersions();
+    CHECK(RawValueNames(platform::KeyLocalMachine, "Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion") ==
+          std::vector<std::string>{"", Utf8(u"Jörg"), Utf8(u"Zoë"), Utf8(longName)});
+    CHECK(MainVersions->ForcedVersionAll(true) == items);
+    ExportVersions();
+    CHECK(FileContent(ControlFile())
+              .value_or("")
+              .ends_with(Utf8(u"[Tallora]\r\n(Standard)=3\r\nJörg=1\r\nZoë=0\r\n" + longName +
+                              u"=2\r\n\r\n[Reporting]\r\n\r\n[End]\r\n")));
+    MainVersions.reset();
+    ReportingVersions.reset();
+
+    const Text folder = platform::TextFromAnsi(ControlFile()) + u"-Büro";
+    DiskFile(folder + u"\\Prüfung.dll", "plain");
+    ProductEntries products;
+    products.Add(Utf8(u"Prüfung"), Utf8(u"Vandrel Prüfung"), Utf8(u"x {Ä-1}"), RawText(Utf8(u"ö1")), Utf8(folder));
+    Installer installer;
+    installer.DisplayName(u"Vandrel Prüfung");
+    CHECK(installer.GUI() == u"Ä-1");
+    CHECK(installer.InstallLocation() == folder);
+    CHECK(FileExists(installer.InstallLocation() + u"\\Prüfung.dll"));
+    CHECK(FileInfoGet(folder + u"\\Prüfung.dll").Name == u"Prüfung.dll");
+}
