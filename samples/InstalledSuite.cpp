@@ -20,13 +20,12 @@
 
 namespace {
 
-// An environment variable that names a folder, and what it is on a machine that does not say.
 struct Folder {
     const char* variable;
-    const char* usual;
-    const char* below;  // where the suite's files lie in it
+    const char* defaultValue;
+    const char* subfolder;  // where the suite's files are
 };
-// By SuiteFolder.
+// Indexed by SuiteFolder.
 constexpr std::array<Folder, 4> Folders = {{
     {"SystemRoot", "C:\\Windows", "\\System32\\"},
     {"CommonProgramFiles", "C:\\Program Files\\Common Files", "\\"},
@@ -36,18 +35,6 @@ constexpr std::array<Folder, 4> Folders = {{
 
 constexpr const char* CorePackageCode = "{6B1F0C52-8E1D-4C0B-9A53-2D7F40E1C9A1}";
 
-struct Registration {
-    const char* programmaticIdentifier;
-    const char* classIdentifier;
-    SuiteFolder folder;
-    const char* file;
-};
-
-constexpr Registration PopUp = {"sevPopUp2.PopUp", "{3C0E5F0A-52B4-4E0E-8D5E-9C1B6A7F2101}", SuiteFolder::System,
-                                "sevPopUp2.dll"};
-constexpr Registration DebugLog = {"VCUTIL1.DebugLog", "{3C0E5F0A-52B4-4E0E-8D5E-9C1B6A7F2102}", SuiteFolder::Core,
-                                   "vcutil1.dll"};
-
 std::string Lower(std::string_view text) {
     std::string lower(text);
     std::transform(lower.begin(), lower.end(), lower.begin(), [](char character) {
@@ -56,13 +43,13 @@ std::string Lower(std::string_view text) {
     return lower;
 }
 
-bool LeftOut(const std::set<std::string>& without, std::string_view name) {
-    return std::any_of(without.begin(), without.end(),
-                       [&](const std::string& left) { return Lower(left) == Lower(name); });
+bool Contains(const std::set<std::string>& names, std::string_view name) {
+    return std::any_of(names.begin(), names.end(),
+                       [&](const std::string& element) { return Lower(element) == Lower(name); });
 }
 
-bool ComponentLeftOut(const std::set<std::string>& without, const SuiteComponent& component) {
-    return LeftOut(without, component.row) || LeftOut(without, component.file);
+bool ExcludesFile(const std::set<std::string>& without, const SuiteComponent& component) {
+    return Contains(without, component.row) || Contains(without, component.file);
 }
 
 std::filesystem::file_time_type ReleaseTime() {
@@ -79,8 +66,8 @@ std::filesystem::file_time_type ReleaseTime() {
 
 std::string FolderPath(SuiteFolder suiteFolder) {
     const Folder& folder = Folders[static_cast<std::size_t>(suiteFolder)];
-    const std::string set = platform::GetEnvironmentVariableA(folder.variable);
-    return (set.empty() ? folder.usual : set) + folder.below;
+    const std::string value = platform::GetEnvironmentVariableA(folder.variable);
+    return (value.empty() ? folder.defaultValue : value) + folder.subfolder;
 }
 
 std::string FilePath(const SuiteComponent& component) {
@@ -101,20 +88,19 @@ bool IsUnset(platform::Handle key, const std::string& name) {
     return platform::RegQueryValueExA(key, name, type, {}, size) == platform::StatusFileNotFound;
 }
 
-void AddRegistration(const Registration& registration) {
-    const std::string identifier = registration.programmaticIdentifier;
-    const std::string classKey = std::string("CLSID\\") + registration.classIdentifier;
-    const std::string server = FolderPath(registration.folder) + registration.file;
-    AddValue(platform::KeyClassesRoot, identifier, "", platform::RegSz, identifier);
-    AddValue(platform::KeyClassesRoot, identifier + "\\CLSID", "", platform::RegSz, registration.classIdentifier);
-    AddValue(platform::KeyClassesRoot, classKey, "", platform::RegSz, identifier);
-    AddValue(platform::KeyClassesRoot, classKey + "\\InprocServer32", "", platform::RegSz, server);
+void AddRegistration(const SuiteComponent& component) {
+    const std::string object(component.object);
+    const std::string classKey = "CLSID\\" + std::string(component.classIdentifier);
+    AddValue(platform::KeyClassesRoot, object, "", platform::RegSz, object);
+    AddValue(platform::KeyClassesRoot, object + "\\CLSID", "", platform::RegSz, component.classIdentifier);
+    AddValue(platform::KeyClassesRoot, classKey, "", platform::RegSz, object);
+    AddValue(platform::KeyClassesRoot, classKey + "\\InprocServer32", "", platform::RegSz, FilePath(component));
     AddValue(platform::KeyClassesRoot, classKey + "\\InprocServer32", "ThreadingModel", platform::RegSz, "Apartment");
-    AddValue(platform::KeyClassesRoot, classKey + "\\ProgID", "", platform::RegSz, identifier);
+    AddValue(platform::KeyClassesRoot, classKey + "\\ProgID", "", platform::RegSz, object);
 }
 
-void RemoveRegistration(const Registration& registration) {
-    const std::string key = registration.programmaticIdentifier + std::string("\\CLSID");
+void RemoveRegistration(const SuiteComponent& component) {
+    const std::string key = std::string(component.object) + "\\CLSID";
     const platform::Status status = platform::RegDeleteKeyA(platform::KeyClassesRoot, key);
     if (status != platform::StatusSuccess && status != platform::StatusFileNotFound) {
         throw std::runtime_error("cannot delete registry key " + key + ": status " + std::to_string(status));
@@ -195,21 +181,23 @@ void InstalledSuiteAdd(const std::set<std::string>& without) {
     for (const Folder& folder : Folders) {
         if (platform::GetEnvironmentVariableA(folder.variable).empty()) {
             AppendLine(platform::host::MachineFolder() / "environment",
-                       std::string(folder.variable) + "=" + folder.usual);
+                       std::string(folder.variable) + "=" + folder.defaultValue);
         }
     }
     for (const SuiteComponent& component : SuiteComponents) {
-        if (ComponentLeftOut(without, component)) {
+        const bool excludesFile = ExcludesFile(without, component);
+        if (excludesFile) {
             std::filesystem::remove(platform::host::FindPlace(FilePath(component)).path);
         } else {
             AddComponent(component);
         }
-    }
-    for (const Registration& registration : {PopUp, DebugLog}) {
-        if (LeftOut(without, registration.file) || LeftOut(without, registration.programmaticIdentifier)) {
-            RemoveRegistration(registration);
+        if (component.object.empty()) {
+            continue;
+        }
+        if (excludesFile || Contains(without, component.object)) {
+            RemoveRegistration(component);
         } else {
-            AddRegistration(registration);
+            AddRegistration(component);
         }
     }
     AddCorePackage();
@@ -221,7 +209,7 @@ void InstalledSuiteAdd(const std::set<std::string>& without) {
 }
 
 bool InstalledSuiteKnows(const std::string& name) {
-    return LeftOut({name}, DebugLog.programmaticIdentifier) ||
-           std::any_of(SuiteComponents.begin(), SuiteComponents.end(),
-                       [&](const SuiteComponent& component) { return ComponentLeftOut({name}, component); });
+    return std::any_of(SuiteComponents.begin(), SuiteComponents.end(), [&](const SuiteComponent& component) {
+        return ExcludesFile({name}, component) || (!name.empty() && Contains({name}, component.object));
+    });
 }

@@ -8,17 +8,17 @@
 
 #include "platform/Handle.h"
 
-// The suite's run-time components on this process's machine (platform::host::MachineFolder), so that the check of the
-// installation passes there: 26 files of version 1.2.3.4 changed on 16.12.2017 10:16:40, the core package's uninstall
-// entry, the registrations of two components, the environment's folders where they are unset, and what the called
-// function returns. Files, variables and function results that are there stay as they are.
+// Installs the suite's components on the machine (platform::host::MachineFolder), so that the installation check
+// passes: their files, with version 1.2.3.4 and date 16.12.2017 10:16:40, their registrations, the core package's
+// uninstall entry, the environment variables of their folders, and the result of the function that the check calls.
+// Doesn't change files, variables or results that exist.
 //
 // Leaves out the components in `without`, and removes them if they are installed. A component is named, in any letter
-// case, by its row in the check's report or by its file name; "VCUTIL1.DebugLog" names only the registration of that
+// case, by its row in the check's report or by its file name. "VCUTIL1.DebugLog" names only the registration of that
 // object. Throws a std::exception if the machine can't be written.
 void InstalledSuiteAdd(const std::set<std::string>& without);
 
-// True for a name that InstalledSuiteAdd can leave out.
+// True if InstalledSuiteAdd can leave out a component of that name.
 bool InstalledSuiteKnows(const std::string& name);
 
 // Creates the folders of a path on the machine's drives, up to its last "\". Throws if that fails.

@@ -3,23 +3,25 @@
 #include <array>
 #include <string_view>
 
-// The suite's run-time components, for samples and tests; the program has a list of its own.
+// The suite's run-time components, for samples and tests. The program doesn't use this list.
 
 enum class SuiteFolder {
-    System,    // "System32" in the folder that SystemRoot names
-    Common,    // that of CommonProgramFiles
-    Core,      // the core package's own
-    Programs,  // that of ProgramFiles
+    System,    // %SystemRoot%\System32
+    Common,    // %CommonProgramFiles%
+    Core,      // the installation folder of the core package
+    Programs,  // %ProgramFiles%
 };
 
 struct SuiteComponent {
     std::string_view section;  // of the check's report
     SuiteFolder folder;
-    std::string_view file;  // below the folder
-    std::string_view row;   // its name in the section
+    std::string_view file;             // path below the folder
+    std::string_view row;              // name of the row in the section
+    std::string_view object;           // programmatic identifier of the object that the check creates; may be empty
+    std::string_view classIdentifier;  // of that object
 };
 
-// In the order of the report; made from components.csv.
+// In the order of the report. Generated from components.csv.
 inline constexpr auto SuiteComponents = std::to_array<SuiteComponent>({
 #include "samples/SuiteComponents.inc"
 });

@@ -1,6 +1,6 @@
 #include <windows.h>
 
-// A library without functions, for the files of which the check reads the version and the date alone.
+// A library without functions, for components of which the check reads only version and date.
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD, LPVOID) {
     return TRUE;
 }

@@ -1,6 +1,5 @@
 #include <windows.h>
 
-// A program that ends at once.
 int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
     return 0;
 }

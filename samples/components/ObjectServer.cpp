@@ -1,5 +1,5 @@
 #include <windows.h>
-// Behind windows.h, which it needs.
+// These headers need windows.h.
 #include <oaidl.h>
 #include <objbase.h>
 #include <olectl.h>
@@ -7,21 +7,20 @@
 #include <array>
 #include <string>
 
-// An in-process server of one object, which can be created and has no members. The build gives its programmatic
-// identifier (OBJECT_IDENTIFIER) and the end of its class identifier (OBJECT_CLASS_TAIL).
+// An in-process server of an object that can be created and has no members. The build defines its programmatic
+// identifier (OBJECT_IDENTIFIER) and class identifier (OBJECT_CLASS).
 
 namespace {
 
-constexpr CLSID ObjectClass = {
-    0x3C0E5F0A, 0x52B4, 0x4E0E, {0x8D, 0x5E, 0x9C, 0x1B, 0x6A, 0x7F, 0x21, OBJECT_CLASS_TAIL}};
-constexpr const wchar_t* ObjectIdentifier = OBJECT_IDENTIFIER;
+const std::wstring ObjectIdentifier = OBJECT_IDENTIFIER;
+const std::wstring ObjectClass = OBJECT_CLASS;
 
-// Objects and locks that keep the library loaded. The object and its factory have no state, so that there is one of
-// each and a reference is no more than a count.
+// The number of references and locks that keep the library loaded. The object and its factory have no state, so that a
+// single instance of each serves all references.
 LONG references = 0;
 HINSTANCE library = nullptr;
 
-HRESULT Offer(IUnknown* object, bool implemented, void** result) {
+HRESULT Query(IUnknown* object, bool implemented, void** result) {
     *result = implemented ? object : nullptr;
     if (!implemented) {
         return E_NOINTERFACE;
@@ -33,7 +32,7 @@ HRESULT Offer(IUnknown* object, bool implemented, void** result) {
 class Object final : public IDispatch {
 public:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID wanted, void** result) override {
-        return Offer(this, wanted == IID_IUnknown || wanted == IID_IDispatch, result);
+        return Query(this, wanted == IID_IUnknown || wanted == IID_IDispatch, result);
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references)); }
     ULONG STDMETHODCALLTYPE Release() override { return static_cast<ULONG>(InterlockedDecrement(&references)); }
@@ -54,7 +53,7 @@ public:
 class Factory final : public IClassFactory {
 public:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID wanted, void** result) override {
-        return Offer(this, wanted == IID_IUnknown || wanted == IID_IClassFactory, result);
+        return Query(this, wanted == IID_IUnknown || wanted == IID_IClassFactory, result);
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return static_cast<ULONG>(InterlockedIncrement(&references)); }
     ULONG STDMETHODCALLTYPE Release() override { return static_cast<ULONG>(InterlockedDecrement(&references)); }
@@ -70,15 +69,9 @@ public:
     }
 };
 
-std::wstring ClassText() {
-    std::array<wchar_t, 39> text{};  // 38 characters and a zero
-    StringFromGUID2(ObjectClass, text.data(), static_cast<int>(text.size()));
-    return text.data();
-}
-
-LSTATUS SetText(const std::wstring& key, const wchar_t* name, const std::wstring& text) {
-    return RegSetKeyValueW(HKEY_CLASSES_ROOT, key.c_str(), name, REG_SZ, text.c_str(),
-                           static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t)));
+LSTATUS SetString(const std::wstring& key, const wchar_t* name, const std::wstring& value) {
+    return RegSetKeyValueW(HKEY_CLASSES_ROOT, key.c_str(), name, REG_SZ, value.c_str(),
+                           static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
 }
 
 }  // namespace
@@ -93,7 +86,9 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID) {
 STDAPI DllGetClassObject(REFCLSID wantedClass, REFIID wanted, void** result) {
     static Factory factory;
     *result = nullptr;
-    return wantedClass == ObjectClass ? factory.QueryInterface(wanted, result) : CLASS_E_CLASSNOTAVAILABLE;
+    CLSID objectClass{};
+    const bool known = SUCCEEDED(CLSIDFromString(ObjectClass.c_str(), &objectClass)) && wantedClass == objectClass;
+    return known ? factory.QueryInterface(wanted, result) : CLASS_E_CLASSNOTAVAILABLE;
 }
 
 STDAPI DllCanUnloadNow() {
@@ -106,19 +101,18 @@ STDAPI DllRegisterServer() {
     if (length == 0 || length == path.size()) {
         return SELFREG_E_CLASS;
     }
-    const std::wstring classKey = L"CLSID\\" + ClassText();
-    const std::wstring identifier = ObjectIdentifier;
-    const bool stored = SetText(identifier, nullptr, identifier) == ERROR_SUCCESS &&
-                        SetText(identifier + L"\\CLSID", nullptr, ClassText()) == ERROR_SUCCESS &&
-                        SetText(classKey, nullptr, identifier) == ERROR_SUCCESS &&
-                        SetText(classKey + L"\\ProgID", nullptr, identifier) == ERROR_SUCCESS &&
-                        SetText(classKey + L"\\InprocServer32", nullptr, path.data()) == ERROR_SUCCESS &&
-                        SetText(classKey + L"\\InprocServer32", L"ThreadingModel", L"Apartment") == ERROR_SUCCESS;
+    const std::wstring classKey = L"CLSID\\" + ObjectClass;
+    const bool stored = SetString(ObjectIdentifier, nullptr, ObjectIdentifier) == ERROR_SUCCESS &&
+                        SetString(ObjectIdentifier + L"\\CLSID", nullptr, ObjectClass) == ERROR_SUCCESS &&
+                        SetString(classKey, nullptr, ObjectIdentifier) == ERROR_SUCCESS &&
+                        SetString(classKey + L"\\ProgID", nullptr, ObjectIdentifier) == ERROR_SUCCESS &&
+                        SetString(classKey + L"\\InprocServer32", nullptr, path.data()) == ERROR_SUCCESS &&
+                        SetString(classKey + L"\\InprocServer32", L"ThreadingModel", L"Apartment") == ERROR_SUCCESS;
     return stored ? S_OK : SELFREG_E_CLASS;
 }
 
 STDAPI DllUnregisterServer() {
-    for (const std::wstring& key : {L"CLSID\\" + ClassText(), std::wstring(ObjectIdentifier)}) {
+    for (const std::wstring& key : {L"CLSID\\" + ObjectClass, ObjectIdentifier}) {
         const LSTATUS status = RegDeleteTreeW(HKEY_CLASSES_ROOT, key.c_str());
         if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND) {
             return SELFREG_E_CLASS;

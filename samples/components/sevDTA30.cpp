@@ -3,9 +3,8 @@
 #include <array>
 #include <string_view>
 
-// The initialisation that the check calls, with a text that is not looked at. It succeeds, unless the environment
-// variable VTV4V_SEVDTA_RESULT is "-1": that is how its failure is shown. "once" makes the process's first call fail,
-// so that a machine is mended while the program runs.
+// The initialisation function that the check calls. Ignores its argument. The environment variable VTV4V_SEVDTA_RESULT
+// makes it fail: "-1" every time, "once" only at the first call in a process.
 extern "C" LONG WINAPI sevDTA_Init(const char*) {
     std::array<char, 8> result{};
     const DWORD length =
