@@ -8,19 +8,19 @@ constexpr std::size_t FileAlignment = 0x200;
 constexpr std::uint32_t SectionAlignment = 0x1000;
 constexpr std::uint32_t DirectoryBit = 0x80000000U;
 
-// Offsets in the image: the resource tree with its three directories, then the leaf and the version block.
-constexpr std::size_t TreePlace = 0x200;
+// Offsets in the file: the resource tree with its three directories, then its leaf and the version block.
+constexpr std::size_t TreeOffset = 0x200;
 constexpr std::uint32_t DirectoryEntries = 4;
 constexpr std::size_t DirectorySize = 16 + DirectoryEntries * 8;
-constexpr std::size_t BlockPlace = TreePlace + 3 * DirectorySize + 16;
+constexpr std::size_t BlockOffset = TreeOffset + 3 * DirectorySize + 16;
 constexpr std::size_t BlockSize = 92;
 
-// Bytes in the order in which they stand in the file, numbers little-endian.
+// Collects the file's bytes. Numbers are little-endian.
 class Bytes {
 public:
     void Word(std::uint32_t number) { Number(number, 2); }
     void DoubleWord(std::uint32_t number) { Number(number, 4); }
-    // A number as wide as an address of the image.
+    // Appends a number of an address's size.
     void Address(std::uint32_t number, bool wide) {
         DoubleWord(number);
         Zeros(wide ? 4 : 0);
@@ -75,10 +75,10 @@ void OptionalHeader(Bytes& image, bool wide) {
         image.Address(size, wide);  // stack and heap
     }
     image.Zeros(4);
-    image.DoubleWord(16);  // data directories; the third is that of the resources
+    image.DoubleWord(16);  // data directories; the third holds the resources
     image.Zeros(16);
     image.DoubleWord(SectionAlignment);
-    image.DoubleWord(static_cast<std::uint32_t>(BlockPlace + BlockSize - TreePlace));
+    image.DoubleWord(static_cast<std::uint32_t>(BlockOffset + BlockSize - TreeOffset));
     image.Zeros(13 * std::size_t{8});
 }
 
@@ -87,12 +87,12 @@ void SectionHeader(Bytes& image) {
     image.DoubleWord(FileAlignment);
     image.DoubleWord(SectionAlignment);
     image.DoubleWord(FileAlignment);
-    image.DoubleWord(static_cast<std::uint32_t>(TreePlace));
+    image.DoubleWord(static_cast<std::uint32_t>(TreeOffset));
     image.Zeros(12);
     image.DoubleWord(0x40000040);  // initialised data, readable
 }
 
-// The wanted entry stands among others.
+// A directory of the resource tree. Only the entry `wanted` leads to the version block.
 struct Level {
     std::array<std::uint32_t, DirectoryEntries> ids;
     std::uint32_t wanted;
@@ -107,14 +107,14 @@ void ResourceTree(Bytes& image) {
     for (std::size_t level = 0; level < Levels.size(); ++level) {
         const auto next = static_cast<std::uint32_t>((level + 1) * DirectorySize);
         image.Zeros(12);
-        image.Word(0);  // entries with a name, and with a number
-        image.Word(DirectoryEntries);
+        image.Word(0);                 // number of entries with a name
+        image.Word(DirectoryEntries);  // number of entries with an id
         for (const std::uint32_t id : Levels[level].ids) {
             image.DoubleWord(id);
             image.DoubleWord(id == Levels[level].wanted ? next | (level < 2 ? DirectoryBit : 0) : DirectoryBit);
         }
     }
-    image.DoubleWord(SectionAlignment + static_cast<std::uint32_t>(BlockPlace - TreePlace));
+    image.DoubleWord(SectionAlignment + static_cast<std::uint32_t>(BlockOffset - TreeOffset));
     image.DoubleWord(BlockSize);
     image.Zeros(8);
 }
@@ -126,17 +126,17 @@ void VersionBlock(Bytes& image, const SampleImageFacts& facts) {
     for (const char character : std::string("VS_VERSION_INFO")) {
         image.Word(static_cast<unsigned char>(character));
     }
-    image.Zeros(4);  // the key's terminator, and up to a multiple of four
+    image.Zeros(4);  // the key's terminator and padding
     image.DoubleWord(0xFEEF04BD);
     image.DoubleWord(0x10000);
-    for (int times = 0; times < 2; ++times) {  // version of the file, and of the product
+    for (int copy = 0; copy < 2; ++copy) {  // version of the file and of the product
         for (const std::size_t index : {1U, 0U, 3U, 2U}) {
             image.Word(facts.version[index]);
         }
     }
-    image.DoubleWord(0x3F);  // the flags that have a meaning
+    image.DoubleWord(0x3F);  // dwFileFlagsMask
     image.DoubleWord(0);
-    image.DoubleWord(4);  // 32-bit Windows
+    image.DoubleWord(4);  // VOS__WINDOWS32
     image.DoubleWord(facts.fileType);
     image.Zeros(12);
 }
@@ -148,9 +148,9 @@ std::string SampleImage(const SampleImageFacts& facts) {
     FileHeader(image, facts.wide);
     OptionalHeader(image, facts.wide);
     SectionHeader(image);
-    image.FillTo(TreePlace);
+    image.FillTo(TreeOffset);
     ResourceTree(image);
     VersionBlock(image, facts);
-    image.FillTo(TreePlace + FileAlignment);
+    image.FillTo(TreeOffset + FileAlignment);
     return image.Content();
 }
