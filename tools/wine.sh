@@ -1,47 +1,58 @@
-# Sourced by the scripts that need Wine: where it comes from, and its machines. Expects tools/packages.sh, and the tree's
-# root as the working folder.
+# Sourced, in the root of the tree, by the scripts that need Wine. The functions that install packages also need
+# tools/packages.sh.
 
 CROSS_PACKAGES=(x86_64-w64-mingw32-g++=g++-mingw-w64-x86-64 i686-w64-mingw32-g++=g++-mingw-w64-i686)
 WINE_PACKAGES=(wine=wine /usr/lib/wine/wine64=wine64 /usr/share/wine/fonts/marlett.ttf=fonts-wine)
 DISPLAY_PACKAGES=(xvfb-run=xvfb xauth=xauth)
 
-# Where wine32 cannot stand beside wine64, a small 32-bit system of its own holds it.
+# If wine32 isn't installed, 32-bit programs run in a small 32-bit Debian in this folder.
 WINE32_ROOT=$PWD/build/wine32-root
 
-# True when 32-bit programs run here as they are.
-wine32_here() {
+# True if this system can run 32-bit Windows programs without the 32-bit Debian.
+wine32_installed() {
     [[ $(dpkg-query -W -f='${Status}' wine32:i386 2>/dev/null) == *'ok installed' ]]
 }
 
-# wine_here PRESET
-# True when the programs of that build run here as they are.
-wine_here() {
-    [[ $1 == win64 ]] || wine32_here
+# wine_installed PRESET
+# True if this system can run the programs of build/PRESET without the 32-bit Debian.
+wine_installed() {
+    [[ $1 == win64 ]] || wine32_installed
 }
 
-# Runs a command with mounts, processes and a network of its own, all gone at its end.
-apart() {
+# wine_loader PRESET
+# Prints the Wine loader for the programs of build/PRESET. Debian's `wine` prefers the 32-bit loader, in which System32 is
+# the 32-bit system folder, even for a 64-bit prefix.
+wine_loader() {
+    local loader=/usr/lib/wine/wine64
+    [[ $1 == win64 ]] || loader=/usr/lib/wine/wine
+    [[ -x $loader ]] || loader=wine
+    echo "$loader"
+}
+
+# Runs a command with its own mounts, processes and network, which end with it.
+isolated() {
     unshare --mount --net --pid --fork --kill-child "$@"
 }
 
-# The mirror that this machine's own packages come from; nothing when apt does not know one.
+# package_mirror CODENAME
+# Prints the mirror from which this system gets its packages, or nothing if apt doesn't know one.
 package_mirror() {
     apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' "Codename: $1" 2>/dev/null | head -n 1
 }
 
-# wine32_root_make
-# Sees to the 32-bit system. False, with the reason on standard output, where it cannot be had. It takes its name when it
-# is whole.
-wine32_root_make() {
+# wine32_root_create
+# Creates the 32-bit Debian if it is missing. If that is impossible, prints the reason to standard output and returns
+# false. Uses a temporary name until the folder is complete.
+wine32_root_create() {
     [[ ! -d $WINE32_ROOT ]] || return 0
     if [[ $(id -u) != 0 ]]; then
-        echo "a 32-bit Wine is missing, and only root can set one up"
+        echo "32-bit Wine is missing, and setting up a 32-bit Debian for it requires root"
         return 1
-    elif ! apart true 2>/dev/null; then
-        echo "a 32-bit Wine is missing, and this machine does not let root mount what a system of its own needs"
+    elif ! isolated true 2>/dev/null; then
+        echo "32-bit Wine is missing, and this system doesn't allow the mounts that a 32-bit Debian needs"
         return 1
     elif ! packages_install debootstrap=debootstrap 2>/dev/null; then
-        echo "neither a 32-bit Wine nor debootstrap can be had"
+        echo "32-bit Wine and debootstrap are missing"
         return 1
     fi
     local suite mirror
@@ -51,7 +62,7 @@ wine32_root_make() {
     if ! debootstrap --arch=i386 --variant=minbase --include=wine,wine32,fonts-wine,xvfb,xauth \
         "$suite" "$WINE32_ROOT.new" ${mirror:+"$mirror"} >"$WINE32_ROOT.log" 2>&1 </dev/null; then
         rm -rf "$WINE32_ROOT.new"
-        echo "a 32-bit Wine could not be fetched, see build/wine32-root.log"
+        echo "a 32-bit Debian couldn't be installed; see build/wine32-root.log"
         return 1
     fi
     rm -rf "$WINE32_ROOT.new"/var/cache/apt/archives/*.deb
@@ -59,12 +70,12 @@ wine32_root_make() {
 }
 
 # in_wine32_root COMMAND...
-# Runs a command in the 32-bit system, which sees this tree at its own path. The inner shell stays as the first process:
-# an X server does not tell that it is ready when its parent is the first.
+# Runs a command in the 32-bit Debian, where this tree has the same path. The inner shell stays process 1, because an X
+# server doesn't signal that it is ready if its parent is process 1.
 in_wine32_root() {
     mkdir -p "$WINE32_ROOT$PWD"
     # shellcheck disable=SC2016
-    apart sh -c '
+    isolated sh -c '
         root=$1 tree=$2
         shift 2
         mount -t proc proc "$root/proc" && mount --bind "$tree" "$root$tree" || exit
@@ -74,17 +85,17 @@ in_wine32_root() {
 }
 
 # wine_session PRESET COMMAND...
-# Runs a command on a virtual display, where Wine can run that build: here, or in the 32-bit system. One that hangs is
-# ended after 20 minutes. Ends with 77, and the reason on standard output, where this machine cannot.
+# Runs a command on a virtual display where Wine can run the programs of build/PRESET: here or in the 32-bit Debian. Kills
+# it after 20 minutes. If that is impossible, prints the reason to standard output and returns 77.
 wine_session() {
     local session=(timeout --kill-after=10 1200 xvfb-run -a -s '-screen 0 800x600x24' "${@:2}")
-    if ! wine_here "$1"; then
-        wine32_root_make || return 77
+    if ! wine_installed "$1"; then
+        wine32_root_create || return 77
         in_wine32_root "${session[@]}"
     elif packages_install "${WINE_PACKAGES[@]}" "${DISPLAY_PACKAGES[@]}" 2>/dev/null; then
         "${session[@]}"
     else
-        echo "Wine or Xvfb is not there"
+        echo "Wine or Xvfb is missing"
         return 77
     fi
 }
