@@ -1,7 +1,10 @@
-# Sourced by the scripts at the root: sees to the Debian packages that they need.
+# Sourced by the scripts in the root: installs Debian packages and configures builds.
+
+BUILD_PACKAGES=(g++=g++ cmake=cmake ninja=ninja-build /usr/include/SQLiteCpp/SQLiteCpp.h=libsqlitecpp-dev
+    /usr/include/newt.h=libnewt-dev)
 
 # packages_missing COMMAND=PACKAGE...
-# Prints the packages whose command (or file, when it begins with "/") is not there. A pattern may stand for a file.
+# Prints the packages whose command is missing. COMMAND can also be the path of a file, with wildcards.
 packages_missing() {
     local pair need
     for pair in "$@"; do
@@ -15,8 +18,8 @@ packages_missing() {
 }
 
 # packages_install COMMAND=PACKAGE...
-# Installs what is missing, as far as this user and this machine can, unless $NO_INSTALL says not to. False, with the
-# packages on standard error and why they are not there, when something is missing after that.
+# Installs the missing packages if the user is root and $NO_INSTALL isn't set. If packages are still missing afterwards,
+# prints them and the reason to standard error and returns false.
 packages_install() {
     local missing log
     mapfile -t missing < <(packages_missing "$@")
@@ -32,17 +35,17 @@ packages_install() {
         mapfile -t missing < <(packages_missing "$@")
         ((${#missing[@]})) || return 0
     fi
-    echo "Missing: ${missing[*]} (Debian packages; as root: apt-get install ${missing[*]})" >&2
+    echo "Missing Debian packages. To install them, run as root: apt-get install ${missing[*]}" >&2
     return 1
 }
 
-# apt_get ARGUMENT...: without questions, and not before another package manager has ended.
+# Runs apt-get without questions. Waits up to 5 minutes for another package manager.
 apt_get() {
     DEBIAN_FRONTEND=noninteractive apt-get -y -o DPkg::Lock::Timeout=300 --no-install-recommends "$@"
 }
 
 # quietly COMMAND...
-# Runs a command and shows what it printed only when it fails.
+# Runs a command, and prints its output only if it fails.
 quietly() {
     local output status=0
     output=$("$@" 2>&1 </dev/null) || status=$?
@@ -50,5 +53,22 @@ quietly() {
     return "$status"
 }
 
-BUILD_PACKAGES=(g++=g++ cmake=cmake ninja=ninja-build /usr/include/SQLiteCpp/SQLiteCpp.h=libsqlitecpp-dev
-    /usr/include/newt.h=libnewt-dev)
+# configure PRESET [CMAKE-OPTION]...
+# Configures build/PRESET. CMake rejects a build folder that was copied along with its tree, so that one is set up again.
+configure() {
+    local cache=build/$1/CMakeCache.txt
+    if [[ -f $cache ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$cache"; then
+        echo "build/$1 belongs to another folder and is set up again." >&2
+        rm -rf "build/$1"
+    fi
+    quietly cmake --preset "$@"
+}
+
+# Prints the folder for the user's machines.
+data_folder() {
+    if [[ -z ${XDG_DATA_HOME:-}${HOME:-} ]]; then
+        echo "HOME isn't set, so there is no folder for the machine. Set HOME or XDG_DATA_HOME." >&2
+        return 1
+    fi
+    echo "${XDG_DATA_HOME:-$HOME/.local/share}/vtv4v"
+}
