@@ -1,7 +1,7 @@
-# What mingw-i686.cmake and mingw-x86_64.cmake share, which say the processor. On Windows itself the compiler is the one
-# that the shell brings, and what it builds runs as it is.
+# Included by mingw-i686.cmake and mingw-x86_64.cmake, which set the processor. On Windows, the compiler is the one in
+# PATH.
 
-# The clock has no place in a program: the same source gives the same file.
+# Without a time stamp, the same source gives the same program.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -Wl,--no-insert-timestamp)
 if(CMAKE_HOST_WIN32)
   set(CMAKE_CXX_COMPILER g++)
@@ -14,5 +14,5 @@ set(CMAKE_FIND_ROOT_PATH /usr/${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE BOTH)
-# CTest starts the tests by this.
+# CTest runs the tests with this command.
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tools/wine-run ${CMAKE_BINARY_DIR})
