@@ -78,7 +78,7 @@ void AddComponent(const SuiteComponent& component) {
     const std::string path = FilePath(component);
     const std::uint32_t fileType = path.ends_with(".exe") ? 1 : 2;
     if (AddFile(path, SampleImage({.version = {1, 2, 3, 4}, .fileType = fileType}))) {
-        std::filesystem::last_write_time(platform::host::FindPlace(path).path, ReleaseTime());
+        std::filesystem::last_write_time(platform::host::ResolvePath(path).path, ReleaseTime());
     }
 }
 
@@ -122,12 +122,12 @@ void AddCorePackage() {
 
 // Creates level by level, because an existing folder may be spelled in another letter case.
 void CreateFolders(const std::string& path) {
-    if (!platform::host::FindPlace("C:\\").IsFolder()) {
+    if (!platform::host::ResolvePath("C:\\").IsFolder()) {
         std::filesystem::create_directories(platform::host::MachineFolder() / "drives" / "c");
     }
     const std::size_t first = path.find('\\') + 1;
     for (std::size_t end = path.find('\\', first); end != std::string::npos; end = path.find('\\', end + 1)) {
-        const platform::host::DrivePlace level = platform::host::FindPlace(path.substr(0, end));
+        const platform::host::ResolvedPath level = platform::host::ResolvePath(path.substr(0, end));
         if (level.status == platform::StatusFileNotFound) {
             std::filesystem::create_directory(level.path);
         }
@@ -136,7 +136,7 @@ void CreateFolders(const std::string& path) {
 
 bool AddFile(const std::string& path, std::string_view content) {
     CreateFolders(path);
-    const platform::host::DrivePlace place = platform::host::FindPlace(path);
+    const platform::host::ResolvedPath place = platform::host::ResolvePath(path);
     if (place.status == platform::StatusSuccess) {
         return false;
     }
@@ -187,7 +187,7 @@ void InstalledSuiteAdd(const std::set<std::string>& without) {
     for (const SuiteComponent& component : SuiteComponents) {
         const bool excludesFile = ExcludesFile(without, component);
         if (excludesFile) {
-            std::filesystem::remove(platform::host::FindPlace(FilePath(component)).path);
+            std::filesystem::remove(platform::host::ResolvePath(FilePath(component)).path);
         } else {
             AddComponent(component);
         }

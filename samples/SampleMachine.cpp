@@ -66,7 +66,7 @@ void CompleteMachine(const fs::path& machine, const std::set<std::string>& witho
         platform::GetEnvironmentVariableA("HOMEDRIVE") + platform::GetEnvironmentVariableA("HOMEPATH");
     CreateFolders(home + "\\Eigene Dateien\\");
     if (AddFile(NotepadPath, NotepadText)) {
-        const std::string program = platform::host::FindPlace(NotepadPath).path;
+        const std::string program = platform::host::ResolvePath(NotepadPath).path;
         fs::permissions(program, fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec,
                         fs::perm_options::add);
     }

@@ -50,7 +50,7 @@ Status DeleteFileA(const std::string& path) noexcept;
 std::string FindNormalFile(const std::string& path);
 
 // True for a file of any attributes; false for a folder.
-bool FileExists(const std::string& path);
+bool IsFile(const std::string& path);
 
 // True when both paths lead to one file or folder, by whatever names; false where one of them is missing.
 bool IsSameFile(const std::string& path, const std::string& other);

@@ -165,5 +165,5 @@ void IniFile4::Delete() const {
 }
 
 bool IniFile4::Exists() const {
-    return !filePath_.empty() && platform::FileExists(platform::AnsiFromText(filePath_));
+    return !filePath_.empty() && platform::IsFile(platform::AnsiFromText(filePath_));
 }

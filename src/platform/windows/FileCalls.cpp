@@ -98,7 +98,7 @@ std::string FindNormalFile(const std::string& path) {
     return {};
 }
 
-bool FileExists(const std::string& path) {
+bool IsFile(const std::string& path) {
     const DWORD attributes = ::GetFileAttributesA(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
 }

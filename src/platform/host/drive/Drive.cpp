@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-DrivePlace PlaceOnDisk(const fs::path& path) {
+ResolvedPath PlaceOnDisk(const fs::path& path) {
     struct stat found {};
     if (stat(path.c_str(), &found) != 0) {
         return {StatusFromErrno(errno), path.native()};
@@ -25,8 +25,8 @@ DrivePlace PlaceOnDisk(const fs::path& path) {
     return {StatusSuccess, path.native(), found.st_mode, found.st_mtime};
 }
 
-DrivePlace FindName(const fs::path& folder, const std::string& name) {
-    DrivePlace exact = PlaceOnDisk(folder / name);
+ResolvedPath FindName(const fs::path& folder, const std::string& name) {
+    ResolvedPath exact = PlaceOnDisk(folder / name);
     if (!exact.IsMissing()) {
         return exact;
     }
@@ -46,15 +46,15 @@ bool HasDrive(const std::string& path) {
 
 }  // namespace
 
-DrivePlace FindPlace(std::string_view path) {
+ResolvedPath ResolvePath(std::string_view path) {
     std::string text = ToUtf8(TextFromAnsi(std::string(path)));
     std::ranges::replace(text, '\\', '/');
     if (!HasDrive(text)) {
         std::error_code error;
         const bool isHostPath = !path.empty() && path.find_first_of("\\:") == std::string_view::npos;
-        return isHostPath ? PlaceOnDisk(fs::absolute(text, error)) : DrivePlace{StatusPathNotFound};
+        return isHostPath ? PlaceOnDisk(fs::absolute(text, error)) : ResolvedPath{StatusPathNotFound};
     }
-    DrivePlace place = FindName(MachineFolder() / "drives", std::string(1, static_cast<char>(text[0] | 0x20)));
+    ResolvedPath place = FindName(MachineFolder() / "drives", std::string(1, static_cast<char>(text[0] | 0x20)));
     for (const fs::path& name : fs::path(text.substr(2)).lexically_normal().relative_path()) {
         if (!place.IsFolder()) {
             const bool known = place.status == StatusSuccess || place.status == StatusFileNotFound;

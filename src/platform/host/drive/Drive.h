@@ -20,12 +20,12 @@
 namespace platform::host {
 
 // Where a path leads.
-struct DrivePlace {
+struct ResolvedPath {
     // StatusSuccess: to a file or folder; StatusFileNotFound: to a name that its folder has not; any other: nowhere.
     Status status;
-    std::string path = {};    // on the host's disk, in the missing case where such a file would be
-    mode_t mode = 0;          // of what is there
-    std::time_t changed = 0;  // its content's last change
+    std::string path = {};     // on the host's disk, in the missing case where such a file would be
+    mode_t mode = 0;           // of what is there
+    std::time_t modified = 0;  // its content's last change
 
     [[nodiscard]] bool IsFolder() const { return S_ISDIR(mode); }
     [[nodiscard]] bool IsFile() const { return S_ISREG(mode); }
@@ -34,6 +34,6 @@ struct DrivePlace {
 };
 
 // `path` is in the 8-bit code page.
-DrivePlace FindPlace(std::string_view path);
+ResolvedPath ResolvePath(std::string_view path);
 
 }  // namespace platform::host

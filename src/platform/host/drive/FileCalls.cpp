@@ -21,7 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 
 // What speaks against changing, replacing or deleting what is there.
-Status ChangeRefusal(const host::DrivePlace& place) {
+Status ChangeRefusal(const host::ResolvedPath& place) {
     if (place.status != StatusSuccess) {
         return place.status;
     }
@@ -37,7 +37,7 @@ Status FolderRefusal(const fs::path& path) {
     return (folder.st_mode & S_IWUSR) == 0 ? StatusAccessDenied : StatusSuccess;
 }
 
-Status OpenRefusal(const host::DrivePlace& place, std::uint32_t access, std::uint32_t disposition) {
+Status OpenRefusal(const host::ResolvedPath& place, std::uint32_t access, std::uint32_t disposition) {
     if (place.IsMissing() && disposition != OpenExisting) {
         return FolderRefusal(place.path);
     }
@@ -57,8 +57,8 @@ bool TakeRights(const fs::path& file, const fs::path& from) {
 // Puts one file in the place of another, which need not be there when `mayBeNew` is set. The owner and mode of one that
 // is there stay.
 Status TakePlace(const std::string& from, const std::string& to, bool mayBeNew) {
-    const host::DrivePlace source = host::FindPlace(from);
-    const host::DrivePlace target = host::FindPlace(to);
+    const host::ResolvedPath source = host::ResolvePath(from);
+    const host::ResolvedPath target = host::ResolvePath(to);
     const bool isNew = mayBeNew && target.IsMissing();
     if (const Status refusal = isNew ? StatusSuccess : ChangeRefusal(target); refusal != StatusSuccess) {
         return refusal;
@@ -82,7 +82,7 @@ Status TakePlace(const std::string& from, const std::string& to, bool mayBeNew) 
 
 Status CreateFileA(const std::string& path, std::uint32_t access, std::uint32_t disposition, Handle& file) {
     file = 0;
-    const host::DrivePlace place = host::FindPlace(path);
+    const host::ResolvedPath place = host::ResolvePath(path);
     if (const Status refusal = OpenRefusal(place, access, disposition); refusal != StatusSuccess) {
         return refusal;
     }
@@ -136,7 +136,7 @@ Status ReplaceFileA(const std::string& replaced, const std::string& replacement)
 
 Status DeleteFileA(const std::string& path) noexcept {
     try {
-        const host::DrivePlace place = host::FindPlace(path);
+        const host::ResolvedPath place = host::ResolvePath(path);
         if (const Status refusal = ChangeRefusal(place); refusal != StatusSuccess) {
             return refusal;
         }
@@ -150,27 +150,27 @@ Status DeleteFileA(const std::string& path) noexcept {
 }
 
 std::string FindNormalFile(const std::string& path) {
-    const host::DrivePlace place = host::FindPlace(path);
+    const host::ResolvedPath place = host::ResolvePath(path);
     const std::string name = fs::path(place.path).filename().native();
     const bool hidden = name.starts_with('.');
     return place.IsFile() && !hidden ? AnsiFromText(host::FromUtf8(name)) : std::string();
 }
 
-bool FileExists(const std::string& path) {
-    return host::FindPlace(path).IsFile();
+bool IsFile(const std::string& path) {
+    return host::ResolvePath(path).IsFile();
 }
 
 bool IsSameFile(const std::string& path, const std::string& other) {
     std::error_code error;
-    return std::filesystem::equivalent(host::FindPlace(path).path, host::FindPlace(other).path, error);
+    return std::filesystem::equivalent(host::ResolvePath(path).path, host::ResolvePath(other).path, error);
 }
 
 Status DateLastModified(const std::string& path, double& date) {
-    const host::DrivePlace place = host::FindPlace(path);
+    const host::ResolvedPath place = host::ResolvePath(path);
     if (!place.IsFile()) {
         return place.status == StatusSuccess ? StatusFileNotFound : place.status;
     }
-    date = host::DateValueOf(place.changed);
+    date = host::DateValueOf(place.modified);
     return StatusSuccess;
 }
 

@@ -12,7 +12,7 @@ namespace platform {
 namespace {
 
 std::string ReadVersionBlock(const std::string& path) {
-    const host::DrivePlace place = host::FindPlace(path);
+    const host::ResolvedPath place = host::ResolvePath(path);
     if (!place.IsFile()) {
         return {};
     }

@@ -45,7 +45,7 @@ Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReferenc
     if (server.empty()) {
         return ClassNotRegistered;
     }
-    if (!FileExists(server)) {
+    if (!IsFile(server)) {
         return ServerNotFound;
     }
     object = 1;  // nothing stands behind it
@@ -57,7 +57,7 @@ void ReleaseObject(ObjectReference /*object*/) noexcept {
 
 Status CallTextFunction(const std::string& libraryPath, const std::string& function, const std::string& /*text*/,
                         std::int32_t& result) {
-    if (!FileExists(libraryPath)) {
+    if (!IsFile(libraryPath)) {
         return StatusModuleNotFound;
     }
     const std::string library = libraryPath.substr(libraryPath.rfind('\\') + 1);

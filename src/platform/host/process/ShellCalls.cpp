@@ -47,7 +47,7 @@ std::string ProgramFile(const std::string& name) {
     const bool isPath = name.find_first_of("\\/:") != std::string::npos;
     for (const std::string& path : isPath ? std::vector<std::string>{name}
                                           : std::vector{"C:\\Windows\\System32\\" + name, "C:\\Windows\\" + name}) {
-        if (const host::DrivePlace place = host::FindPlace(path); place.IsFile()) {
+        if (const host::ResolvedPath place = host::ResolvePath(path); place.IsFile()) {
             return place.path;
         }
     }
@@ -77,7 +77,7 @@ std::int32_t ShellExecuteA(Handle /*owner*/, const std::string& /*verb*/, const 
                            const std::string& /*parameters*/, const std::string& directory, std::int32_t /*show*/) {
     std::string path = file;
     std::erase(path, '"');
-    const host::DrivePlace document = host::FindPlace(path);
+    const host::ResolvedPath document = host::ResolvePath(path);
     if (document.status != StatusSuccess) {
         return document.status < ShellStarted ? document.status : StatusFileNotFound;
     }
@@ -88,7 +88,7 @@ std::int32_t ShellExecuteA(Handle /*owner*/, const std::string& /*verb*/, const 
         return ShellNoAssociation;
     }
     host::ProgramStart program = ProgramOf(command, document.path);
-    const host::DrivePlace folder = host::FindPlace(directory);
+    const host::ResolvedPath folder = host::ResolvePath(directory);
     program.directory = folder.IsFolder() ? folder.path : std::string();
     pid_t process = 0;
     const bool inTerminal = host::HasTerminal() && host::ClassNumber(className, "Terminal") == 1;
