@@ -1,8 +1,6 @@
-// Windows' code page 1252, whose 256 characters are all that crosses the seam.
+// The Windows code page 1252. The host uses no other characters in the strings that cross the seam.
 #include <algorithm>
 #include <array>
-#include <clocale>
-#include <cwctype>
 
 #include "platform/Regional.h"
 
@@ -10,8 +8,8 @@ namespace platform {
 
 namespace {
 
-// The characters of the bytes 0x80 to 0x9F; all others stand for the character of their own number. The five bytes that
-// the code page does not define stand for the control characters of theirs, as on Windows.
+// The characters of the bytes 0x80 to 0x9F. Every other byte has the number of its character, and so do the five bytes
+// that the code page doesn't define, as on Windows.
 constexpr std::array<char16_t, 32> HighControls = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                                    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                                    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
@@ -23,14 +21,23 @@ char AnsiCharacter(char16_t character) {
     if (character < FirstHighControl || (character > LastHighControl && character <= 0xFF)) {
         return static_cast<char>(character);
     }
-    const auto* const place = std::ranges::find(HighControls, character);
-    return place == HighControls.end() ? '?' : static_cast<char>(FirstHighControl + (place - HighControls.begin()));
+    const auto* const found = std::ranges::find(HighControls, character);
+    return found == HighControls.end() ? '?' : static_cast<char>(FirstHighControl + (found - HighControls.begin()));
 }
 
 char16_t TextCharacter(char byte) {
     const auto number = static_cast<unsigned char>(byte);
     return number < FirstHighControl || number > LastHighControl ? static_cast<char16_t>(number)
                                                                  : HighControls[number - FirstHighControl];
+}
+
+// Covers the letters of the code page.
+char16_t UppercaseLetter(char16_t letter) {
+    if ((letter >= u'a' && letter <= u'z') || (letter >= 0xE0 && letter <= 0xFE && letter != 0xF7)) {
+        return static_cast<char16_t>(letter - 0x20);
+    }
+    const bool hasUppercaseBefore = letter == 0x0153 || letter == 0x0161 || letter == 0x017E;
+    return letter == 0xFF ? char16_t{0x0178} : static_cast<char16_t>(letter - (hasUppercaseBefore ? 1 : 0));
 }
 
 }  // namespace
@@ -48,11 +55,9 @@ std::u16string TextFromAnsi(const std::string& bytes) {
 }
 
 std::u16string CharUpperW(const std::u16string& text) {
-    static const locale_t everyLetter = newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    std::u16string capitals = text;
-    std::ranges::transform(capitals, capitals.begin(),
-                           [](char16_t letter) { return static_cast<char16_t>(towupper_l(letter, everyLetter)); });
-    return capitals;
+    std::u16string upper = text;
+    std::ranges::transform(upper, upper.begin(), UppercaseLetter);
+    return upper;
 }
 
 }  // namespace platform
