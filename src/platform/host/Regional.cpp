@@ -3,71 +3,137 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <cstdlib>
 #include <limits>
-#include <optional>
 #include <string_view>
 
 namespace platform {
 
 namespace {
 
-constexpr const char* Blanks = " \t\n\v\f\r";
+constexpr std::string_view Spaces = " \t\n\v\f\r\xA0";
+constexpr std::string_view Digits = "0123456789";
+constexpr std::string_view SymbolsBefore = "+-\x80(";  // 0x80 is the euro sign
+constexpr std::string_view SymbolsAfter = "+-\x80)";
 
-// "&H" and "&O" tell the 32 bits themselves, the sign bit included.
-Status ReadBased(std::string_view text, std::int32_t& number) {
-    const bool hexadecimal = text.starts_with("&H") || text.starts_with("&h");
-    if (!hexadecimal && !text.starts_with("&O") && !text.starts_with("&o")) {
-        return DispTypeMismatch;
+// Skips spaces and symbols and appends the symbols to `seen`. Each symbol may occur only once around a number.
+void SkipSymbols(std::string_view& text, std::string_view symbols, std::string& seen) {
+    for (; !text.empty(); text.remove_prefix(1)) {
+        const char next = text.front();
+        if (Spaces.find(next) != std::string_view::npos) {
+            continue;
+        }
+        if (symbols.find(next) == std::string_view::npos || seen.find(next) != std::string::npos) {
+            return;
+        }
+        seen += next;
     }
-    std::uint32_t bits = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data() + 2, end, bits, hexadecimal ? 16 : 8);
-    if (error == std::errc::invalid_argument || stop != end) {
-        return DispTypeMismatch;
-    }
-    if (error == std::errc::result_out_of_range) {
-        return DispOverflow;
-    }
-    number = static_cast<std::int32_t>(bits);
-    return StatusSuccess;
 }
 
-// The number of a text: digits, with points among those before the comma, and an exponent.
-std::optional<double> ReadDecimal(std::string text) {
-    if (text.find_first_of("0123456789,") != 0 || text.find_first_not_of("0123456789,.eE+-") != std::string::npos) {
-        return {};
+// Removes the leading characters that are in `characters` and returns them.
+std::string Take(std::string_view& text, std::string_view characters) {
+    const std::string taken(text.substr(0, text.find_first_not_of(characters)));
+    text.remove_prefix(taken.size());
+    return taken;
+}
+
+// Reads the 32 bits, including the sign bit, of a number that begins with "&H" or "&O".
+Status ReadBased(std::string_view& text, std::int32_t& number) {
+    const bool isHexadecimal = text.starts_with("&H") || text.starts_with("&h");
+    if (!isHexadecimal && !text.starts_with("&O") && !text.starts_with("&o")) {
+        return DispTypeMismatch;
     }
-    const auto wholeEnd = text.begin() + static_cast<std::ptrdiff_t>(std::min(text.find_first_of(",eE"), text.size()));
-    text.erase(std::remove(text.begin(), wholeEnd, '.'), wholeEnd);
-    std::ranges::replace(text, ',', '.');
-    char* end = nullptr;
-    const double number = std::strtod(text.c_str(), &end);
-    return *end == '\0' ? std::optional(number) : std::nullopt;
+    text.remove_prefix(2);
+    const std::string digits = Take(text, isHexadecimal ? "0123456789ABCDEFabcdef" : "01234567");
+    std::uint32_t bits = 0;
+    const std::errc error =
+        std::from_chars(digits.data(), digits.data() + digits.size(), bits, isHexadecimal ? 16 : 8).ec;
+    number = static_cast<std::int32_t>(bits);
+    return error == std::errc()                      ? StatusSuccess
+           : error == std::errc::result_out_of_range ? DispOverflow
+                                                     : DispTypeMismatch;
+}
+
+// Multiplies the number whose digits before and after the decimal separator are given by 10 to the power of `exponent`.
+void MoveSeparator(std::string& whole, std::string& fraction, int exponent) {
+    const auto distance = static_cast<std::size_t>(std::abs(exponent));
+    if (exponent > 0) {
+        fraction.append(distance, '0');
+        whole += fraction.substr(0, distance);
+        fraction.erase(0, distance);
+    } else {
+        whole.insert(0, distance, '0');
+        fraction.insert(0, whole.substr(whole.size() - distance));
+        whole.resize(whole.size() - distance);
+    }
+}
+
+// Leaves a malformed exponent in `text`.
+int TakeExponent(std::string_view& text) {
+    constexpr int largest = 99999;  // more than the length of any text
+    std::string_view rest = text;
+    if (Take(rest, "eE").size() != 1) {
+        return 0;
+    }
+    const std::string sign = Take(rest, "+-");
+    const std::string digits = Take(rest, Digits);
+    if (sign.size() > 1 || digits.empty()) {
+        return 0;
+    }
+    text = rest;
+    int exponent = largest;
+    std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
+    exponent = std::min(exponent, largest);
+    return sign == "-" ? -exponent : exponent;
+}
+
+// Reads a whole number or decimal fraction with an optional exponent and rounds it to the nearest whole number, a tie
+// to the even one.
+Status ReadDecimal(std::string_view& text, std::int64_t& number) {
+    const bool startsWithPoint = text.starts_with('.');
+    std::string whole = Take(text, "0123456789.");
+    std::erase(whole, '.');
+    const bool hasSeparator = text.starts_with(',');
+    text.remove_prefix(hasSeparator ? 1 : 0);
+    std::string fraction = hasSeparator ? Take(text, Digits) : std::string();
+    if (startsWithPoint || (whole.empty() && fraction.empty())) {
+        return DispTypeMismatch;
+    }
+    MoveSeparator(whole, fraction, TakeExponent(text));
+    whole.insert(0, 1, '0');
+    if (std::from_chars(whole.data(), whole.data() + whole.size(), number).ec != std::errc()) {
+        return DispOverflow;
+    }
+    fraction.erase(fraction.find_last_not_of('0') + 1);
+    number += fraction > "5" || (fraction == "5" && number % 2 != 0) ? 1 : 0;
+    return StatusSuccess;
 }
 
 }  // namespace
 
 Status VarI4FromStr(const std::u16string& text, std::int32_t& number) {
-    // The system's call takes a text that a null character ends.
-    const std::string bytes = AnsiFromText(text.substr(0, text.find(u'\0')));
-    const std::size_t first = std::min(bytes.find_first_not_of(Blanks), bytes.size());
-    std::string_view body = std::string_view(bytes).substr(first, bytes.find_last_not_of(Blanks) + 1 - first);
-    if (body.starts_with('&')) {
-        return ReadBased(body, number);
-    }
-    const bool isNegative = body.starts_with('-');
-    body.remove_prefix(isNegative || body.starts_with('+') ? 1 : 0);
-    const std::optional<double> value = ReadDecimal(std::string(body));
-    if (!value) {
+    const std::string bytes = AnsiFromText(text.substr(0, text.find(u'\0')));  // the Windows call stops at a NUL, too
+    std::string_view rest = bytes;
+    std::string symbols;
+    SkipSymbols(rest, SymbolsBefore, symbols);
+    std::int32_t bits = 0;
+    std::int64_t decimal = 0;
+    const bool isBased = rest.starts_with('&');
+    const Status status = isBased ? ReadBased(rest, bits) : ReadDecimal(rest, decimal);
+    SkipSymbols(rest, SymbolsAfter, symbols);
+    const bool hasParentheses = symbols.find('(') != std::string::npos;
+    if (!rest.empty() || hasParentheses != (symbols.find(')') != std::string::npos)) {
         return DispTypeMismatch;
     }
-    const double whole = std::nearbyint(isNegative ? -*value : *value);  // a tie to the even one
-    if (whole < std::numeric_limits<std::int32_t>::min() || whole > std::numeric_limits<std::int32_t>::max()) {
+    if (status != StatusSuccess) {
+        return status;
+    }
+    const bool isNegative = hasParentheses || symbols.find('-') != std::string::npos;
+    const std::int64_t value = isBased ? bits : isNegative ? -decimal : decimal;
+    if (value < std::numeric_limits<std::int32_t>::min() || value > std::numeric_limits<std::int32_t>::max()) {
         return DispOverflow;
     }
-    number = static_cast<std::int32_t>(whole);
+    number = static_cast<std::int32_t>(value);
     return StatusSuccess;
 }
 
