@@ -2,7 +2,7 @@
 
 #include "platform/Handle.h"
 
-// A file or a process of the system, closed with its owner.
+// Owns a file or process handle and closes it on destruction.
 class OwnedHandle {
 public:
     explicit OwnedHandle(platform::Handle handle) : handle_(handle) {}

@@ -1,27 +1,27 @@
 #include "common/TextFile.h"
 
+#include <random>
+
 #include "common/Error.h"
 #include "platform/FileCalls.h"
-#include "platform/Process.h"
 #include "platform/Regional.h"
 
 namespace {
 
 constexpr std::size_t BufferSize = 65536;
 
-platform::Handle OpenedFile(const std::string& path, std::uint32_t access, std::uint32_t disposition) {
+platform::Handle OpenFile(const std::string& path, std::uint32_t access, std::uint32_t disposition) {
     platform::Handle file = 0;
     RaiseFileStatus(platform::CreateFileA(path, access, disposition, file));
     return file;
 }
 
-// To the disk itself, not only to the system's memory.
-void WriteAll(const OwnedHandle& file, std::string_view bytes) {
+void WriteAndFlush(const OwnedHandle& file, std::string_view bytes) {
     RaiseFileStatus(platform::WriteFile(file.Get(), bytes));
     RaiseFileStatus(platform::FlushFileBuffers(file.Get()));
 }
 
-// A file that is made to be written, at a path that outlives it. It is deleted with its owner, unless it is kept.
+// Owns a newly created file and deletes it on destruction, unless Keep was called. `path` must outlive the object.
 class NewFile {
 public:
     NewFile(const std::string& path, platform::Handle file) noexcept : path_(path), file_(file) {}
@@ -34,9 +34,8 @@ public:
     NewFile(const NewFile&) = delete;
     NewFile& operator=(const NewFile&) = delete;
 
-    // Writes it whole and closes it.
-    void Write(std::string_view bytes) {
-        WriteAll(file_, bytes);
+    void WriteAndClose(std::string_view bytes) {
+        WriteAndFlush(file_, bytes);
         file_.Close();
     }
     void Keep() { kept_ = true; }
@@ -47,9 +46,15 @@ private:
     bool kept_ = false;
 };
 
-// Two processes that write one file at the same time must not write into one another's text.
-std::string PathBeside(const std::string& path) {
-    return path + "." + std::to_string(platform::GetCurrentProcessId()) + ".tmp";
+// Creates a file in the folder of `path` and sets `tempPath` to its name. The name is random, so that nobody can plant
+// a file or link under it.
+platform::Status CreateTempFile(const std::string& path, std::string& tempPath, platform::Handle& file) {
+    platform::Status status = platform::StatusFileExists;
+    for (std::random_device random; status == platform::StatusFileExists;) {
+        tempPath = path + "." + std::to_string(random()) + std::to_string(random()) + ".tmp";
+        status = platform::CreateFileA(tempPath, platform::GenericWrite, platform::CreateNew, file);
+    }
+    return status;
 }
 
 bool IsDiskFull(platform::Status status) {
@@ -57,28 +62,24 @@ bool IsDiskFull(platform::Status status) {
            status == platform::StatusDiskQuota;
 }
 
-platform::Status PutInPlace(const std::string& newPath, const std::string& path) {
-    const platform::Status status = platform::ReplaceFileA(path, newPath);
-    return status == platform::StatusFileNotFound ? platform::MoveFileExA(newPath, path) : status;
-}
-
-// Writes a file beside `path` and puts it in its place. False when that cannot be done: no such file may be made in the
-// folder, its longer name is too long, the earlier file may not be given up. Raises when the disk is full, with the
-// earlier file as it was.
-bool WrittenBeside(const std::string& path, std::string_view bytes) {
-    const std::string pathBeside = PathBeside(path);
+// Returns false if the folder takes no temporary file, or if the existing file can't be replaced or its permissions
+// can't be copied. Raises an error if the disk is full. The existing file is unchanged in all these cases.
+bool TryReplaceViaTempFile(const std::string& path, std::string_view bytes) {
+    std::string tempPath;
     platform::Handle handle = 0;
-    const platform::Status status =
-        platform::CreateFileA(pathBeside, platform::GenericWrite, platform::CreateAlways, handle);
-    if (IsDiskFull(status)) {
-        RaiseFileStatus(status);
-    }
-    if (status != platform::StatusSuccess) {
+    if (const platform::Status created = CreateTempFile(path, tempPath, handle); created != platform::StatusSuccess) {
+        if (IsDiskFull(created)) {
+            RaiseFileStatus(created);
+        }
         return false;
     }
-    NewFile file(pathBeside, handle);
-    file.Write(bytes);
-    if (PutInPlace(pathBeside, path) != platform::StatusSuccess) {
+    NewFile file(tempPath, handle);
+    const platform::Status copied = platform::CopyPermissions(path, handle);
+    if (copied != platform::StatusSuccess && copied != platform::StatusFileNotFound) {
+        return false;
+    }
+    file.WriteAndClose(bytes);
+    if (platform::MoveFileExA(tempPath, path) != platform::StatusSuccess) {
         return false;
     }
     file.Keep();
@@ -88,7 +89,7 @@ bool WrittenBeside(const std::string& path, std::string_view bytes) {
 }  // namespace
 
 TextFileReader::TextFileReader(const Text& path)
-    : file_(OpenedFile(platform::AnsiFromText(path), platform::GenericRead, platform::OpenExisting)) {
+    : file_(OpenFile(platform::AnsiFromText(path), platform::GenericRead, platform::OpenExisting)) {
 }
 
 bool TextFileReader::Fill() {
@@ -129,13 +130,12 @@ void WriteTextFile(const Text& path, const Text& text, bool overwrite) {
 }
 
 void WriteBytes(const Text& path, std::string_view bytes, bool overwrite) {
-    const std::string place = platform::AnsiFromText(path);
+    const std::string filePath = platform::AnsiFromText(path);
     if (!overwrite) {
-        NewFile file(place, OpenedFile(place, platform::GenericWrite, platform::CreateNew));
-        file.Write(bytes);
+        NewFile file(filePath, OpenFile(filePath, platform::GenericWrite, platform::CreateNew));
+        file.WriteAndClose(bytes);
         file.Keep();
-    } else if (!WrittenBeside(place, bytes)) {
-        const OwnedHandle file(OpenedFile(place, platform::GenericWrite, platform::CreateAlways));
-        WriteAll(file, bytes);
+    } else if (!TryReplaceViaTempFile(filePath, bytes)) {
+        WriteAndFlush(OwnedHandle(OpenFile(filePath, platform::GenericWrite, platform::CreateAlways)), bytes);
     }
 }

@@ -6,14 +6,13 @@
 #include "common/OwnedHandle.h"
 #include "common/Text.h"
 
-// A text file in the system's 8-bit code page, read line by line. CR LF, LF and CR end a line; the last one need not be
-// ended. The file is closed with the object, so that no error leaves it open.
+// Reads a text file in the system's 8-bit code page line by line. CR LF, LF and CR end a line; the last line may lack a
+// line end. Every failure raises the run-time error for the status of the failed call.
 class TextFileReader {
 public:
-    // Raises the error of the status when the file cannot be opened.
     explicit TextFileReader(const Text& path);
 
-    // Both raise when the file cannot be read.
+    // Not const: reads ahead.
     bool AtEnd();
     Text ReadLine();
 
@@ -25,12 +24,14 @@ private:
     std::size_t next_ = 0;
 };
 
-// Writes a file in the system's 8-bit code page, with `text` as it is. Raises the error of the status that ends it.
+// Writes `text` to a file in the system's 8-bit code page. On failure raises the run-time error for the status of the
+// failed call.
 //
-// With `overwrite` the text goes to a file beside it, which then takes the place of an earlier file and its rights; an
-// error leaves the earlier file as it was. Only where the folder or another program refuses that, the earlier file is
-// emptied and written where it is. Without `overwrite` a file that is there raises that it exists (58), also one that
-// another program has just made.
+// With `overwrite`, writes a temporary file in the same folder, gives it the permissions of the existing file and
+// renames it over that file, so that an error or a killed process leaves either the old or the new file. If the folder
+// or another program prevents this, truncates the existing file and writes it in place. If the file exists and
+// `overwrite` is false, raises 58, even if another process has just created it.
 void WriteTextFile(const Text& path, const Text& text, bool overwrite);
-// The same with bytes as they are.
+
+// Like WriteTextFile, but writes the bytes unchanged.
 void WriteBytes(const Text& path, std::string_view bytes, bool overwrite);

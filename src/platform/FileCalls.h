@@ -7,56 +7,57 @@
 
 #include "platform/Handle.h"
 
-// Files by path: "C:\folder\name", in the system's 8-bit code page, found without regard to case. A file's handle is
-// closed with CloseHandle.
+// Files by path: "C:\folder\name", in the system's 8-bit code page. Letter case is ignored. File handles are closed
+// with CloseHandle.
 namespace platform {
 
 inline constexpr std::uint32_t GenericRead = 0x80000000U;
 inline constexpr std::uint32_t GenericWrite = 0x40000000U;
 
-inline constexpr std::uint32_t CreateNew = 1;     // fails with StatusFileExists on a file that is there
-inline constexpr std::uint32_t CreateAlways = 2;  // empties a file that is there
+inline constexpr std::uint32_t CreateNew = 1;     // fails with StatusFileExists if the name exists, even as a link
+inline constexpr std::uint32_t CreateAlways = 2;  // truncates an existing file
 inline constexpr std::uint32_t OpenExisting = 3;
 
-// Opens a file with `access` (GenericRead or GenericWrite) under `disposition`. `file` is 0 on failure: 2 for a missing
-// file, 3 for a missing folder or drive, 5 for a folder, a read-only file or a refused right, 19 on a disk that
-// takes no writes, 123 for a name that cannot be one, 206 for one that is too long.
+// Opens or creates a file, depending on `disposition`. `access` is GenericRead or GenericWrite. On failure sets `file`
+// to 0 and returns 2 if the file is missing, 3 if its folder or drive is missing, 5 if the path is a folder, if access
+// is denied, or if a read-only file is opened for writing, 19 if the disk is write-protected, 123 if the name is
+// invalid, 206 if the name is too long.
 Status CreateFileA(const std::string& path, std::uint32_t access, std::uint32_t disposition, Handle& file);
 
-// Reads up to `buffer` bytes; `read` is their number, 0 at the end of the file.
+// Reads up to `buffer.size()` bytes and sets `read` to the number of bytes read, 0 at the end of the file.
 Status ReadFile(Handle file, std::span<char> buffer, std::uint32_t& read);
 
-// Writes all of `data`, or fails (112 when the disk is full, 1295 when the user's share of it is). A failed write may
-// have written a part.
+// Writes all of `data`. Returns 112 if the disk is full, 1295 if the user's disk quota is exceeded. A failed write may
+// have written part of the data.
 Status WriteFile(Handle file, std::string_view data);
 
-// Hands what was written to the disk itself.
+// Flushes the file's data to disk.
 Status FlushFileBuffers(Handle file);
 
-// Gives `from` the name `to` in one step, in the place of a file of that name: 5 when that one is read-only or a
-// folder.
+// Gives a file that is open for writing the permissions of the file at `path`: its access control list and attributes
+// on Windows, its owner and mode on the host. Returns 2 if `path` is missing, 5 if it is read-only or isn't a file, or
+// if its permissions can't be copied.
+Status CopyPermissions(const std::string& path, Handle file);
+
+// Renames `from` to `to` atomically, replacing an existing file. Returns 5 if that file is read-only or a folder. On
+// the host, if `to` is a symbolic link, replaces the file it points to.
 Status MoveFileExA(const std::string& from, const std::string& to);
 
-// Puts the file `replacement` in the place of the existing file `replaced` in one step. What `replaced` had for rights
-// stays: on Windows its access list and attributes, on the host its owner and mode. 2 when one of them is missing, 5
-// when `replaced` is read-only or may not be given up, 17 when the two are on different disks.
-Status ReplaceFileA(const std::string& replaced, const std::string& replacement);
-
-// Deletes a file: 2 or 3 when it is missing, 5 when it is read-only or a folder.
+// Deletes a file. Returns 2 or 3 if it is missing, 5 if it is read-only or a folder.
 Status DeleteFileA(const std::string& path) noexcept;
 
-// A directory search with the normal attribute set: the name of the first file that matches `path`, the empty text for
-// none. Hidden files, system files and folders do not match.
+// Returns the name of the first file that matches `path`, or an empty string. Ignores hidden files, system files and
+// folders.
 std::string FindNormalFile(const std::string& path);
 
-// True for a file of any attributes; false for a folder.
+// True if the path is a file, even a hidden one. False for a folder.
 bool IsFile(const std::string& path);
 
-// True when both paths lead to one file or folder, by whatever names; false where one of them is missing.
+// True if both paths lead to the same existing file or folder.
 bool IsSameFile(const std::string& path, const std::string& other);
 
-// The time of the file's last change as a local date value (days since 30 December 1899): 2 or 3 when it is missing or
-// a folder.
+// Sets `date` to the file's last modification time as a local date value (days since 30 December 1899). Returns 2 or 3
+// if the file is missing or a folder.
 Status DateLastModified(const std::string& path, double& date);
 
 }  // namespace platform

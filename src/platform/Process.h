@@ -26,8 +26,6 @@ void WriteConsoleW(std::int32_t stream, const std::u16string& text);
 // The environment variable `name` in the system's 8-bit code page; the empty text when it is unset.
 std::string GetEnvironmentVariableA(const std::string& name);
 
-std::uint32_t GetCurrentProcessId();
-
 // The present local time as a date value: days since 30 December 1899, the time of day as the fraction.
 double Now();
 

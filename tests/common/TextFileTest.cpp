@@ -7,7 +7,7 @@
 #include "common/TextFile.h"
 #include "platform/Regional.h"
 
-TEST_CASE_FIXTURE(TestMachine, "Every kind of line end ends a line, at every place of the buffer") {
+TEST_CASE_FIXTURE(TestMachine, "CR LF, LF and CR end a line, even across a buffer boundary") {
     struct Case {
         std::string bytes;
         std::vector<Text> lines;
@@ -28,7 +28,7 @@ TEST_CASE_FIXTURE(TestMachine, "Every kind of line end ends a line, at every pla
     }
 }
 
-TEST_CASE_FIXTURE(TestMachine, "A file is written whole over an earlier one only where that is asked for") {
+TEST_CASE_FIXTURE(TestMachine, "WriteTextFile replaces an existing file only if asked to") {
     const Text path = platform::TextFromAnsi(ControlFile());
     WriteTextFile(path, u"new", false);
     CHECK(FileContent(ControlFile()) == "new");
@@ -36,7 +36,7 @@ TEST_CASE_FIXTURE(TestMachine, "A file is written whole over an earlier one only
     CHECK(FileContent(ControlFile()) == "new");
     WriteTextFile(path, Text(100000, u'Ä') + u"\r\n", true);
     CHECK(FileContent(ControlFile()) == std::string(100000, '\xC4') + "\r\n");
-    const std::ifstream reader(OnDisk(ControlFile()));  // on Windows, no other file takes its place meanwhile
+    const std::ifstream reader(OnDisk(ControlFile()));  // on Windows, an open file can't be replaced
     WriteTextFile(path, u"again", true);
     CHECK(FileContent(ControlFile()) == "again");
 }

@@ -107,8 +107,8 @@ TEST_CASE("A call that fails once in the start, an export, an import, a clearing
         {"Exportieren\n",
          exported,
          {{{RegOpenKeyExA, RegEnumValueA, RegQueryValueExA}, u"", cut},
-          // A file that cannot be written beside the earlier one, or not take its place, is written where it is.
-          {{CreateFileA, ReplaceFileA}, u"", exported},
+          // A control file that can't be replaced is written in place.
+          {{CreateFileA, CopyPermissions, MoveFileExA}, u"", exported},
           {{CreateFileA, WriteFile, FlushFileBuffers}, u"48 Kann Steuerungs-Datei nicht schreiben:" + path, before},
           {{ShellExecuteA}, noEditor, exported}}},
         {"Importieren\nJa\n",

@@ -4,7 +4,7 @@
 set(calls
   RegOpenKeyExA RegCreateKeyExA RegDeleteKeyA RegDeleteValueA RegEnumKeyExA RegEnumValueA RegQueryValueExA
   RegSetValueExA
-  CreateFileA ReadFile WriteFile FlushFileBuffers MoveFileExA ReplaceFileA DateLastModified
+  CreateFileA ReadFile WriteFile FlushFileBuffers CopyPermissions MoveFileExA DateLastModified
   RegCloseKey CloseHandle FindNormalFile OpenProcess GetFileVersionInfoSizeA GetFileVersionInfoA VerQueryValueA
   CreateObject StatusText ClipboardClear ClipboardSet MessageBoxW DoEvents
   ShellExecuteA CallTextFunction StartCommandLine WaitForSingleObject

@@ -11,7 +11,50 @@ namespace platform {
 
 namespace {
 
+constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD NotNormal = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_DIRECTORY;
+
+// Replacing a file with one of these attributes would lose it. Symbolic links are reparse points.
+constexpr DWORD NotReplaceable =
+    FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_ENCRYPTED;
+constexpr DWORD CopiedAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+
+using OwnedFile = windows::Owned<HANDLE, ::CloseHandle>;
+
+// Returns the file's access control list as a security descriptor. Empty if the file system has none or if access is
+// denied.
+std::string AccessControlList(HANDLE file) {
+    DWORD size = 0;
+    ::GetKernelObjectSecurity(file, DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    std::string descriptor(size, '\0');
+    return ::GetKernelObjectSecurity(file, DACL_SECURITY_INFORMATION, descriptor.data(), size, &size) ? descriptor
+                                                                                                      : std::string();
+}
+
+// Sets the list unchanged, whatever the file's folder lets it inherit.
+bool SetAccessControlList(HANDLE file, std::string& descriptor) {
+    SECURITY_DESCRIPTOR_CONTROL control = 0;
+    DWORD revision = 0;
+    ::GetSecurityDescriptorControl(descriptor.data(), &control, &revision);
+    if ((control & SE_DACL_AUTO_INHERITED) != 0) {
+        // Otherwise the system clears SE_DACL_AUTO_INHERITED.
+        ::SetSecurityDescriptorControl(descriptor.data(), SE_DACL_AUTO_INHERIT_REQ, SE_DACL_AUTO_INHERIT_REQ);
+    }
+    const HANDLE writable = ::ReOpenFile(file, WRITE_DAC, ShareAll, 0);
+    return writable != INVALID_HANDLE_VALUE &&
+           ::SetKernelObjectSecurity(OwnedFile(writable).get(), DACL_SECURITY_INFORMATION, descriptor.data());
+}
+
+bool CopyAccessControlList(HANDLE from, HANDLE to) {
+    std::string wanted = AccessControlList(from);
+    return AccessControlList(to) == wanted || (!wanted.empty() && SetAccessControlList(to, wanted));
+}
+
+bool CopyAttributes(DWORD attributes, HANDLE to) {
+    FILE_BASIC_INFO info{};  // times of 0 remain unchanged
+    info.FileAttributes = FILE_ATTRIBUTE_ARCHIVE | (attributes & CopiedAttributes);
+    return ::SetFileInformationByHandle(to, FileBasicInfo, &info, sizeof info) != FALSE;
+}
 
 class FileSearch {
 public:
@@ -36,8 +79,7 @@ private:
 }  // namespace
 
 Status CreateFileA(const std::string& path, std::uint32_t access, std::uint32_t disposition, Handle& file) {
-    const DWORD sharing =
-        access == GenericRead ? FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE : FILE_SHARE_READ;
+    const DWORD sharing = access == GenericRead ? ShareAll : FILE_SHARE_READ;
     const HANDLE result =
         ::CreateFileA(path.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
     file = result == INVALID_HANDLE_VALUE ? 0 : windows::HandleOf(result);
@@ -71,6 +113,25 @@ Status FlushFileBuffers(Handle file) {
     return windows::StatusOf(::FlushFileBuffers(windows::SystemHandleOf<HANDLE>(file)));
 }
 
+Status CopyPermissions(const std::string& path, Handle file) {
+    const DWORD attributes = ::GetFileAttributesA(path.c_str());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return windows::LastStatus();
+    }
+    if ((attributes & NotReplaceable) != 0) {
+        return StatusAccessDenied;
+    }
+    const HANDLE source = ::CreateFileA(path.c_str(), READ_CONTROL, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
+    if (source == INVALID_HANDLE_VALUE) {
+        return windows::LastStatus();
+    }
+    const OwnedFile owner(source);
+    const HANDLE target = windows::SystemHandleOf<HANDLE>(file);
+    return CopyAccessControlList(source, target) && CopyAttributes(attributes, target) ? StatusSuccess
+                                                                                       : StatusAccessDenied;
+}
+
+// Checks the read-only attribute itself, because Wine doesn't.
 Status MoveFileExA(const std::string& from, const std::string& to) {
     const DWORD attributes = ::GetFileAttributesA(to.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
@@ -78,10 +139,6 @@ Status MoveFileExA(const std::string& from, const std::string& to) {
     }
     return windows::StatusOf(
         ::MoveFileExA(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
-}
-
-Status ReplaceFileA(const std::string& replaced, const std::string& replacement) {
-    return windows::StatusOf(::ReplaceFileA(replaced.c_str(), replacement.c_str(), nullptr, 0, nullptr, nullptr));
 }
 
 Status DeleteFileA(const std::string& path) noexcept {

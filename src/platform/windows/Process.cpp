@@ -124,10 +124,6 @@ std::string GetEnvironmentVariableA(const std::string& name) {
     }
 }
 
-std::uint32_t GetCurrentProcessId() {
-    return ::GetCurrentProcessId();
-}
-
 double Now() {
     SYSTEMTIME time;
     ::GetLocalTime(&time);

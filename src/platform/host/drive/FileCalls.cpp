@@ -20,16 +20,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// What speaks against changing, replacing or deleting what is there.
-Status ChangeRefusal(const host::ResolvedPath& place) {
-    if (place.status != StatusSuccess) {
-        return place.status;
+// Returns the status that forbids changing, replacing or deleting the file, or success.
+Status CheckChange(const host::ResolvedPath& resolved) {
+    if (resolved.status != StatusSuccess) {
+        return resolved.status;
     }
-    return place.IsFile() && place.IsWritable() ? StatusSuccess : StatusAccessDenied;
+    return resolved.IsFile() && resolved.IsWritable() ? StatusSuccess : StatusAccessDenied;
 }
 
-// What speaks against changing the names of the folder that a path is in. Its owner's write bit counts for root too.
-Status FolderRefusal(const fs::path& path) {
+// Returns the status that forbids adding or removing names in the parent folder, or success. The folder's owner write
+// bit counts for root too.
+Status CheckParentFolder(const fs::path& path) {
     struct stat folder {};
     if (stat(path.parent_path().c_str(), &folder) != 0) {
         return host::StatusFromErrno(errno);
@@ -37,123 +38,131 @@ Status FolderRefusal(const fs::path& path) {
     return (folder.st_mode & S_IWUSR) == 0 ? StatusAccessDenied : StatusSuccess;
 }
 
-Status OpenRefusal(const host::ResolvedPath& place, std::uint32_t access, std::uint32_t disposition) {
-    if (place.IsMissing() && disposition != OpenExisting) {
-        return FolderRefusal(place.path);
+Status CheckOpen(const host::ResolvedPath& resolved, std::uint32_t access, std::uint32_t disposition) {
+    if (resolved.IsMissing() && disposition != OpenExisting) {
+        return CheckParentFolder(resolved.path);
     }
     if (access == GenericWrite) {
-        return ChangeRefusal(place);
+        return CheckChange(resolved);
     }
-    return place.status == StatusSuccess && !place.IsFile() ? StatusAccessDenied : place.status;
+    return resolved.status == StatusSuccess && !resolved.IsFile() ? StatusAccessDenied : resolved.status;
 }
 
-// Gives one file the owner and mode of another. The mode comes last: a change of owner may take bits from it.
-bool TakeRights(const fs::path& file, const fs::path& from) {
-    struct stat rights {};
-    return stat(from.c_str(), &rights) == 0 && chown(file.c_str(), rights.st_uid, rights.st_gid) == 0 &&
-           chmod(file.c_str(), rights.st_mode & 07777U) == 0;
+std::FILE* FileOf(Handle handle) {
+    const auto* const opened = host::HandleFindAs<host::OpenFile>(handle);
+    return opened == nullptr ? nullptr : opened->get();
 }
 
-// Puts one file in the place of another, which need not be there when `mayBeNew` is set. The owner and mode of one that
-// is there stay.
-Status TakePlace(const std::string& from, const std::string& to, bool mayBeNew) {
-    const host::ResolvedPath source = host::ResolvePath(from);
-    const host::ResolvedPath target = host::ResolvePath(to);
-    const bool isNew = mayBeNew && target.IsMissing();
-    if (const Status refusal = isNew ? StatusSuccess : ChangeRefusal(target); refusal != StatusSuccess) {
-        return refusal;
-    }
-    std::error_code failure;
-    const fs::path place = isNew ? fs::path(target.path) : fs::canonical(target.path, failure);  // a link stays one
-    if (const Status refusal = FolderRefusal(place); refusal != StatusSuccess) {
-        return refusal;
-    }
-    if ((!isNew && !TakeRights(source.path, place)) || std::rename(source.path.c_str(), place.c_str()) != 0) {
-        return host::StatusFromErrno(errno);
-    }
-    // The new name stands already; a folder that cannot be handed to the disk by itself takes nothing back.
-    if (const host::OpenFile folder(std::fopen(place.parent_path().c_str(), "re")); folder) {
+Status StatusIf(bool succeeded) {
+    return succeeded ? StatusSuccess : host::StatusFromErrno(errno);
+}
+
+// Ignores a failure: the file already has its new name, and not every file system can flush a folder.
+void FlushFolder(const fs::path& path) {
+    if (const host::OpenFile folder(std::fopen(path.c_str(), "re")); folder) {
         fsync(fileno(folder.get()));
     }
-    return StatusSuccess;
 }
 
 }  // namespace
 
 Status CreateFileA(const std::string& path, std::uint32_t access, std::uint32_t disposition, Handle& file) {
     file = 0;
-    const host::ResolvedPath place = host::ResolvePath(path);
-    if (const Status refusal = OpenRefusal(place, access, disposition); refusal != StatusSuccess) {
-        return refusal;
+    const host::ResolvedPath resolved = host::ResolvePath(path);
+    if (const Status status = CheckOpen(resolved, access, disposition); status != StatusSuccess) {
+        return status;
     }
-    const std::string mode = access == GenericRead         ? "r"
-                             : disposition == CreateAlways ? "w"
-                             : disposition == CreateNew    ? "wx"
-                                                           : "r+";
-    host::OpenFile opened(std::fopen(place.path.c_str(), (mode + "e").c_str()));
+    // "x" opens with O_EXCL, which also refuses a symbolic link.
+    const char* const mode = access == GenericRead         ? "re"
+                             : disposition == CreateAlways ? "we"
+                             : disposition == CreateNew    ? "wxe"
+                                                           : "r+e";
+    host::OpenFile opened(std::fopen(resolved.path.c_str(), mode));
     if (!opened) {
         return host::StatusFromErrno(errno);
     }
-    std::setvbuf(opened.get(), nullptr, _IONBF, 0);  // a write that fails says so at once
+    std::setvbuf(opened.get(), nullptr, _IONBF, 0);  // unbuffered, so that a failed write is reported immediately
     file = host::HandleAdd(std::move(opened));
     return StatusSuccess;
 }
 
 Status ReadFile(Handle file, std::span<char> buffer, std::uint32_t& read) {
     read = 0;
-    const auto* const opened = host::HandleFindAs<host::OpenFile>(file);
+    std::FILE* const opened = FileOf(file);
     if (opened == nullptr) {
         return StatusInvalidHandle;
     }
-    read = static_cast<std::uint32_t>(std::fread(buffer.data(), 1, buffer.size(), opened->get()));
-    return std::ferror(opened->get()) != 0 ? host::StatusFromErrno(errno) : StatusSuccess;
+    read = static_cast<std::uint32_t>(std::fread(buffer.data(), 1, buffer.size(), opened));
+    return StatusIf(std::ferror(opened) == 0);
 }
 
 Status WriteFile(Handle file, std::string_view data) {
-    const auto* const opened = host::HandleFindAs<host::OpenFile>(file);
+    std::FILE* const opened = FileOf(file);
     if (opened == nullptr) {
         return StatusInvalidHandle;
     }
-    const bool isWhole = std::fwrite(data.data(), 1, data.size(), opened->get()) == data.size();
-    return isWhole ? StatusSuccess : host::StatusFromErrno(errno);
+    return StatusIf(std::fwrite(data.data(), 1, data.size(), opened) == data.size());
 }
 
 Status FlushFileBuffers(Handle file) {
-    const auto* const opened = host::HandleFindAs<host::OpenFile>(file);
+    std::FILE* const opened = FileOf(file);
+    return opened == nullptr ? StatusInvalidHandle : StatusIf(fsync(fileno(opened)) == 0);
+}
+
+Status CopyPermissions(const std::string& path, Handle file) {
+    const host::ResolvedPath source = host::ResolvePath(path);
+    if (const Status status = CheckChange(source); status != StatusSuccess) {
+        return status;
+    }
+    std::FILE* const opened = FileOf(file);
+    struct stat permissions {};
     if (opened == nullptr) {
         return StatusInvalidHandle;
     }
-    return fsync(fileno(opened->get())) == 0 ? StatusSuccess : host::StatusFromErrno(errno);
+    // Sets the mode last, because a change of owner may clear some of its bits.
+    return StatusIf(stat(source.path.c_str(), &permissions) == 0 &&
+                    fchown(fileno(opened), permissions.st_uid, permissions.st_gid) == 0 &&
+                    fchmod(fileno(opened), permissions.st_mode & 07777U) == 0);
 }
 
 Status MoveFileExA(const std::string& from, const std::string& to) {
-    return TakePlace(from, to, true);
-}
-
-Status ReplaceFileA(const std::string& replaced, const std::string& replacement) {
-    return TakePlace(replacement, replaced, false);
+    const host::ResolvedPath source = host::ResolvePath(from);
+    const host::ResolvedPath target = host::ResolvePath(to);
+    if (const Status status = CheckChange(target); status != StatusSuccess && !target.IsMissing()) {
+        return status;
+    }
+    std::error_code error;
+    const fs::path file = target.IsMissing() ? fs::path(target.path) : fs::canonical(target.path, error);
+    if (const Status status = CheckParentFolder(file); status != StatusSuccess) {
+        return status;
+    }
+    if (std::rename(source.path.c_str(), file.c_str()) != 0) {
+        return host::StatusFromErrno(errno);
+    }
+    FlushFolder(file.parent_path());
+    return StatusSuccess;
 }
 
 Status DeleteFileA(const std::string& path) noexcept {
     try {
-        const host::ResolvedPath place = host::ResolvePath(path);
-        if (const Status refusal = ChangeRefusal(place); refusal != StatusSuccess) {
-            return refusal;
+        const host::ResolvedPath resolved = host::ResolvePath(path);
+        if (const Status status = CheckChange(resolved); status != StatusSuccess) {
+            return status;
         }
-        if (const Status refusal = FolderRefusal(place.path); refusal != StatusSuccess) {
-            return refusal;
+        if (const Status status = CheckParentFolder(resolved.path); status != StatusSuccess) {
+            return status;
         }
-        return unlink(place.path.c_str()) == 0 ? StatusSuccess : host::StatusFromErrno(errno);
+        return StatusIf(unlink(resolved.path.c_str()) == 0);
     } catch (const std::bad_alloc&) {
         return host::StatusFromErrno(ENOMEM);
     }
 }
 
 std::string FindNormalFile(const std::string& path) {
-    const host::ResolvedPath place = host::ResolvePath(path);
-    const std::string name = fs::path(place.path).filename().native();
-    const bool hidden = name.starts_with('.');
-    return place.IsFile() && !hidden ? AnsiFromText(host::FromUtf8(name)) : std::string();
+    const host::ResolvedPath resolved = host::ResolvePath(path);
+    const std::string name = fs::path(resolved.path).filename().native();
+    const bool isHidden = name.starts_with('.');
+    return resolved.IsFile() && !isHidden ? AnsiFromText(host::FromUtf8(name)) : std::string();
 }
 
 bool IsFile(const std::string& path) {
@@ -162,15 +171,15 @@ bool IsFile(const std::string& path) {
 
 bool IsSameFile(const std::string& path, const std::string& other) {
     std::error_code error;
-    return std::filesystem::equivalent(host::ResolvePath(path).path, host::ResolvePath(other).path, error);
+    return fs::equivalent(host::ResolvePath(path).path, host::ResolvePath(other).path, error);
 }
 
 Status DateLastModified(const std::string& path, double& date) {
-    const host::ResolvedPath place = host::ResolvePath(path);
-    if (!place.IsFile()) {
-        return place.status == StatusSuccess ? StatusFileNotFound : place.status;
+    const host::ResolvedPath resolved = host::ResolvePath(path);
+    if (!resolved.IsFile()) {
+        return resolved.status == StatusSuccess ? StatusFileNotFound : resolved.status;
     }
-    date = host::DateValueOf(place.modified);
+    date = host::DateValueOf(resolved.modified);
     return StatusSuccess;
 }
 

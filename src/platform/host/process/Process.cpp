@@ -1,7 +1,5 @@
 #include "platform/Process.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <ctime>
@@ -57,10 +55,6 @@ std::string GetEnvironmentVariableA(const std::string& name) {
         return AnsiFromText(host::FromUtf8(value));
     }
     return AnsiFromText(host::NamedValues("environment")[CharUpperW(wanted)]);
-}
-
-std::uint32_t GetCurrentProcessId() {
-    return static_cast<std::uint32_t>(getpid());
 }
 
 double Now() {

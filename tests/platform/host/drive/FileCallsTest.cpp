@@ -1,6 +1,8 @@
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "Check.h"
+#include "common/TextFile.h"
 #include "host/MachineFiles.h"
 #include "platform/FileCalls.h"
 
@@ -8,7 +10,7 @@ using namespace platform;
 
 namespace {
 
-Status Opened(const std::string& path, std::uint32_t access, std::uint32_t disposition) {
+Status Open(const std::string& path, std::uint32_t access, std::uint32_t disposition) {
     Handle file = -1;
     const Status status = CreateFileA(path, access, disposition, file);
     CHECK((file != 0) == (status == StatusSuccess));
@@ -19,7 +21,7 @@ Status Opened(const std::string& path, std::uint32_t access, std::uint32_t dispo
 
 }  // namespace
 
-TEST_CASE("A file is found in any letter case, and what cannot be opened, replaced or deleted has its status") {
+TEST_CASE("File calls ignore letter case and return the expected status on failure") {
     const TestMachine machine;
     FileContent("C:\\Users\\file", "");
     FileContent("C:\\Users\\readonly", "");
@@ -42,11 +44,11 @@ TEST_CASE("A file is found in any letter case, and what cannot be opened, replac
                        {"C:\\Users\\..\\..\\..\\Users\\.\\file", 0, 0}};
     for (const auto& each : cases) {
         CAPTURE(each.path);
-        CHECK(Opened(each.path, GenericRead, OpenExisting) == each.reading);
-        CHECK(Opened(each.path, GenericWrite, CreateAlways) == each.creating);
+        CHECK(Open(each.path, GenericRead, OpenExisting) == each.reading);
+        CHECK(Open(each.path, GenericWrite, CreateAlways) == each.creating);
     }
     Writable("drives/c/locked", true);
-    CHECK(Opened("C:\\Users\\file", GenericWrite, CreateNew) == StatusFileExists);
+    CHECK(Open("C:\\Users\\file", GenericWrite, CreateNew) == StatusFileExists);
     CHECK(std::filesystem::exists(OnMachine("drives/c/Users/\u00C4rger.txt")));
     CHECK(MoveFileExA("C:\\Users\\file", "C:\\Users\\readonly") == 5);
     CHECK(MoveFileExA("C:\\Users\\none", "C:\\Users\\file") == 2);
@@ -54,27 +56,30 @@ TEST_CASE("A file is found in any letter case, and what cannot be opened, replac
     CHECK(DeleteFileA("C:\\Users\\none") == 2);
 }
 
-TEST_CASE("A file takes another's place with the owner and mode of that one, through a link too") {
+TEST_CASE("An overwritten file keeps its owner and mode, and only a link with its own name is followed") {
     const TestMachine machine;
-    FileContent("C:\\new", "new");
     FileContent("C:\\away\\old", "old");
-    CHECK(ReplaceFileA("C:\\away\\none", "C:\\new") == 2);
+    FileContent("C:\\other", "other");
     std::filesystem::create_symlink("away/old", OnMachine("drives/c/link"));
+    std::filesystem::create_symlink("other", OnMachine("drives/c/link." + std::to_string(getpid()) + ".tmp"));
+    std::filesystem::create_symlink("missing", OnMachine("drives/c/dangling"));
     chmod(OnDisk("C:\\away\\old").c_str(), 0640);
-    const bool changed = chown(OnDisk("C:\\away\\old").c_str(), 1, 2) == 0;  // root alone may
-    CHECK(ReplaceFileA("C:\\link", "C:\\new") == 0);
-    struct stat rights {};
-    REQUIRE(stat(OnDisk("C:\\away\\old").c_str(), &rights) == 0);
-    CHECK((rights.st_mode & 07777U) == 0640);
-    CHECK((!changed || (rights.st_uid == 1 && rights.st_gid == 2)));
+    const bool isRoot = chown(OnDisk("C:\\away\\old").c_str(), 1, 2) == 0;
+    WriteBytes(u"C:\\link", "new", true);
+    struct stat permissions {};
+    REQUIRE(stat(OnDisk("C:\\away\\old").c_str(), &permissions) == 0);
+    CHECK((permissions.st_mode & 07777U) == 0640);
+    CHECK((!isRoot || (permissions.st_uid == 1 && permissions.st_gid == 2)));
     CHECK(FileContent("C:\\away\\old") == "new");
-    CHECK(!std::filesystem::exists(OnDisk("C:\\new")));
+    CHECK(FileContent("C:\\other") == "other");
+    CHECK(Open("C:\\dangling", GenericWrite, CreateNew) == StatusFileExists);
 
-    FileContent("C:\\new", "newer");
     Writable("drives/c/away", false);
-    CHECK(ReplaceFileA("C:\\link", "C:\\new") == 5);
-    CHECK(Opened("C:\\link", GenericWrite, CreateAlways) == 0);
+    CHECK(MoveFileExA("C:\\other", "C:\\link") == 5);
+    WriteBytes(u"C:\\link", "in place", true);
+    CHECK(FileContent("C:\\away\\old") == "in place");
     Writable("drives/c/away", true);
     Writable("drives/c/away/old", false);
-    CHECK(ReplaceFileA("C:\\link", "C:\\new") == 5);
+    CHECK(MoveFileExA("C:\\other", "C:\\link") == 5);
+    CHECK(RaisedBy([] { WriteBytes(u"C:\\link", "new", true); }).number == 75);
 }

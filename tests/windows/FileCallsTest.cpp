@@ -1,0 +1,73 @@
+#include <doctest/doctest.h>
+
+#include "TestMachine.h"
+#include "common/TextFile.h"
+#include "platform/FileCalls.h"
+#include "platform/Regional.h"
+#include "platform/ShellCalls.h"
+#include "platform/windows/Win32.h"
+
+// clang-format off
+#include <sddl.h>  // needs windows.h
+// clang-format on
+
+using platform::windows::Owned;
+
+namespace {
+
+constexpr const char* FileToWrite = "VTV4V_TEST_FILE_TO_WRITE";
+
+std::string AccessControlList(const std::string& path) {
+    std::string descriptor(4096, '\0');
+    DWORD size = 0;
+    REQUIRE(::GetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, descriptor.data(), 4096, &size));
+    return descriptor.substr(0, size);
+}
+
+}  // namespace
+
+TEST_CASE_FIXTURE(TestMachine, "An overwritten file keeps its access control list and is still hidden") {
+    FileContent(ControlFile(), "old");
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    REQUIRE(::ConvertStringSecurityDescriptorToSecurityDescriptorA("D:P(A;;FA;;;WD)", SDDL_REVISION_1, &descriptor,
+                                                                   nullptr));
+    const Owned<PSECURITY_DESCRIPTOR, ::LocalFree> owner(descriptor);
+    const std::string inherited = AccessControlList(ControlFile());
+    REQUIRE(::SetFileSecurityA(ControlFile().c_str(), DACL_SECURITY_INFORMATION, descriptor));
+    REQUIRE(::SetFileAttributesA(ControlFile().c_str(), FILE_ATTRIBUTE_HIDDEN));
+    const std::string changed = AccessControlList(ControlFile());
+    CHECK(changed != inherited);
+    WriteBytes(platform::TextFromAnsi(ControlFile()), "new", true);
+    CHECK(FileContent(ControlFile()) == "new");
+    CHECK(AccessControlList(ControlFile()) == changed);
+    CHECK((::GetFileAttributesA(ControlFile().c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0);
+}
+
+// Starts this program again with the file's name in an environment variable, so that only the writer below runs.
+TEST_CASE_FIXTURE(TestMachine, "A process killed while it replaces a file leaves the old or the new file") {
+    const std::string contents[] = {std::string(300000, 'a'), std::string(300000, 'b')};
+    std::string program(MAX_PATH, '\0');
+    program.resize(::GetModuleFileNameA(nullptr, program.data(), MAX_PATH));
+    Environment(FileToWrite, ControlFile());
+    for (DWORD delay = 0; delay < 20; ++delay) {
+        std::filesystem::remove(OnDisk(ControlFile()));
+        std::int32_t processId = 0;
+        REQUIRE(platform::StartCommandLine("\"" + program + "\" --test-case=Writer", 0, processId) == 0);
+        const Owned<HANDLE, ::CloseHandle> process(
+            ::OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, static_cast<DWORD>(processId)));
+        while (!platform::IsFile(ControlFile()) && ::WaitForSingleObject(process.get(), 1) == WAIT_TIMEOUT) {
+        }
+        ::Sleep(delay);
+        ::TerminateProcess(process.get(), 0);
+        ::WaitForSingleObject(process.get(), INFINITE);
+        const std::string left = FileContent(ControlFile()).value_or("");
+        CHECK((left == contents[0] || left == contents[1]));
+    }
+}
+
+TEST_CASE("Writer") {
+    const std::string file = ProcessVariable(FileToWrite).value_or("");
+    for (char content = 'a'; !file.empty(); content = content == 'a' ? 'b' : 'a') {
+        WriteBytes(platform::TextFromAnsi(file), std::string(300000, content), true);
+    }
+}
