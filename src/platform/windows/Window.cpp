@@ -200,6 +200,12 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case DM_GETDEFID:
             // Enter clicks the button with the focus, as Space does; no button is the default of the whole window.
             return MAKELRESULT(::GetDlgCtrlID(focused_), focused_ != nullptr ? DC_HASDEFID : 0);
+        case WM_NEXTDLGCTL:
+            // IsDialogMessageW may send this for an arrow key; DefWindowProcW ignores it.
+            if (LOWORD(lParam) != FALSE && wParam != 0) {
+                ::SetFocus(reinterpret_cast<HWND>(wParam));
+            }
+            return 0;
         case WM_NCDESTROY:
             AllWindows().erase(window_);
             ModalLoopWake();

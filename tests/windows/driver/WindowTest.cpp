@@ -237,13 +237,19 @@ TEST_CASE("The window has its told form, shows tool tips, and ends by a click of
     const std::vector<HWND> buttons = Parts(window);
     REQUIRE(buttons.size() == 6);
     CHECK(Place(buttons.back()) == std::array{128, 96, 89, 25});
-    for (const std::string caption : {"Exportieren", "Importieren", "Demo", "L\xF6schen", "Bearbeiten", "Fertig"}) {
-        const HWND button = Focus(window);
-        CHECK(Caption(button) == caption);
-        Press(button, VK_TAB);
-        CHECK(Eventually([&] { return Focus(window) != button; }));
+    for (const WPARAM key : {VK_TAB, VK_RIGHT, VK_DOWN}) {
+        for (const std::string caption : {"Exportieren", "Importieren", "Demo", "L\xF6schen", "Bearbeiten", "Fertig"}) {
+            const HWND button = Focus(window);
+            CHECK(Caption(button) == caption);
+            Press(button, key);
+            CHECK(Eventually([&] { return Focus(window) != button; }));
+        }
     }
     CHECK(Focus(window) == buttons.front());
+    Press(buttons.front(), VK_LEFT);
+    CHECK(Eventually([&] { return Focus(window) == buttons.back(); }));
+    Press(buttons.back(), VK_UP);
+    CHECK(Eventually([&] { return Focus(window) == buttons.at(4); }));
     CHECK(Eventually([&] {
         Point(window);  // between the buttons
         StillAfterAWhile([&] { return ToolTip().empty(); });
@@ -339,6 +345,7 @@ TEST_CASE("Export and Edit open the control file or tell why not; Demo writes it
     ::RegSetValueA(HKEY_CLASSES_ROOT, ".txt", REG_SZ, "vtv4v.none", 0);
     Click(session.Button("Exportieren"));
     CheckBox(ProgramTitle, head + "No association for file extension", {IDOK}, IDOK);
+    CHECK(FileContent(file).value_or("").ends_with("[End]\r\n"));
     // An editor that notes what it is asked to open and ends at once.
     const std::string note = file + ".opened";
     ::RegSetValueA(HKEY_CLASSES_ROOT, ".txt", REG_SZ, "vtv4v.driver", 0);
