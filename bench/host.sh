@@ -1,8 +1,8 @@
-# Sourced by bench/run: the rows of the host machine, whole processes from their start to their end.
+# Sourced by bench/run: the rows of the host machine. Measures whole processes.
 program=$PWD/build/host/vtv4v
 machine=$work/machine
 
-quietly cmake --preset host -DBUILD_TESTING=OFF
+configure host -DBUILD_TESTING=OFF
 quietly cmake --build --preset host --target vtv4v vtv4v-reg sample-machine
 quietly build/host/sample-machine "$machine"
 printf 'Importieren\nJa\nOK\nFertig\n' >"$work/input"
@@ -13,10 +13,10 @@ declare -A entry
 for size in 1000 10000 100000; do
     values "$size"
     cp "$work/vtv4v.txt" "$machine/drives/c/Users/hugo/Eigene Dateien/vtv4v.txt"
-    seconds 3 --prepare 'wine reg delete HKLM\\Software\\Vandrel /f || true' -- \
+    seconds 3 --prepare 'wine reg delete HKLM\\Software\\Vandrel /f >/dev/null 2>&1 || true' -- \
         "VTV4V_MACHINE=$machine $program -master <$work/input" "wine reg import $work/values.reg"
-    arrived=$(sqlite3 "$machine/machine.db" "SELECT count(*) FROM registry WHERE name LIKE 'user%'")
-    [[ $arrived == "$size" ]] || { echo "$arrived of $size entries arrived" >&2; exit 1; }
+    imported=$(sqlite3 "$machine/machine.db" "SELECT count(*) FROM registry WHERE name LIKE 'user%'")
+    [[ $imported == "$size" ]] || { echo "Only $imported of $size entries were imported." >&2; exit 1; }
     row "import of $size, host" "$(scaled "${times[0]}" 1000)" 'wine reg import' "$(scaled "${times[1]}" 1000)" ms
     entry[$size]=$(scaled "${times[0]}" "1000000 / $size")
 done

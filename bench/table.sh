@@ -1,14 +1,14 @@
-# Sourced by bench/run: measuring by turns, and the table. Measurements are JSON arrays of one number a round.
+# Sourced by bench/run: measures commands and prints the table. Measurements are JSON arrays with one number per round.
 
 ROUNDS=${ROUNDS:-5}
 
 table_head() {
     printf '%s, %s CPUs, load %s\n\n' "$(sed -n 's/^model name\t*: //p' /proc/cpuinfo | head -n 1)" "$(nproc)" \
         "$(cut -d ' ' -f 1 /proc/loadavg)"
-    printf '%-44s %11s  %-40s %11s  %6s  %s\n' what median beside median ratio least..most
+    printf '%-44s %11s  %-40s %11s  %6s  %s\n' program median 'compared with' median ratio min..max
 }
 
-# row WHAT MEASUREMENTS BESIDE MEASUREMENTS UNIT
+# row NAME MEASUREMENTS OTHER-NAME OTHER-MEASUREMENTS UNIT
 row() {
     jq -rn --argjson ours "$2" --argjson theirs "$4" --arg unit "$5" '
         def median: sort | if length % 2 == 1 then .[length / 2 | floor] else (.[length / 2 - 1] + .[length / 2]) / 2 end;
@@ -20,14 +20,15 @@ row() {
 }
 
 # scaled MEASUREMENTS FACTOR
-# The factor may be any sum that jq understands.
+# Multiplies the measurements. FACTOR can be a jq expression.
 scaled() {
     jq -c "map(. * ($2))" <<<"$1"
 }
 
 # seconds RUNS OPTION... -- COMMAND...
-# Times the commands by turns. Each round is the fastest of RUNS runs, because what else the machine does only adds to
-# it. Sets the array `times`, one array of seconds to a command. Options are hyperfine's.
+# Measures the commands alternately, in seconds. Each round counts the fastest of RUNS runs, because other load on the
+# machine can only add time. Sets the array `times`, with the measurements of one command per item. Options are
+# hyperfine's.
 seconds() {
     local runs=$1 options=() number round
     shift
