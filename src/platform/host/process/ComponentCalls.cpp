@@ -1,11 +1,8 @@
-// Outside components on the host's machine. None of their code runs here. An object can be created when its
-// programmatic identifier leads through the machine's registry to a file on its drive. What a library's function
-// returns stands in the file "components" of the machine folder, one function to a line:
+// Components on the host machine. None of their code runs. An object can be created if the machine's registry leads
+// from its programmatic identifier to a file on the machine's drive. The file "components" in the machine folder lists
+// the functions of all libraries with their decimal results, one per line; letter case is ignored:
 //
 //     sevDTA30.dll!sevDTA_Init=0
-//
-// with names in any case and the result in decimal digits. A library has the functions that are listed for it and no
-// others. Any other line is passed over.
 
 #include "platform/ComponentCalls.h"
 
@@ -25,7 +22,7 @@ namespace {
 constexpr Status StatusModuleNotFound = 126;     // ERROR_MOD_NOT_FOUND
 constexpr Status StatusProcedureNotFound = 127;  // ERROR_PROC_NOT_FOUND
 
-// Statuses of the component object model; those of the form 0x8007xxxx carry a status of the system.
+// COM statuses. Those of the form 0x8007xxxx contain a Windows status.
 constexpr Status ClassNotRegistered = static_cast<Status>(0x80040154U);  // REGDB_E_CLASSNOTREG
 constexpr Status InvalidClassString = static_cast<Status>(0x800401F3U);  // CO_E_CLASSSTRING
 constexpr Status ServerNotFound = static_cast<Status>(0x8007007EU);      // HRESULT_FROM_WIN32(ERROR_MOD_NOT_FOUND)
@@ -39,7 +36,8 @@ Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReferenc
         Handle classes = 0;
         const Status status = RegOpenKeyExA(KeyClassesRoot, "", 0, KeyQueryValue, classes);
         RegCloseKey(classes);
-        return status == StatusSuccess ? InvalidClassString : status;  // no class, or no registry that can be read
+        return status == StatusSuccess ? InvalidClassString
+                                       : status;  // the class is missing, or the registry can't be read
     }
     const std::string server = host::ClassText("CLSID\\" + classIdentifier + "\\InprocServer32");
     if (server.empty()) {
@@ -48,7 +46,7 @@ Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReferenc
     if (!IsFile(server)) {
         return ServerNotFound;
     }
-    object = 1;  // nothing stands behind it
+    object = 1;  // a dummy
     return StatusSuccess;
 }
 

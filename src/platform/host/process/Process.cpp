@@ -42,7 +42,7 @@ std::vector<std::u16string> CommandLineArguments() {
     return arguments;
 }
 
-// A line ends in a line feed alone on a host.
+// Line ends are LF on the host.
 void WriteConsoleW(std::int32_t stream, const std::u16string& text) {
     std::string bytes = host::ToUtf8(text);
     std::erase(bytes, '\r');
@@ -66,7 +66,7 @@ ProgramVersion ProgramVersionGet() {
             VTV4V_VERSION_MINOR, VTV4V_VERSION_REVISION};
 }
 
-// Told as if the host's own disk were drive Z:, as a person would look for it. The machine need not have that drive.
+// Pretends that the host's file system is drive Z:, which the machine doesn't need to have.
 std::string ProgramFolder() {
     std::error_code error;
     const std::filesystem::path file = std::filesystem::canonical("/proc/self/exe", error);

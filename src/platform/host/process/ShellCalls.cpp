@@ -1,17 +1,18 @@
 #include "platform/ShellCalls.h"
 
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <csignal>
 #include <filesystem>
-#include <iomanip>
 #include <sstream>
 #include <thread>
 #include <vector>
 
 #include "platform/Regional.h"
 #include "platform/host/HandleTable.h"
+#include "platform/host/Machine.h"
 #include "platform/host/StatusFromErrno.h"
 #include "platform/host/Unicode.h"
 #include "platform/host/console/Dialog.h"
@@ -25,59 +26,94 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Result codes of ShellExecuteA beside those that are statuses.
+// Result codes of ShellExecuteA that aren't statuses.
 constexpr std::int32_t ShellStarted = 33;
-constexpr std::int32_t ShellBadFormat = 11;      // ERROR_BAD_FORMAT: a program file that cannot run
+constexpr std::int32_t ShellBadFormat = 11;      // ERROR_BAD_FORMAT: the program file can't be run
 constexpr std::int32_t ShellNoAssociation = 31;  // SE_ERR_NOASSOC
 
-// The arguments of a command line, the program's name first. Blanks part them, double quotes around one hold its blanks
-// together, and nothing else has a meaning.
-std::vector<std::string> CommandLineArguments(const std::string& commandLine) {
+// Splits a command line at spaces and tabs. Double quotes enclose spaces; an unclosed quote ends with the line. No
+// other character is special.
+std::vector<std::string> SplitCommandLine(const std::string& commandLine) {
     std::vector<std::string> arguments;
-    std::istringstream left(commandLine);
-    for (std::string argument; left >> std::quoted(argument, '"', '\0');) {
-        arguments.push_back(argument);
+    bool isQuoted = false;
+    bool isInArgument = false;
+    for (const char next : commandLine) {
+        if (!isQuoted && (next == ' ' || next == '\t')) {
+            isInArgument = false;
+            continue;
+        }
+        if (!isInArgument) {
+            arguments.emplace_back();
+        }
+        isInArgument = true;
+        if (next == '"') {
+            isQuoted = !isQuoted;
+        } else {
+            arguments.back() += next;
+        }
     }
     return arguments;
 }
 
-// The program file that a command line names by its path, or by its name in the folders of the machine's system; else
-// the name itself, for the host's PATH. The folder that we happen to stand in is not looked at.
-std::string ProgramFile(const std::string& name) {
+// Finds a bare program name in the absolute folders of the host's PATH. Returns an empty string if it isn't there.
+std::string FindInHostPath(const std::string& name) {
+    std::istringstream folders(host::ProcessVariable("PATH"));
+    for (std::string folder; std::getline(folders, folder, ':');) {
+        const fs::path file = fs::path(folder) / name;
+        std::error_code error;
+        if (file.is_absolute() && fs::is_regular_file(file, error) && access(file.c_str(), X_OK) == 0) {
+            return file.native();
+        }
+    }
+    return {};
+}
+
+// Returns the host path of a program. Looks for a bare name in the machine's system folders and then in the host's
+// PATH. Returns an empty string if the program isn't found.
+std::string FindProgram(const std::string& name) {
     const bool isPath = name.find_first_of("\\/:") != std::string::npos;
     for (const std::string& path : isPath ? std::vector<std::string>{name}
                                           : std::vector{"C:\\Windows\\System32\\" + name, "C:\\Windows\\" + name}) {
-        if (const host::ResolvedPath place = host::ResolvePath(path); place.IsFile()) {
-            return place.path;
+        if (const host::ResolvedPath resolved = host::ResolvePath(path); resolved.IsFile()) {
+            return resolved.path;
         }
     }
-    return host::ToUtf8(TextFromAnsi(name));
+    return isPath || name.empty() ? std::string() : FindInHostPath(host::ToUtf8(TextFromAnsi(name)));
 }
 
-// The program of a command line, in which "%1" stands for `document`.
+// Returns the program and arguments of a command line, with "%1" replaced by `document`.
 host::ProgramStart ProgramOf(const std::string& command, const std::string& document = {}) {
-    host::ProgramStart program{CommandLineArguments(command)};
+    host::ProgramStart program{SplitCommandLine(command)};
     if (program.arguments.empty()) {
-        program.arguments.emplace_back();  // no program has this name
+        program.arguments.emplace_back();  // no program has an empty name
     }
     for (std::string& argument : program.arguments) {
         const bool isProgram = &argument == &program.arguments.front();
-        argument = isProgram ? ProgramFile(argument) : host::ToUtf8(TextFromAnsi(argument));
-        if (const std::size_t place = argument.find("%1"); place != std::string::npos && !isProgram) {
-            argument.replace(place, 2, document);
+        argument = isProgram ? FindProgram(argument) : host::ToUtf8(TextFromAnsi(argument));
+        if (const std::size_t offset = argument.find("%1"); offset != std::string::npos && !isProgram) {
+            argument.replace(offset, 2, document);
         }
     }
     return program;
 }
 
+// Removes the quotes around a path, and one of each doubled quote in it.
+std::string Unquote(const std::string& quoted) {
+    std::string path;
+    bool isEscaped = false;
+    for (const char next : quoted) {
+        isEscaped = next == '"' && !isEscaped;
+        path.append(isEscaped ? 0 : 1, next);
+    }
+    return path;
+}
+
 }  // namespace
 
-// Documents are opened with the one verb "open" and without parameters.
+// Supports only the verb "open", without parameters.
 std::int32_t ShellExecuteA(Handle /*owner*/, const std::string& /*verb*/, const std::string& file,
                            const std::string& /*parameters*/, const std::string& directory, std::int32_t /*show*/) {
-    std::string path = file;
-    std::erase(path, '"');
-    const host::ResolvedPath document = host::ResolvePath(path);
+    const host::ResolvedPath document = host::ResolvePath(Unquote(file));
     if (document.status != StatusSuccess) {
         return document.status < ShellStarted ? document.status : StatusFileNotFound;
     }
@@ -105,7 +141,7 @@ Handle OpenProcess(std::int32_t /*access*/, std::int32_t /*inherit*/, std::int32
     return kill(processId, 0) == 0 ? host::HandleAdd(host::ProcessReference{processId}) : 0;
 }
 
-// Without a time-out it is the longest that there is, some weeks.
+// WaitInfinite is a time-out of seven weeks here.
 std::uint32_t WaitForSingleObject(Handle process, std::uint32_t milliseconds) {
     const auto* const reference = host::HandleFindAs<host::ProcessReference>(process);
     if (reference == nullptr) {

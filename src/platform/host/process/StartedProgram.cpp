@@ -41,14 +41,14 @@ int Spawn(const ProgramStart& program, bool inTerminal, pid_t& process) {
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setflags(&attributes,
                              static_cast<short>(POSIX_SPAWN_SETSIGDEF | (inTerminal ? 0 : POSIX_SPAWN_SETPGROUP)));
-    // What we ignore, a program expects to find as the system has it.
+    // The program must not inherit the signals that RunInTerminal ignores.
     sigset_t defaults;
     sigemptyset(&defaults);
     sigaddset(&defaults, SIGINT);
     sigaddset(&defaults, SIGQUIT);
     posix_spawnattr_setsigdefault(&attributes, &defaults);
 
-    const int failure = posix_spawnp(&process, arguments.front(), &actions, &attributes, arguments.data(), environ);
+    const int failure = posix_spawn(&process, arguments.front(), &actions, &attributes, arguments.data(), environ);
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     return failure;
@@ -57,13 +57,13 @@ int Spawn(const ProgramStart& program, bool inTerminal, pid_t& process) {
 }  // namespace
 
 int StartProgram(const ProgramStart& program, pid_t& process) {
-    // Those that have ended leave the host's table of processes at the next start.
+    // Reaps child processes that have exited, so that zombies don't accumulate.
     while (waitpid(-1, nullptr, WNOHANG) > 0) {
     }
     return Spawn(program, false, process);
 }
 
-// Ctrl-C and Ctrl-\ are the program's alone, and whatever it leaves, the terminal has its modes from before at the end.
+// While the program runs, this process ignores Ctrl-C and Ctrl-\. Afterwards restores the terminal modes.
 int RunInTerminal(const ProgramStart& program) {
     NewtSuspend();
     termios modes{};

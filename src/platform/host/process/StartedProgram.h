@@ -7,18 +7,17 @@
 
 namespace platform::host {
 
-// A program to start: its file on the host, or a bare name to be looked up on the host's PATH, and its arguments.
 struct ProgramStart {
-    std::vector<std::string> arguments;  // the first is the program
-    std::string directory = {};          // its working directory; empty for our own
+    std::vector<std::string> arguments;  // the first is the host path of the program; empty if it wasn't found
+    std::string directory = {};          // the working directory; empty for that of this process
 };
 
-// Starts a program that needs no terminal: with empty input, in a process group of its own, so that Ctrl-C in our
-// terminal is not meant for it. Where our windows are on the terminal, its output is passed over. Sets `process` and
-// returns 0, or returns the errno of what failed.
+// Starts a program that doesn't use the terminal. It reads from /dev/null and gets its own process group, so that
+// Ctrl-C in the terminal doesn't reach it. If this process shows windows on the terminal, its output goes to /dev/null.
+// Sets `process` and returns 0, or returns the errno of the failure.
 int StartProgram(const ProgramStart& program, pid_t& process);
 
-// Lends the terminal to a program and waits for its end. Returns 0 when it was started, or the errno of what failed.
+// Gives the terminal to a program and waits until it ends. Returns 0 if it was started, or the errno of the failure.
 int RunInTerminal(const ProgramStart& program);
 
 }  // namespace platform::host

@@ -15,7 +15,8 @@ void Script(const std::string& path, const std::string& steps) {
 
 void Associate(const std::string& type, const std::string& className, const std::string& command) {
     RawValueSet(platform::KeyClassesRoot, type, "", RawText(className));
-    RawValueSet(platform::KeyClassesRoot, className + "\\Shell\\Open\\Command", "", RawText(command));
+    RawValueSet(platform::KeyClassesRoot, className + "\\Shell\\Open\\Command", "",
+                {platform::RegExpandSz, RawText(command).bytes});
 }
 
 std::int32_t Shell(const std::string& file) {
@@ -24,16 +25,17 @@ std::int32_t Shell(const std::string& file) {
 
 }  // namespace
 
-TEST_CASE("A document opens with the program of its type, or tells by a code why not") {
-    const TestMachine machine;
+TEST_CASE("A document opens with the program of its type, or ShellExecuteA returns an error code") {
+    TestMachine machine;
+    machine.Environment("Tools", "C:\\Windows\\my tools");
     Script("C:\\Windows\\My Tools\\show", "exec >out\npwd; read -r line; echo $?\nfor each; do echo \"[$each]\"; done");
     FileContent("C:\\Users\\hugo\\a b.TXT", "text");
-    Associate(".txt", "txtfile", "\"C:\\Windows\\my tools\\SHOW\" /p \"x $HOME `id` ;\" \"%1\" \"\" d ");
+    Associate(".txt", "txtfile", "\"%Tools%\\SHOW\" /p \"x $HOME `id` ;\" \"%1\" \"\" a\"b c\"d \"e f");
     CHECK(Shell("\"C:\\Users\\hugo\\A B.txt\"") == 33);
     wait(nullptr);
     const std::string folder = OnMachine("drives/c/Users/hugo").native();
     CHECK(FileContent("C:\\Users\\hugo\\out") ==
-          folder + "\n1\n[/p]\n[x $HOME `id` ;]\n[" + folder + "/a b.TXT]\n[]\n[d]\n");
+          folder + "\n1\n[/p]\n[x $HOME `id` ;]\n[" + folder + "/a b.TXT]\n[]\n[ab cd]\n[e f]\n");
 
     RawValueSet(platform::KeyClassesRoot, ".half", "", RawText("halffile"));
     Associate(".lost", "lostfile", "C:\\Windows\\lost.exe %1");
@@ -44,14 +46,21 @@ TEST_CASE("A document opens with the program of its type, or tells by a code why
         CHECK(Shell(std::string("C:\\file.") + type) == code);
     }
     CHECK(Shell("C:\\file.missing") == 2);
+    CHECK(Shell("\"C:\\fi\"\"le.half\"") == 2);
 }
 
-TEST_CASE("A command line is started, waited for, and goes on behind a time-out") {
-    const TestMachine machine;
+TEST_CASE("A started process can be waited for and keeps running after a time-out") {
+    TestMachine machine;
     Script("C:\\Windows\\System32\\until", "while [ ! -e \"$1\" ]; do sleep 0.01; done; : >\"$1.seen\"");
     const std::string sign = OnMachine("sign").native();
 
     std::int32_t process = 0;
+    const std::filesystem::path earlierFolder = std::filesystem::current_path();
+    machine.Environment("PATH", ":.:/usr/bin:/bin");
+    Script("C:\\here", "");
+    std::filesystem::current_path(OnMachine("drives/c"));
+    CHECK(platform::StartCommandLine("here", 2, process) == platform::StatusFileNotFound);
+    std::filesystem::current_path(earlierFolder);
     CHECK(platform::StartCommandLine("C:\\Windows\\until", 2, process) == platform::StatusFileNotFound);
     CHECK(platform::StartCommandLine("UNTIL \"" + sign + "\"", 2, process) == platform::StatusSuccess);
     const platform::Handle handle = platform::OpenProcess(platform::Synchronize, -1, process);
