@@ -7,29 +7,29 @@
 // The running process and its program file.
 namespace platform {
 
-// Hands over the argument vector, as the first thing in `main`, for systems that keep the command line nowhere else.
+// Prepares the process. Must be the first call in `main`: the host has no other access to the command line.
 void ProcessStart(int argumentCount, char** arguments);
 
-// The text of the command line behind the program's name: blanks and quotes as the caller of the program gave them.
+// Returns the command line after the program name, with spaces and quotes unchanged.
 std::u16string CommandLineTail();
 
-// The arguments behind the program's name, one by one.
+// Returns the arguments after the program name.
 std::vector<std::u16string> CommandLineArguments();
 
 inline constexpr std::int32_t StdOutputHandle = -11;  // STD_OUTPUT_HANDLE
 inline constexpr std::int32_t StdErrorHandle = -12;   // STD_ERROR_HANDLE
 
-// Writes to standard output or standard error: on a console as it is, else in the system's 8-bit code page; on a host
-// in UTF-8. What cannot be written is lost.
+// Writes to standard output or standard error. On Windows, writes Unicode to a console and the system's 8-bit code page
+// to anything else; on the host, writes UTF-8. Ignores write errors.
 void WriteConsoleW(std::int32_t stream, const std::u16string& text);
 
-// The environment variable `name` in the system's 8-bit code page; the empty text when it is unset.
+// Returns the environment variable `name` in the system's 8-bit code page, or an empty string if it isn't set.
 std::string GetEnvironmentVariableA(const std::string& name);
 
-// The present local time as a date value: days since 30 December 1899, the time of day as the fraction.
+// Returns the current local time as a date value: days since 30 December 1899, with the time of day as the fraction.
 double Now();
 
-// What the version block of the running program says of it.
+// The version resource of the running program.
 struct ProgramVersion {
     std::u16string fileDescription;
     std::u16string legalCopyright;
@@ -38,11 +38,11 @@ struct ProgramVersion {
     std::uint16_t revision;
 };
 
-// Read at each call. A program without a version block gives empty texts and zeros.
+// Reads the version resource. If there is none, returns empty strings and zeros.
 ProgramVersion ProgramVersionGet();
 
-// The folder of the running program, in the system's 8-bit code page, without a backslash behind it unless it is a
-// drive's root.
+// Returns the folder of the running program in the system's 8-bit code page. It ends with a backslash only if it is the
+// root of a drive.
 std::string ProgramFolder();
 
 }  // namespace platform

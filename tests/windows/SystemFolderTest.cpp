@@ -16,7 +16,7 @@ bool Loads(const char* library) {
     return Owned<HMODULE, ::FreeLibrary>(::LoadLibraryA(library)) != nullptr;
 }
 
-// The exit code of the program that a command line starts.
+// Starts a command line and returns the exit code of its process.
 DWORD ExitCode(const std::string& commandLine) {
     std::int32_t processId = 0;
     REQUIRE(platform::StartCommandLine(commandLine, 0, processId) == platform::StatusSuccess);
@@ -30,8 +30,8 @@ DWORD ExitCode(const std::string& commandLine) {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(TestMachine, "A program or library that is named without a folder is the system's, not one here") {
-    // The program that is tested ends with 0 when it is started without its option.
+TEST_CASE_FIXTURE(TestMachine, "Bare program and library names resolve only to the system folder") {
+    // Started without its option, the program exits with 0.
     const std::filesystem::path program = std::filesystem::path(platform::ProgramFolder()).parent_path() / "vtv4v.exe";
     const std::filesystem::path earlier = std::filesystem::current_path();
     std::filesystem::current_path(std::filesystem::path(ControlFile()).parent_path());
@@ -47,7 +47,7 @@ TEST_CASE_FIXTURE(TestMachine, "A program or library that is named without a fol
     std::filesystem::current_path(earlier);
 }
 
-TEST_CASE("A library whose function was called stays loaded") {
+TEST_CASE("CallTextFunction leaves the library loaded") {
     const std::string library = platform::windows::SystemFolder() + "\\wsock32.dll";
     REQUIRE(::GetModuleHandleA(library.c_str()) == nullptr);
     std::int32_t result = 0;

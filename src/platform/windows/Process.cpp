@@ -23,10 +23,10 @@ std::u16string ProgramPath() {
     }
 }
 
-// The version block of a file, whole.
-class VersionBlock {
+// The version resource of a file.
+class VersionResource {
 public:
-    explicit VersionBlock(const std::u16string& path) {
+    explicit VersionResource(const std::u16string& path) {
         const wchar_t* const file = windows::Wide(path);
         const DWORD size =
             windows::VersionCall<decltype(::GetFileVersionInfoSizeW)>("GetFileVersionInfoSizeW", file, nullptr);
@@ -47,7 +47,7 @@ public:
         return found && size != 0 ? static_cast<const Content*>(content) : nullptr;
     }
 
-    // A text of the first language that the block holds.
+    // Returns a string in the first language of the resource, or an empty string.
     [[nodiscard]] std::u16string Text(const std::u16string& name) const {
         const auto* const language = Find<WORD>(u"\\VarFileInfo\\Translation");
         if (language == nullptr) {
@@ -72,14 +72,14 @@ private:
 
 }  // namespace
 
-// The system keeps the command line. A missing medium in a drive is an answer for the program, not a question to the
-// user.
+// Ignores the arguments, since Windows keeps the command line. Turns off the system's own error boxes, such as the one
+// for a drive without a medium, so that the failing call returns an error instead.
 void ProcessStart(int /*argumentCount*/, char** /*arguments*/) {
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
-    windows::LibrarySearchRestrict();
+    windows::ProtectLibrarySearch();
 }
 
-// The program's name ends at the first blank or tab outside double quotes.
+// The program name ends at the first space or tab outside double quotes.
 std::u16string CommandLineTail() {
     const std::u16string line = windows::Portable(::GetCommandLineW());
     bool quoted = false;
@@ -91,7 +91,6 @@ std::u16string CommandLineTail() {
     return line.substr(end);
 }
 
-// The variable may grow between the question for its size and the copy.
 std::vector<std::u16string> CommandLineArguments() {
     int count = 0;
     const std::unique_ptr<wchar_t*, decltype(&::LocalFree)> arguments(::CommandLineToArgvW(::GetCommandLineW(), &count),
@@ -112,6 +111,7 @@ void WriteConsoleW(std::int32_t stream, const std::u16string& text) {
     }
 }
 
+// Loops because the variable may grow between the query for its size and the copy.
 std::string GetEnvironmentVariableA(const std::string& name) {
     std::string value;
     for (;;) {
@@ -131,9 +131,9 @@ double Now() {
 }
 
 ProgramVersion ProgramVersionGet() {
-    const VersionBlock block(ProgramPath());
-    ProgramVersion version{block.Text(u"FileDescription"), block.Text(u"LegalCopyright"), 0, 0, 0};
-    if (const auto* const numbers = block.Find<VS_FIXEDFILEINFO>(u"\\")) {
+    const VersionResource resource(ProgramPath());
+    ProgramVersion version{resource.Text(u"FileDescription"), resource.Text(u"LegalCopyright"), 0, 0, 0};
+    if (const auto* const numbers = resource.Find<VS_FIXEDFILEINFO>(u"\\")) {
         version.major = HIWORD(numbers->dwFileVersionMS);
         version.minor = LOWORD(numbers->dwFileVersionMS);
         version.revision = HIWORD(numbers->dwFileVersionLS);

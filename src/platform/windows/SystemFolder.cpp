@@ -10,12 +10,15 @@ std::string SystemFolder() {
     return folder.data();
 }
 
-void LibrarySearchRestrict() {
-    constexpr DWORD systemFolder = 0x800;  // LOAD_LIBRARY_SEARCH_SYSTEM32
-    const auto setDirectories = reinterpret_cast<BOOL(WINAPI*)(DWORD)>(
-        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleA("kernel32.dll"), "SetDefaultDllDirectories")));
-    if (setDirectories != nullptr) {
-        setDirectories(systemFolder);
+// Setting any folder removes the current folder from the search. An empty path would do on Windows, but not under Wine.
+void ProtectLibrarySearch() {
+    ::SetDllDirectoryA(SystemFolder().c_str());
+    constexpr int imageLoadPolicy = 10;  // ProcessImageLoadPolicy
+    DWORD preferSystemFolder = 4;        // PreferSystem32Images
+    const auto setPolicy = reinterpret_cast<BOOL(WINAPI*)(int, void*, SIZE_T)>(
+        reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"kernel32.dll"), "SetProcessMitigationPolicy")));
+    if (setPolicy != nullptr) {
+        setPolicy(imageLoadPolicy, &preferSystemFolder, sizeof preferSystemFolder);
     }
 }
 

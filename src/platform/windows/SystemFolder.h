@@ -4,23 +4,23 @@
 
 #include "platform/windows/Win32.h"
 
-// What is to come from the system's own folder and from no other. Looked for by name alone, a library or a program is
-// found first in the folder that this program was started from, where anybody may have put one.
+// Loads system libraries and programs only from the system folder. Without a full path, Windows searches the folder of
+// this program first, and other users may be able to write to that folder.
 namespace platform::windows {
 
-// The system's folder, without a backslash behind it.
+// Returns the path of the system folder, without a trailing backslash.
 std::string SystemFolder();
 
-// From now on a library that is named without a folder is looked for in the system's alone, beside the folder of the
-// one that needs it. So are those that the system's own libraries load late. A Windows 7 without its updates cannot do
-// that.
-void LibrarySearchRestrict();
+// Removes the current folder from the library search and, on Windows 10 version 1607 and later, makes the system folder
+// win over the program's folder for every library loaded from now on. Apart from that, libraries are found as in any
+// other program, so that outside components load here as they do in the suite.
+void ProtectLibrarySearch();
 
-// The function `name` of version.dll, which is loaded at first use; nullptr where it cannot be had. The library is none
-// of those that the system keeps ready for all processes, and so may not be among this program's imports.
+// Returns the function `name` of version.dll, or null if it is unavailable. Loads the library on first use: it isn't
+// one of the KnownDLLs, so importing it would let a copy in the program's folder take its place.
 FARPROC VersionFunction(const char* name);
 
-// Calls it. 0, which is its failure, where it cannot be had.
+// Calls the function `name` of version.dll. Returns 0, its failure result, if it is unavailable.
 template <typename Function, typename... Arguments>
 auto VersionCall(const char* name, Arguments... arguments) {
     auto* const function = reinterpret_cast<Function*>(reinterpret_cast<void*>(VersionFunction(name)));
