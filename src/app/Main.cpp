@@ -20,7 +20,7 @@ void CheckAndShow() {
     }
 }
 
-void ShowWhyNot(const Text& reason) {
+void ShowStartFailure(const Text& reason) {
     FailureShow(u"Kann Programm nicht ausführen:", platform::TextFromAnsi(platform::ProgramFolder()), reason);
 }
 
@@ -32,9 +32,9 @@ void Main() {
     }
     try {
         if (const std::optional<Error> error = TrapError(CheckAndShow)) {
-            ShowWhyNot(error->description);
+            ShowStartFailure(error->description);
         }
-    } catch (const std::exception& fault) {  // none of the language's errors
-        ShowWhyNot(platform::TextFromAnsi(fault.what()));
+    } catch (const std::exception& exception) {
+        ShowStartFailure(platform::TextFromAnsi(exception.what()));
     }
 }

@@ -1,5 +1,5 @@
 #pragma once
 
-// The program from its start to its end. Anything but the option "-master" on the command line ends it at once, without
-// a word. An error that nothing else caught is shown in a message box.
+// Runs the program. Does nothing unless the command line consists of the option "-master". Shows an uncaught error in a
+// message box.
 void Main();

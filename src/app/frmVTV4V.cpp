@@ -1,60 +1,43 @@
 #include "app/frmVTV4V.h"
 
-#include <array>
+#include <cstdint>
+#include <iterator>
 #include <optional>
 
 #include "app/modTaskBar.h"
 #include "common/Error.h"
+#include "common/Text.h"
 #include "platform/ComponentCalls.h"
 #include "platform/Process.h"
+#include "platform/ScopedValue.h"
 #include "platform/WindowSystem.h"
 #include "version/modVTV4Version.h"
 
 namespace {
 
-// The buttons by their tab index, which is their place in the design.
-enum Button : std::size_t { btnExport, btnImport, btnDemo, btnClear, btnEdit, btnQuit };
+constexpr char16_t ShutdownBlockReason[] = u"Die Versions-Einstellungen oder die Steuerungs-Datei werden geschrieben.";
 
-constexpr TextView ImportToolTip =
-    u"Die Steuerungs-Datei wird importiert. Die neuen Versions-Einstellungen werden gesetzt.";
-constexpr TextView ClearToolTip = u"Alle Versions-Einstellungen werden gelöscht.";
+// Keeps Windows from ending the session in the middle of an operation.
+class ShutdownBlock {
+public:
+    explicit ShutdownBlock(platform::Handle window) : window_(window) {
+        platform::ShutdownBlockReasonCreate(window, ShutdownBlockReason);
+    }
+    ~ShutdownBlock() { platform::ShutdownBlockReasonDestroy(window_); }
+    ShutdownBlock(const ShutdownBlock&) = delete;
+    ShutdownBlock& operator=(const ShutdownBlock&) = delete;
 
-struct ToolTip {
-    Button button;
-    TextView text;
+private:
+    platform::Handle window_;
 };
-constexpr std::array<ToolTip, 6> ToolTips = {
-    {{btnClear, ClearToolTip},
-     {btnDemo,
-      u"Es wird eine Steuerungs-Datei zu Demonstrationszwecken erstellt. Die kann angepasst und abgespeichert werden."},
-     {btnExport,
-      u"Die aktuellen Versions-Einstellungen werden in die Steuerungs-Datei exportiert. Die kann angepasst und "
-      u"abgespeichert werden."},
-     {btnImport, ImportToolTip},
-     {btnEdit, u"Die Steuerungs-Datei bearbeiten."},
-     {btnQuit, u"Programm beenden."}}};
 
-constexpr TextView ImportCaption = u"Importieren";
-constexpr TextView ClearCaption = u"Löschen";
-
-platform::Control ButtonDesign(TextView caption, std::int32_t left, std::int32_t top) {
-    return {platform::ControlKind::Button, Text(caption), {left, top, 1335, 375}};
+void RunOperation(platform::Handle window, void (*operation)()) {
+    const ShutdownBlock block(window);
+    operation();
 }
 
-// All lengths in twips.
-platform::WindowDesign Design() {
-    constexpr std::int32_t icon = 1;
-    return {u"VTV4 Version Controller",
-            {3555, 2130},
-            false,
-            icon,
-            {ButtonDesign(u"Exportieren", 240, 240), ButtonDesign(ImportCaption, 1920, 240),
-             ButtonDesign(u"Demo", 240, 840), ButtonDesign(ClearCaption, 240, 1440),
-             ButtonDesign(u"Bearbeiten", 1920, 840), ButtonDesign(u"Fertig", 1920, 1440)}};
-}
-
-// Asks before an operation that changes the registry, and tells how it ended; what went wrong is not told.
-void AskAndRun(TextView caption, TextView effect, void (*operation)()) {
+// Asks before an operation that changes the registry, runs it and reports only whether it succeeded.
+void AskAndRun(platform::Handle window, const char16_t* caption, const char16_t* effect, void (*operation)()) {
     const std::int32_t answer =
         platform::MessageBoxW(Text(effect) + u"\r\nWeiterfahren?", platform::ProgramVersionGet().fileDescription,
                               platform::ButtonsYesNoCancel + platform::IconQuestion);
@@ -62,21 +45,99 @@ void AskAndRun(TextView caption, TextView effect, void (*operation)()) {
         return;
     }
     const std::optional<Error> error = TrapError([&] {
-        operation();
-        platform::MessageBoxW(u"Fertig", Text(caption), platform::ButtonsOk + platform::IconInformation);
+        RunOperation(window, operation);
+        platform::MessageBoxW(u"Fertig", caption, platform::ButtonsOk + platform::IconInformation);
     });
     if (error) {
-        platform::MessageBoxW(u"Fehlgeschlagen!", Text(caption), platform::ButtonsOk + platform::IconCritical);
+        platform::MessageBoxW(u"Fehlgeschlagen!", caption, platform::ButtonsOk + platform::IconCritical);
     }
 }
 
-// Runs an operation that writes the control file; false when it could not be written, which the user then knows.
-bool TryWriteControlFile(void (*operation)()) {
-    const std::optional<Error> error = TrapError(operation);
+// Runs an operation that writes the control file. On failure shows the error and returns false.
+bool TryWriteControlFile(platform::Handle window, void (*operation)()) {
+    const std::optional<Error> error = TrapError([&] { RunOperation(window, operation); });
     if (error) {
         FailureShow(u"Kann Steuerungs-Datei nicht schreiben:", ControlFilePath, error->description);
     }
     return !error;
+}
+
+constexpr char16_t ImportCaption[] = u"Importieren";
+constexpr char16_t ImportToolTip[] =
+    u"Die Steuerungs-Datei wird importiert. Die neuen Versions-Einstellungen werden gesetzt.";
+constexpr char16_t ClearCaption[] = u"Löschen";
+constexpr char16_t ClearToolTip[] = u"Alle Versions-Einstellungen werden gelöscht.";
+
+void ExportClicked(platform::Handle window) {
+    if (TryWriteControlFile(window, ExportVersions)) {
+        EditControlFile();
+    }
+}
+
+void ImportClicked(platform::Handle window) {
+    AskAndRun(window, ImportCaption, ImportToolTip, ImportVersions);
+}
+
+void DemoClicked(platform::Handle window) {
+    TryWriteControlFile(window, WriteDemoFile);
+}
+
+void ClearClicked(platform::Handle window) {
+    AskAndRun(window, ClearCaption, ClearToolTip, ClearVersions);
+}
+
+void EditClicked(platform::Handle /*window*/) {
+    EditControlFile();
+}
+
+void QuitClicked(platform::Handle window) {
+    platform::ShowWindow(window, platform::ShowHide);
+}
+
+// All lengths in twips.
+struct Button {
+    const char16_t* caption;
+    std::int32_t left;
+    std::int32_t top;
+    const char16_t* toolTip;
+    void (*clicked)(platform::Handle window);
+};
+
+enum ButtonIndex : std::size_t { btnExport, btnImport, btnDemo, btnClear, btnEdit, btnQuit, ButtonCount };
+
+// In tab order.
+constexpr Button Buttons[] = {
+    {u"Exportieren", 240, 240,
+     u"Die aktuellen Versions-Einstellungen werden in die Steuerungs-Datei exportiert. Die kann angepasst und "
+     u"abgespeichert werden.",
+     ExportClicked},
+    {ImportCaption, 1920, 240, ImportToolTip, ImportClicked},
+    {u"Demo", 240, 840,
+     u"Es wird eine Steuerungs-Datei zu Demonstrationszwecken erstellt. Die kann angepasst und abgespeichert werden.",
+     DemoClicked},
+    {ClearCaption, 240, 1440, ClearToolTip, ClearClicked},
+    {u"Bearbeiten", 1920, 840, u"Die Steuerungs-Datei bearbeiten.", EditClicked},
+    {u"Fertig", 1920, 1440, u"Programm beenden.", QuitClicked},
+};
+static_assert(std::size(Buttons) == ButtonCount);
+
+platform::WindowDesign Design() {
+    constexpr std::int32_t icon = 1;
+    platform::WindowDesign design{u"VTV4 Version Controller", {3555, 2130}, false, icon, {}};
+    for (const Button& button : Buttons) {
+        design.controls.push_back(
+            {platform::ControlKind::Button, button.caption, {button.left, button.top, 1335, 375}});
+    }
+    return design;
+}
+
+// Returns a failure's description. The system's words for a registry status are added because the description of such
+// an error is often empty. For a run-time error they would belong to an unrelated status with the same number.
+Text FailureText(const Error& error) {
+    const Text runtimeText = RuntimeErrorOf(static_cast<RuntimeError>(error.number)).description;
+    const bool isRuntimeError = !runtimeText.empty() && error.description == runtimeText;
+    const Text systemText = isRuntimeError ? Text() : platform::StatusText(error.number);
+    return Trim(Trim(Trim(error.description) + u" " + systemText) + u" (Fehler " + DecimalText(error.number) + u")");
 }
 
 }  // namespace
@@ -101,27 +162,23 @@ void frmVTV4V::ShowModal() {
 }
 
 bool frmVTV4V::TryLoad() {
-    const std::optional<Error> error = TrapError([this] { Load(); });
+    TextView product = MainRegistryPath;
+    const std::optional<Error> error = TrapError([&] {
+        mainProfile_ = std::make_unique<ProductProfileMain>();
+        MainVersions = mainProfile_->Profile.Table;
+        product = ReportingRegistryPath;
+        reportingProfile_ = std::make_unique<ProductProfileReporting>();
+        ReportingVersions = reportingProfile_->Profile.Table;
+    });
     if (error) {
-        const Text product(MainVersions == nullptr ? MainRegistryPath : ReportingRegistryPath);
-        // A registry failure may have no description but the one that was pending; its number tells it in any case, and
-        // the system may have words for that.
-        const Text words = Trim(Trim(error->description) + u" " + platform::StatusText(error->number));
-        FailureShow(u"Kann Versions-Einstellungen nicht laden:", product,
-                    Trim(words + u" (Fehler " + DecimalText(error->number) + u")"));
+        FailureShow(u"Kann Versions-Einstellungen nicht laden:", Text(product), FailureText(*error));
+        return false;
     }
-    return !error;
-}
-
-void frmVTV4V::Load() {
-    mainProfile_ = std::make_unique<ProductProfileMain>();
-    MainVersions = mainProfile_->Profile.Table;
-    reportingProfile_ = std::make_unique<ProductProfileReporting>();
-    ReportingVersions = reportingProfile_->Profile.Table;
     ControlFilePath = ControlFilePathGet();
-    for (const ToolTip& toolTip : ToolTips) {
-        platform::ControlToolTip(window_, toolTip.button, Text(toolTip.text));
+    for (const std::size_t button : {btnClear, btnDemo, btnExport, btnImport, btnEdit, btnQuit}) {
+        platform::ControlToolTip(window_, button, Buttons[button].toolTip);
     }
+    return true;
 }
 
 void frmVTV4V::Unload() {
@@ -131,53 +188,18 @@ void frmVTV4V::Unload() {
     mainProfile_.reset();
 }
 
-// Entering the task bar hides the window and shows it, which makes it active again.
+// ShowInTaskBar hides and shows the window, which activates it again.
 void frmVTV4V::Activated() {
-    if (enteringTaskBar_) {
-        return;
+    if (!enteringTaskBar_) {
+        const platform::ScopedValue entering(enteringTaskBar_, true);
+        ShowInTaskBar(window_, true);
     }
-    enteringTaskBar_ = true;
-    ShowInTaskBar(window_, true);
-    enteringTaskBar_ = false;
 }
 
-// Operations give pending messages a turn, so that a click can arrive while another one's operation runs.
+// Operations process pending messages, so a click can arrive while another button's operation is running.
 void frmVTV4V::Clicked(std::size_t button) {
-    if (operationRuns_) {
-        return;
-    }
-    operationRuns_ = true;
-    RunOperation(button);
-    operationRuns_ = false;
-}
-
-void frmVTV4V::RunOperation(std::size_t button) {
-    switch (button) {
-        case btnExport:
-            ExportClicked();
-            break;
-        case btnImport:
-            AskAndRun(ImportCaption, ImportToolTip, ImportVersions);
-            break;
-        case btnDemo:
-            TryWriteControlFile(WriteDemoFile);
-            break;
-        case btnClear:
-            AskAndRun(ClearCaption, ClearToolTip, ClearVersions);
-            break;
-        case btnEdit:
-            EditControlFile();
-            break;
-        case btnQuit:
-            platform::ShowWindow(window_, platform::ShowHide);
-            break;
-        default:
-            break;
-    }
-}
-
-void frmVTV4V::ExportClicked() {
-    if (TryWriteControlFile(ExportVersions)) {
-        EditControlFile();
+    if (!operationRunning_) {
+        const platform::ScopedValue running(operationRunning_, true);
+        Buttons[button].clicked(window_);
     }
 }

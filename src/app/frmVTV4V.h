@@ -3,13 +3,12 @@
 #include <cstddef>
 #include <memory>
 
-#include "common/Text.h"
 #include "platform/Handle.h"
 #include "version/ProductProfileMain.h"
 #include "version/ProductProfileReporting.h"
 
-// The working window. Each of its buttons runs one operation on the tables or the control file. While it is
-// loaded it owns the profiles of both products, and the globals of modVTV4Version refer to their tables.
+// The main window. Each button runs one operation on the tables or the control file. While the window is loaded, it
+// owns the profiles of both products, and the globals of modVTV4Version refer to their tables.
 class frmVTV4V {
 public:
     frmVTV4V();
@@ -17,22 +16,19 @@ public:
     frmVTV4V(const frmVTV4V&) = delete;
     frmVTV4V& operator=(const frmVTV4V&) = delete;
 
-    // Loads the window and shows it until "Fertig" hides it or its close box unloads it. When the load fails, the user
-    // is told why and the window is not shown.
+    // Loads the window and shows it until "Fertig" hides it or its close box unloads it. If loading fails, shows the
+    // reason in a message box instead.
     void ShowModal();
 
 private:
     bool TryLoad();
-    void Load();
     void Unload();
     void Activated();
     void Clicked(std::size_t button);
-    void RunOperation(std::size_t button);
-    void ExportClicked();
 
     platform::Handle window_;
     std::unique_ptr<ProductProfileMain> mainProfile_;
     std::unique_ptr<ProductProfileReporting> reportingProfile_;
     bool enteringTaskBar_ = false;
-    bool operationRuns_ = false;
+    bool operationRunning_ = false;
 };

@@ -2,6 +2,5 @@
 
 #include "platform/Handle.h"
 
-// Gives a window a button in the task bar, or takes it away. The window is hidden and shown again for that, which makes
-// it active once more.
+// Adds a window to the task bar or removes it. To do so, hides the window and shows it again, which activates it.
 void ShowInTaskBar(platform::Handle hWnd, bool show);

@@ -7,22 +7,23 @@
 #include "common/Error.h"
 #include "installcheck/VcoreTest.h"
 #include "platform/Regional.h"
+#include "platform/ScopedValue.h"
 #include "platform/WindowSystem.h"
 
 namespace {
 
-// The labels by their place in the design: the panel of the report, its heading, and the hint on the clipboard.
+// Indexes of the labels: the report panel, its heading, and the clipboard hint.
 enum Label : std::size_t { Label1, Label3, Label2 };
 
 // All lengths in twips.
-constexpr platform::Rectangle Label1Place{240, 480, 8055, 3135};
-constexpr platform::Rectangle Label3Place{240, 120, 5415, 375};
-constexpr platform::Rectangle Label2Place{240, 3840, 8055, 255};
+constexpr platform::Rectangle Label1Bounds{240, 480, 8055, 3135};
+constexpr platform::Rectangle Label3Bounds{240, 120, 5415, 375};
+constexpr platform::Rectangle Label2Bounds{240, 3840, 8055, 255};
 
-// The window is never smaller, measured over its frame.
-constexpr platform::Size LeastSize{8730, 5280};
+// Minimum size of the window, including its frame.
+constexpr platform::Size MinimumSize{8730, 5280};
 
-// What the panel leaves free: frame and margin at its right, and below it room for the hint.
+// Space around the panel: frame and margin to the right, and room for the hint below.
 constexpr std::int32_t RightOfLabel1 = 420;
 constexpr std::int32_t BelowLabel1 = 1000;
 constexpr std::int32_t GapToLabel2 = 120;
@@ -41,9 +42,9 @@ platform::WindowDesign Design() {
             {8610, 4305},
             true,
             icon,
-            {{platform::ControlKind::Label, u"Label1", Label1Place},
-             {platform::ControlKind::Label, u"Information", Label3Place, bold},
-             {platform::ControlKind::Label, u"Label2", Label2Place, bold}},
+            {{platform::ControlKind::Label, u"Label1", Label1Bounds},
+             {platform::ControlKind::Label, u"Information", Label3Bounds, bold},
+             {platform::ControlKind::Label, u"Label2", Label2Bounds, bold}},
             {u"MS Sans Serif", 165}};  // 8.25 points
 }
 
@@ -72,26 +73,25 @@ void frmVCoreTest::Form_Load() {
     RunCheck();
 }
 
-// Setting the size tells of a new size in turn, perhaps before it returns.
+// Setting the size triggers another resize event, possibly before WindowOuterSize returns.
 void frmVCoreTest::Form_Resize() {
     if (resizing_) {
         return;
     }
     platform::Size size = platform::WindowOuterSize(window_);
-    if (size.width < LeastSize.width || size.height < LeastSize.height) {
-        resizing_ = true;
+    if (size.width < MinimumSize.width || size.height < MinimumSize.height) {
+        const platform::ScopedValue resizing(resizing_, true);
         platform::WindowOuterSize(window_,
-                                  {std::max(size.width, LeastSize.width), std::max(size.height, LeastSize.height)});
-        resizing_ = false;
+                                  {std::max(size.width, MinimumSize.width), std::max(size.height, MinimumSize.height)});
         size = platform::WindowOuterSize(window_);
     }
-    platform::Rectangle panel = Label1Place;
+    platform::Rectangle panel = Label1Bounds;
     panel.width = size.width - panel.left - RightOfLabel1;
     panel.height = size.height - panel.top - BelowLabel1;
-    platform::Rectangle hint = Label2Place;
+    platform::Rectangle hint = Label2Bounds;
     hint.top = panel.top + panel.height + GapToLabel2;
-    platform::ControlPlace(window_, Label1, panel);
-    platform::ControlPlace(window_, Label2, hint);
+    platform::ControlBounds(window_, Label1, panel);
+    platform::ControlBounds(window_, Label2, hint);
 }
 
 void frmVCoreTest::RunCheck() {
@@ -101,10 +101,11 @@ void frmVCoreTest::RunCheck() {
     ReportShow(check.Text());
 }
 
-// A clipboard that refuses the text changes nothing else.
+// Shows the hint only if the clipboard accepted the text.
 void frmVCoreTest::ReportShow(const Text& text) {
     platform::ControlCaption(window_, Label1, text);
     platform::ClipboardClear();
-    platform::ClipboardSet(platform::AnsiFromText(text), platform::ClipboardText);
-    platform::ControlVisible(window_, Label2, true);
+    if (platform::ClipboardSet(platform::AnsiFromText(text), platform::ClipboardText)) {
+        platform::ControlVisible(window_, Label2, true);
+    }
 }

@@ -3,8 +3,7 @@
 #include "common/Text.h"
 #include "platform/Handle.h"
 
-// The check's window: runs the check once more, shows that run's report on green or red, and puts it on the
-// clipboard.
+// Window that repeats the check, shows the report of that run on a green or red panel and copies it to the clipboard.
 class frmVCoreTest {
 public:
     frmVCoreTest();
@@ -12,7 +11,7 @@ public:
     frmVCoreTest(const frmVCoreTest&) = delete;
     frmVCoreTest& operator=(const frmVCoreTest&) = delete;
 
-    // Loads the window, with the whole check, and shows it until its close box unloads it.
+    // Loads the window, which runs the check, and shows it until the user closes it.
     void ShowModal();
 
 private:

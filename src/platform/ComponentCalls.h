@@ -5,26 +5,28 @@
 
 #include "platform/Handle.h"
 
-// Outside components: objects by programmatic identifier, and functions of a library.
+// Outside components: COM objects created by programmatic identifier, and library functions.
 namespace platform {
 
-// An object of an outside component; 0 is none.
+// Reference to an object of an outside component, or 0.
 using ObjectReference = std::intptr_t;
 
-// Creates an object from its programmatic identifier. On failure `object` is 0 and the status is the component object
-// model's (a negative number), to be told in words by StatusText.
+// Creates an object from its programmatic identifier. On failure sets `object` to 0 and returns a COM status (a
+// negative number), for which StatusText returns the description.
 Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReference& object);
 
-// Releases an object; 0 is passed over.
+// Releases an object. Does nothing if `object` is 0.
 void ReleaseObject(ObjectReference object) noexcept;
 
-// Loads the library at `libraryPath` and calls its `function` (stdcall on 32-bit systems) with one text. All three are
-// in the system's 8-bit code page. The library stays loaded to the process' end. `result` is set on StatusSuccess
-// alone; 126 for a library that is missing, or another one that it needs, 127 when it has no such function.
+// Loads the library at `libraryPath` and calls `function` (stdcall on 32-bit systems) with the string `text`. All three
+// strings are in the system's 8-bit code page. The library stays loaded until the process ends. Sets `result` only on
+// StatusSuccess. Returns 126 if the library or one of its dependencies is missing, 127 if the library doesn't export
+// the function.
 Status CallTextFunction(const std::string& libraryPath, const std::string& function, const std::string& text,
                         std::int32_t& result);
 
-// The system's description of a status, in the user's language, without a line end; empty for an unknown one.
+// Returns the system's description of a status in the user's language, without a line break at the end. Returns an
+// empty string if the status is unknown.
 std::u16string StatusText(Status status);
 
 }  // namespace platform

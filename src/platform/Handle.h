@@ -4,12 +4,12 @@
 
 namespace platform {
 
-// A handle of the system: a registry key, a file, a process or a window. 0 is no handle. The predefined registry roots
-// are negative numbers (0x80000000 and up); every other handle fits 32 bits on all systems that we run on.
+// A system handle to a registry key, file, process or window, or 0. The predefined registry roots are negative numbers
+// (0x80000000 and up); all other handles fit in 32 bits on every supported system.
 using Handle = std::int32_t;
 
-// The number by which a call of the system tells how it ended; 0 is success. The numbers are those of Windows, on every
-// system, because they reach the user and the callers' rules as error numbers.
+// The result of a system call; 0 is success. The numbers are the Windows error codes on every platform, because they
+// are shown to the user and callers depend on them.
 using Status = std::int32_t;
 
 inline constexpr Status StatusSuccess = 0;
@@ -17,13 +17,13 @@ inline constexpr Status StatusFileNotFound = 2;       // ERROR_FILE_NOT_FOUND; a
 inline constexpr Status StatusPathNotFound = 3;       // ERROR_PATH_NOT_FOUND
 inline constexpr Status StatusAccessDenied = 5;       // ERROR_ACCESS_DENIED
 inline constexpr Status StatusInvalidHandle = 6;      // ERROR_INVALID_HANDLE
-inline constexpr Status StatusNotSameDevice = 17;     // ERROR_NOT_SAME_DEVICE: two disks, where one is needed
-inline constexpr Status StatusWriteProtect = 19;      // ERROR_WRITE_PROTECT: the disk takes no writes
+inline constexpr Status StatusNotSameDevice = 17;     // ERROR_NOT_SAME_DEVICE: the files are on different disks
+inline constexpr Status StatusWriteProtect = 19;      // ERROR_WRITE_PROTECT: the disk is write-protected
 inline constexpr Status StatusSharingViolation = 32;  // ERROR_SHARING_VIOLATION
 inline constexpr Status StatusLockViolation = 33;     // ERROR_LOCK_VIOLATION
 inline constexpr Status StatusHandleDiskFull = 39;    // ERROR_HANDLE_DISK_FULL
-inline constexpr Status StatusBadNetPath = 53;        // ERROR_BAD_NETPATH: the computer of a network path is away
-inline constexpr Status StatusBadNetName = 67;        // ERROR_BAD_NET_NAME: it has no such share
+inline constexpr Status StatusBadNetPath = 53;        // ERROR_BAD_NETPATH: the computer in a network path wasn't found
+inline constexpr Status StatusBadNetName = 67;        // ERROR_BAD_NET_NAME: the share in a network path wasn't found
 inline constexpr Status StatusFileExists = 80;        // ERROR_FILE_EXISTS
 inline constexpr Status StatusInvalidParameter = 87;  // ERROR_INVALID_PARAMETER
 inline constexpr Status StatusDiskFull = 112;         // ERROR_DISK_FULL
@@ -31,11 +31,11 @@ inline constexpr Status StatusInvalidName = 123;      // ERROR_INVALID_NAME
 inline constexpr Status StatusNameTooLong = 206;      // ERROR_FILENAME_EXCED_RANGE
 inline constexpr Status StatusMoreData = 234;         // ERROR_MORE_DATA: the buffer is too small
 inline constexpr Status StatusNoMoreItems = 259;      // ERROR_NO_MORE_ITEMS: the end of an enumeration
-inline constexpr Status StatusKeyDeleted = 1018;      // ERROR_KEY_DELETED: the open key is gone
-inline constexpr Status StatusIoDevice = 1117;        // ERROR_IO_DEVICE: any other failure of a read or a write
+inline constexpr Status StatusKeyDeleted = 1018;      // ERROR_KEY_DELETED: the open key was deleted
+inline constexpr Status StatusIoDevice = 1117;        // ERROR_IO_DEVICE: any other read or write failure
 inline constexpr Status StatusDiskQuota = 1295;       // ERROR_DISK_QUOTA_EXCEEDED
 
-// Closes a handle of a file or a process. StatusInvalidHandle for anything else, 0 included.
+// Closes a file or process handle. Returns StatusInvalidHandle for anything else, including 0.
 Status CloseHandle(Handle handle) noexcept;
 
 }  // namespace platform

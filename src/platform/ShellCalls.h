@@ -5,34 +5,34 @@
 
 #include "platform/Handle.h"
 
-// Documents opened by association, and processes. Texts are in the system's 8-bit code page.
+// Opens documents by association and starts processes. Strings are in the system's 8-bit code page.
 namespace platform {
 
 inline constexpr std::int32_t ShowNormal = 1;          // SW_SHOWNORMAL
-inline constexpr std::int32_t ShowMinimisedFocus = 2;  // started minimised, with the focus
+inline constexpr std::int32_t ShowMinimisedFocus = 2;  // SW_SHOWMINIMIZED: minimised, with the focus
 
-inline constexpr std::int32_t Synchronize = 0x100000;  // the right to wait for a process
+inline constexpr std::int32_t Synchronize = 0x100000;  // SYNCHRONIZE: the right to wait for a process
 
-inline constexpr std::uint32_t WaitObject0 = 0;             // the process has ended
-inline constexpr std::uint32_t WaitTimeout = 0x102;         // the time ran out
-inline constexpr std::uint32_t WaitFailed = 0xFFFFFFFFU;    // no such handle
-inline constexpr std::uint32_t WaitInfinite = 0xFFFFFFFFU;  // a time-out that never comes
+inline constexpr std::uint32_t WaitObject0 = 0;             // WAIT_OBJECT_0: the process has ended
+inline constexpr std::uint32_t WaitTimeout = 0x102;         // WAIT_TIMEOUT
+inline constexpr std::uint32_t WaitFailed = 0xFFFFFFFFU;    // WAIT_FAILED: the handle is invalid
+inline constexpr std::uint32_t WaitInfinite = 0xFFFFFFFFU;  // INFINITE: no time-out
 
-// Opens the document `file` (a path, in double quotes or not) with the program associated with its type, and does not
-// wait for that program. 33 and above is success; below it an error code: 2 no such file, 3 no such folder, 5 access
-// denied, 31 no association.
+// Opens `file` (a path, optionally in double quotes) with the program associated with its type, without waiting for the
+// program. Returns 33 or more on success. Otherwise returns an error code: 2 if the file is missing, 3 if its folder is
+// missing, 5 if access is denied, 31 if no program is associated with the type.
 std::int32_t ShellExecuteA(Handle owner, const std::string& verb, const std::string& file,
                            const std::string& parameters, const std::string& directory, std::int32_t show);
 
-// Starts a command line and returns at once with the identifier of the new process: 2 when there is no such program,
-// otherwise what the system says.
+// Starts a command line without waiting for it and sets `processId`. Returns 2 if the program is missing, or the status
+// of any other failure.
 Status StartCommandLine(const std::string& command, std::int32_t windowStyle, std::int32_t& processId);
 
-// A handle on a running process, to be closed with CloseHandle; 0 when there is none. `inherit` is a Boolean, all bits
-// set for true.
+// Returns a handle to a running process, or 0 on failure. Close it with CloseHandle. Child processes inherit the handle
+// if `inherit` isn't 0.
 Handle OpenProcess(std::int32_t access, std::int32_t inherit, std::int32_t processId);
 
-// Waits until the process has ended, but no longer than `milliseconds`. The process goes on running after that.
+// Waits until the process ends or `milliseconds` have passed. After a time-out the process keeps running.
 std::uint32_t WaitForSingleObject(Handle process, std::uint32_t milliseconds);
 
 }  // namespace platform

@@ -4,17 +4,18 @@
 #include <span>
 #include <string>
 
-// The version block of a program file or library, read from its resources.
+// Reads the version resource of programs and libraries.
 namespace platform {
 
-// The size in bytes of the version information of the file at `path` (8-bit code page), below 1 when it has none.
+// Returns the size in bytes of the version resource of the file at `path` (8-bit code page), or less than 1 if it has
+// none.
 std::int32_t GetFileVersionInfoSizeA(const std::string& path);
 
-// Fills `block` with it; `handle` is ignored. False when the file has none or cannot be read.
+// Copies the version resource to `block`; `handle` is ignored. Returns false if the file has none or can't be read.
 bool GetFileVersionInfoA(const std::string& path, std::uint32_t handle, std::span<char> block);
 
-// The part of `block` that `subBlock` names: "\" gives the fixed version information (VS_FIXEDFILEINFO, 52 bytes).
-// Empty when the block does not hold it; it points into `block` otherwise.
+// Returns the part of `block` with the name `subBlock`, or an empty span if it is missing. "\" is the name of the fixed
+// version information (VS_FIXEDFILEINFO, 52 bytes).
 std::span<const char> VerQueryValueA(std::span<const char> block, const std::string& subBlock);
 
 }  // namespace platform

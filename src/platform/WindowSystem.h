@@ -8,9 +8,9 @@
 
 #include "platform/Handle.h"
 
-// Windows with their controls, message boxes, the clipboard. Lengths are twips, 1440 to the inch. One thread serves all
-// windows. Events arrive on it: from WindowShowModal, MessageBoxW and DoEvents, from ShowWindow when a window becomes
-// active, and from WindowOuterSize.
+// Windows and their controls, message boxes and the clipboard. All lengths are in twips, 1440 to the inch. One thread
+// owns all windows and receives their events, inside WindowShowModal, MessageBoxW, DoEvents, ShowWindow (if it
+// activates a window) and WindowOuterSize.
 namespace platform {
 
 struct Rectangle {
@@ -25,79 +25,83 @@ struct Size {
     std::int32_t height;
 };
 
-// A colour number holds red in the low byte, then green, then blue.
+// Red in the low byte, then green, then blue.
 using Colour = std::int32_t;
 
 enum class ControlKind { Button, Label };
 
 struct Control {
     ControlKind kind;
-    std::u16string caption;  // shown as it is: an ampersand is an ampersand
-    Rectangle place;         // from the client area's top left corner
+    std::u16string caption;  // shown literally: an ampersand doesn't mark an access key
+    Rectangle bounds;        // relative to the top left corner of the client area
     bool bold = false;
     bool visible = true;
 };
 
 struct Font {
-    std::u16string face;      // empty: the font of the system's own dialogs
+    std::u16string face;      // if empty, the font of system dialogs is used
     std::int32_t height = 0;  // of a character, in twips: 20 to the point
 };
 
 struct WindowDesign {
     std::u16string caption;
     Size client;
-    bool sizable;       // false: a fixed frame with a close box, neither minimised nor maximised
-    std::int32_t icon;  // number of the icon in the program's resources
-    std::vector<Control>
-        controls;    // buttons take the focus in this order; a control is named by its place here, from 0
-    Font font = {};  // of all controls
+    bool sizable;                   // if false, the window has a fixed frame without minimise and maximise boxes
+    std::int32_t icon;              // number of the icon in the program's resources
+    std::vector<Control> controls;  // in tab order; a control is identified by its index here
+    Font font = {};                 // of all controls
 };
 
-// What a window tells its owner. An empty function is passed over. An exception that leaves one of them ends the modal
-// show and leaves WindowShowModal.
+// Event handlers of a window; an empty one is ignored. An exception from a handler ends the modal loop, and
+// WindowShowModal rethrows it.
 struct WindowEvents {
     std::function<void()> activated;
     std::function<void(std::size_t control)> clicked;
     std::function<void()> resized;
 };
 
-// Creates a window, hidden, at the place that the system gives new windows; 0 when the system refuses.
+// Creates a hidden window at the system's default position. Returns 0 on failure.
 Handle WindowCreate(const WindowDesign& design, WindowEvents events);
 
-// Shows the window and serves events until, between two of them, it is hidden or gone. Its frame's close box destroys
-// it, once a `clicked` that is running has returned.
+// Shows the window and dispatches events until the window is hidden or destroyed, which is checked after each event.
+// The close box destroys the window, but only after a running `clicked` handler has returned.
 void WindowShowModal(Handle window);
 
-// Destroys the window; one that is gone already is passed over.
+// Destroys the window. Does nothing if it was destroyed before.
 void WindowDestroy(Handle window) noexcept;
 
 void ControlCaption(Handle window, std::size_t control, const std::u16string& caption);
 void ControlToolTip(Handle window, std::size_t control, const std::u16string& text);
 void ControlColours(Handle window, std::size_t control, Colour background, Colour text);
 void ControlVisible(Handle window, std::size_t control, bool visible);
-void ControlPlace(Handle window, std::size_t control, const Rectangle& place);
+void ControlBounds(Handle window, std::size_t control, const Rectangle& bounds);
 
-// The size over the outer frame. Setting it is followed by `resized`, as a change by the user is.
+// Returns or sets the size of the window including its frame. If the size changes, `resized` is called.
 Size WindowOuterSize(Handle window);
 void WindowOuterSize(Handle window, Size size);
+
+// Makes the window refuse the end of the user's session, with a reason that the system may show to the user, until
+// ShutdownBlockReasonDestroy. Returns false if the system doesn't show the reason. The host never refuses.
+bool ShutdownBlockReasonCreate(Handle window, const std::u16string& reason);
+void ShutdownBlockReasonDestroy(Handle window) noexcept;
 
 inline constexpr std::int32_t ShowHide = 0;  // SW_HIDE
 inline constexpr std::int32_t ShowShow = 5;  // SW_SHOW
 
 inline constexpr std::int32_t LongExtendedStyle = -20;           // GWL_EXSTYLE
-inline constexpr std::int32_t ExtendedStyleAppWindow = 0x40000;  // WS_EX_APPWINDOW: a button in the task bar
+inline constexpr std::int32_t ExtendedStyleAppWindow = 0x40000;  // WS_EX_APPWINDOW: the window has a task bar button
 
 Handle GetDesktopWindow();
-// Stops the drawing of `window`; 0 lets the stopped one draw again.
+// Suspends drawing in `window`; 0 resumes it.
 bool LockWindowUpdate(Handle window);
-// Shows or hides the window; true when it was visible before. A window that is shown becomes active, which may tell
-// `activated` before this call returns.
+// Shows or hides the window. Returns true if it was visible before. Showing a window activates it, so `activated` may
+// be called before this function returns.
 bool ShowWindow(Handle window, std::int32_t command);
 std::int32_t GetWindowLongA(Handle window, std::int32_t index);
-// Returns the earlier number.
+// Returns the previous value.
 std::int32_t SetWindowLongA(Handle window, std::int32_t index, std::int32_t number);
 
-// Buttons and icon of a message box, added up.
+// Buttons and icons of a message box, to be added.
 inline constexpr std::uint32_t ButtonsOk = 0x00;           // MB_OK
 inline constexpr std::uint32_t ButtonsYesNoCancel = 0x03;  // MB_YESNOCANCEL; the first button has the focus
 inline constexpr std::uint32_t IconCritical = 0x10;        // MB_ICONERROR
@@ -106,24 +110,27 @@ inline constexpr std::uint32_t IconExclamation = 0x30;     // MB_ICONWARNING
 inline constexpr std::uint32_t IconInformation = 0x40;     // MB_ICONINFORMATION
 
 inline constexpr std::int32_t AnswerOk = 1;
-inline constexpr std::int32_t AnswerCancel = 2;  // also the close box of a box with the button Cancel
+inline constexpr std::int32_t AnswerCancel =
+    2;  // also returned if a box with a Cancel button is closed by its close box
 inline constexpr std::int32_t AnswerYes = 6;
 inline constexpr std::int32_t AnswerNo = 7;
 
-// Shows a message box over the program's active window, and waits for the answer. Lines of `text` are parted by CR LF.
+// Shows a message box above the program's active window and waits for the answer. Lines of `text` are separated by CR
+// LF.
 std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& caption, std::uint32_t type);
 
-// The system's plain beep.
+// Plays the default beep.
 void MessageBeep();
 
 inline constexpr std::uint32_t ClipboardText = 1;  // CF_TEXT
 
-// Empties the clipboard; false when it cannot be had.
+// Empties the clipboard. Returns false if the clipboard is unavailable.
 bool ClipboardClear();
-// Puts `text`, in the system's 8-bit code page, on the clipboard in `format`; false when it cannot be had.
+// Puts `text`, in the system's 8-bit code page, on the clipboard in `format`. Returns false if the clipboard is
+// unavailable.
 bool ClipboardSet(const std::string& text, std::uint32_t format);
 
-// Gives the pending window messages a turn, and returns when none is left.
+// Dispatches the pending window messages and returns when none are left.
 void DoEvents();
 
 }  // namespace platform

@@ -226,7 +226,7 @@ TEST_CASE("The windows are laid out and explained as told, and the check's follo
     const std::string checkWindow =
         "WindowCreate|Vandrel Core Elements V1|8610|4305|2\n"
         "Label1|240|480|8055|3135\nInformation|240|120|5415|375\nLabel2|240|3840|8055|255\nControlVisible|it|2|0\n";
-    const std::string filled = "ControlPlace|it|0|240|480|8070|3800\nControlPlace|it|2|240|4400|8055|255\n";
+    const std::string filled = "ControlBounds|it|0|240|480|8070|3800\nControlBounds|it|2|240|4400|8055|255\n";
     FaultMachine lacking({"sevCmd4.ocx"});
     lacking.Session("x\n", {}, {Seam::ClipboardClear, 1, [] { platform::WindowOuterSize(SeamWindow(), {400, 400}); }});
     CHECK(SeamRecord() == check + checkWindow + check + "ControlColours|it|0|255|16777215\n" + filled +

@@ -58,7 +58,7 @@ std::string Shown(const platform::WindowDesign& design) {
     std::string shown =
         Shown(design.caption) + Shown(design.client.width) + Shown(design.client.height) + Shown(design.icon);
     for (const platform::Control& control : design.controls) {
-        shown += "\n" + platform::AnsiFromText(control.caption) + Shown(control.place);
+        shown += "\n" + platform::AnsiFromText(control.caption) + Shown(control.bounds);
     }
     return shown;
 }

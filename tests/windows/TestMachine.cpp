@@ -6,12 +6,12 @@
 
 #include "platform/windows/Win32.h"
 
-// The running system, with a folder of its own, and with empty roots of the registry for this process: keys below one
-// of the user's, whoever the user is.
+// The machine is the running system with a temporary folder. The predefined registry keys of this process are
+// redirected to empty keys below HKEY_CURRENT_USER, so the tests need no administrator rights.
 
 namespace {
 
-// The last one is the last, as the others are made below the system's.
+// HKEY_CURRENT_USER must be redirected last, since the target keys are created below it.
 const HKEY Roots[] = {HKEY_CLASSES_ROOT, HKEY_LOCAL_MACHINE, HKEY_USERS, HKEY_CURRENT_USER};
 
 std::string UniqueName() {

@@ -5,8 +5,7 @@
 #include "platform/WindowSystem.h"
 #include "platform/windows/Win32.h"
 
-// A process' first window comes up as the shell was asked to show it.
-TEST_CASE("A fixed window is shown at its own size, and an exception of one of its events leaves it once") {
+TEST_CASE("A fixed window ignores a maximised start, and WindowShowModal rethrows a handler's exception once") {
     HWND window = nullptr;
     const auto fail = [] { throw std::runtime_error("event"); };
     const auto click = [&] { ::PostMessageW(::GetWindow(window, GW_CHILD), BM_CLICK, 0, 0); };
@@ -27,10 +26,11 @@ TEST_CASE("A fixed window is shown at its own size, and an exception of one of i
     }
 }
 
-TEST_CASE("The clipboard says in which locale's code page its text is") {
+TEST_CASE("ClipboardSet adds the system locale, which determines the code page of the text") {
     CHECK(platform::ClipboardSet("text", platform::ClipboardText));
     REQUIRE(::OpenClipboard(nullptr));
-    CHECK(::EnumClipboardFormats(0) == CF_LOCALE);  // not one that the system puts behind the text
+    CHECK(::EnumClipboardFormats(0) ==
+          CF_LOCALE);  // set by the program: one that Windows adds would come after the text
     const auto* const locale = static_cast<const LCID*>(::GlobalLock(::GetClipboardData(CF_LOCALE)));
     REQUIRE(locale != nullptr);
     CHECK(*locale == ::GetSystemDefaultLCID());

@@ -2,7 +2,8 @@
 
 namespace platform::windows {
 
-// Makes this thread ready for the component object model, which the shell uses too. It stays so to the process' end.
+// Initialises COM on this thread, if that hasn't been done yet. COM stays initialised until the process ends. The shell
+// functions need it too.
 void ApartmentEnter();
 
 }  // namespace platform::windows

@@ -8,11 +8,12 @@ namespace platform {
 
 namespace {
 
-// Another program holds the clipboard for moments only.
+// Other programs keep the clipboard open only briefly, so opening it is retried.
 constexpr int OpenTries = 10;
 constexpr DWORD OpenPause = 20;  // milliseconds
 
-// The open clipboard. It takes data only from a window, which nobody sees.
+// Opens the clipboard and closes it on destruction. Setting data requires an owner window, so it creates a message-only
+// window.
 class Clipboard {
 public:
     Clipboard()
@@ -32,21 +33,21 @@ public:
     Clipboard(const Clipboard&) = delete;
     Clipboard& operator=(const Clipboard&) = delete;
 
-    // What is there says something else, and a format of it might be pasted instead of what comes.
+    // Removes the earlier content in all its formats: a program might otherwise paste one of those.
     bool Clear() { return open_ && ::EmptyClipboard() != FALSE; }
 
     bool Add(UINT format, std::string_view bytes) {
         windows::Owned<HGLOBAL, ::GlobalFree> memory(::GlobalAlloc(GMEM_MOVEABLE, bytes.size()));
-        void* const place = ::GlobalLock(memory.get());
-        if (place == nullptr) {
+        void* const target = ::GlobalLock(memory.get());
+        if (target == nullptr) {
             return false;
         }
-        std::memcpy(place, bytes.data(), bytes.size());
+        std::memcpy(target, bytes.data(), bytes.size());
         ::GlobalUnlock(memory.get());
         if (::SetClipboardData(format, memory.get()) == nullptr) {
             return false;
         }
-        static_cast<void>(memory.release());  // the system's now
+        static_cast<void>(memory.release());  // now owned by the system
         return true;
     }
 
@@ -61,9 +62,10 @@ bool ClipboardClear() {
     return Clipboard().Clear();
 }
 
-// A text without a locale gets the one of the keyboard's language, by whose code page programs would read it.
+// Sets the locale of the text as well. Otherwise Windows derives it from the keyboard layout, and programs would decode
+// the text with that locale's code page.
 bool ClipboardSet(const std::string& text, std::uint32_t format) {
-    const LCID locale = ::GetSystemDefaultLCID();  // its code page is the 8-bit one
+    const LCID locale = ::GetSystemDefaultLCID();  // its ANSI code page is the system code page
     Clipboard clipboard;
     return clipboard.Clear() && clipboard.Add(CF_LOCALE, {reinterpret_cast<const char*>(&locale), sizeof locale}) &&
            clipboard.Add(format, {text.c_str(), text.size() + 1});

@@ -1,7 +1,9 @@
 #include "platform/ComponentCalls.h"
 
-#include <array>
+#include <filesystem>
+#include <system_error>
 
+#include "platform/Regional.h"
 #include "platform/windows/Apartment.h"
 #include "platform/windows/Win32.h"
 
@@ -43,11 +45,11 @@ void ReleaseObject(ObjectReference object) noexcept {
 
 Status CallTextFunction(const std::string& libraryPath, const std::string& function, const std::string& text,
                         std::int32_t& result) {
-    // The library's own folder comes first in the search for the libraries that it needs in turn; for that its path
-    // must be a full one. It is never unloaded: it may have left a thread, a hook or a timer behind.
-    std::array<char, MAX_PATH> fullPath{};
-    ::GetFullPathNameA(libraryPath.c_str(), MAX_PATH, fullPath.data(), nullptr);
-    const HMODULE library = ::LoadLibraryExA(fullPath.data(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    // LOAD_WITH_ALTERED_SEARCH_PATH, which requires a full path, searches the library's own folder for its
+    // dependencies. The library is never unloaded because it may have left a thread, hook or timer running.
+    std::error_code error;
+    const std::filesystem::path path = std::filesystem::absolute(TextFromAnsi(libraryPath), error);
+    const HMODULE library = ::LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
     if (library == nullptr) {
         return windows::LastStatus();
     }

@@ -4,7 +4,7 @@
 
 namespace platform::windows {
 
-// A point of time as days since 30 December 1899, with the time of day, to the second, as the fraction.
+// Returns the number of days since 30 December 1899, with the time of day, in whole seconds, as the fraction.
 double DateValueOf(SYSTEMTIME time);
 
 }  // namespace platform::windows

@@ -8,7 +8,8 @@ namespace {
 
 constexpr int TwipsPerInch = 1440;
 
-// The program is aware of the system's resolution, which is the same for all screens and does not change while it runs.
+// Returns the system DPI. It applies to all screens and doesn't change while the program runs, because the manifest
+// declares system DPI awareness only.
 int DotsPerInch() {
     const Owned<HDC, ::DeleteDC> screen(::CreateDCW(L"DISPLAY", nullptr, nullptr, nullptr));
     return ::GetDeviceCaps(screen.get(), LOGPIXELSX);
@@ -23,12 +24,12 @@ LOGFONTW DialogFont() {
 
 }  // namespace
 
-int DotsFromTwips(std::int32_t twips) {
+int PixelsFromTwips(std::int32_t twips) {
     return ::MulDiv(twips, DotsPerInch(), TwipsPerInch);
 }
 
-std::int32_t TwipsFromDots(int dots) {
-    return ::MulDiv(dots, TwipsPerInch, DotsPerInch());
+std::int32_t TwipsFromPixels(int pixels) {
+    return ::MulDiv(pixels, TwipsPerInch, DotsPerInch());
 }
 
 OwnedIcon ProgramIcon(std::int32_t number) {
@@ -37,15 +38,16 @@ OwnedIcon ProgramIcon(std::int32_t number) {
 }
 
 OwnedFont ControlFont(const Font& font, bool bold) {
-    LOGFONTW described = DialogFont();
+    LOGFONTW logical = DialogFont();
     if (!font.face.empty()) {
-        described = {};
-        described.lfHeight = -DotsFromTwips(font.height);  // negative: of the character without its leading
-        described.lfCharSet = DEFAULT_CHARSET;
-        std::copy_n(Wide(font.face), std::min<std::size_t>(font.face.size(), LF_FACESIZE - 1), described.lfFaceName);
+        logical = {};
+        logical.lfHeight =
+            -PixelsFromTwips(font.height);  // negative: the character height without the internal leading
+        logical.lfCharSet = DEFAULT_CHARSET;
+        std::copy_n(Wide(font.face), std::min<std::size_t>(font.face.size(), LF_FACESIZE - 1), logical.lfFaceName);
     }
-    described.lfWeight = bold ? FW_BOLD : FW_NORMAL;
-    return OwnedFont(::CreateFontIndirectW(&described));
+    logical.lfWeight = bold ? FW_BOLD : FW_NORMAL;
+    return OwnedFont(::CreateFontIndirectW(&logical));
 }
 
 }  // namespace platform::windows

@@ -5,21 +5,21 @@
 #include "platform/WindowSystem.h"
 #include "platform/windows/Win32.h"
 
-// Lengths, fonts, brushes and icons.
+// Length conversion, fonts, brushes and icons.
 namespace platform::windows {
 
-// Lengths in twips as dots at the system's resolution, and back, to the nearest.
-int DotsFromTwips(std::int32_t twips);
-std::int32_t TwipsFromDots(int dots);
+// Convert between twips and pixels at the system DPI, rounded to the nearest.
+int PixelsFromTwips(std::int32_t twips);
+std::int32_t TwipsFromPixels(int pixels);
 
 using OwnedFont = Owned<HFONT, ::DeleteObject>;
 using OwnedBrush = Owned<HBRUSH, ::DeleteObject>;
 using OwnedIcon = Owned<HICON, ::DestroyIcon>;
 
-// The icon of this number in the program's resources; none when there is no such icon.
+// Returns the icon with this number from the program's resources, or null if there is none.
 OwnedIcon ProgramIcon(std::int32_t number);
 
-// What a window's controls are drawn with.
+// Returns the font for the controls of a window.
 OwnedFont ControlFont(const Font& font, bool bold);
 
 }  // namespace platform::windows

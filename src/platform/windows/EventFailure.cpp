@@ -6,26 +6,26 @@ namespace platform::windows {
 
 namespace {
 
-std::exception_ptr kept;
+std::exception_ptr stored;
 
 }  // namespace
 
-bool EventFailed() {
-    return kept != nullptr;
+bool HasEventFailure() {
+    return stored != nullptr;
 }
 
-void EventFailureKeep(std::exception_ptr failure) {
-    kept = std::move(failure);
-    ModalLoopWake();
+void StoreEventFailure(std::exception_ptr failure) {
+    stored = std::move(failure);
+    WakeModalLoop();
 }
 
-void EventFailureThrow() {
-    if (kept != nullptr) {
-        std::rethrow_exception(std::exchange(kept, nullptr));
+void RethrowEventFailure() {
+    if (stored != nullptr) {
+        std::rethrow_exception(std::exchange(stored, nullptr));
     }
 }
 
-void ModalLoopWake() {
+void WakeModalLoop() {
     ::PostThreadMessageW(::GetCurrentThreadId(), WM_NULL, 0, 0);
 }
 

@@ -3,29 +3,29 @@
 #include <exception>
 #include <utility>
 
-// An exception that leaves an event must not travel through the system's own code, which called the window procedure.
-// It is kept at the procedure and goes on from the seam's call that serves the events.
+// An exception from an event handler must not unwind through Windows code, which calls the window procedure. The
+// procedure therefore stores the exception, and the seam call that dispatches the events rethrows it.
 namespace platform::windows {
 
-// True from a failed event until the failure has gone on; no further event is told meanwhile.
-bool EventFailed();
-void EventFailureKeep(std::exception_ptr failure);
-// Throws what was kept, if anything was.
-void EventFailureThrow();
+// True while a stored exception hasn't been rethrown yet. Meanwhile no further handler is called.
+bool HasEventFailure();
+void StoreEventFailure(std::exception_ptr failure);
+// Rethrows the stored exception, if there is one.
+void RethrowEventFailure();
 
-// A message that another program sends runs within the wait for the next one. This ends that wait, so that a modal show
-// looks at once whether its window is still there.
-void ModalLoopWake();
+// Makes a pending GetMessage call return, so that a modal loop checks at once whether its window still exists. Messages
+// that other programs send are handled inside GetMessage, which doesn't return after them.
+void WakeModalLoop();
 
-template <typename Event>
-void EventTell(Event&& event) {
-    if (EventFailed()) {
+template <typename Handler>
+void InvokeHandler(Handler&& handler) {
+    if (HasEventFailure()) {
         return;
     }
     try {
-        std::forward<Event>(event)();
+        std::forward<Handler>(handler)();
     } catch (...) {
-        EventFailureKeep(std::current_exception());
+        StoreEventFailure(std::current_exception());
     }
 }
 

@@ -4,19 +4,19 @@
 
 namespace platform {
 
-// UTF-8 as the system's code page has every character, and the conversion takes no substitute then. It needs most:
-// three bytes for a unit of UTF-16.
+// If the system code page is UTF-8, it covers every character, and WideCharToMultiByte rejects a default character.
+// UTF-8 also needs the largest buffer: three bytes per UTF-16 code unit.
 std::string AnsiFromText(const std::u16string& text) {
-    const bool hasAll = ::GetACP() == CP_UTF8;
+    const bool isUtf8 = ::GetACP() == CP_UTF8;
     std::string bytes(text.size() * 3, '\0');
-    const int size = ::WideCharToMultiByte(CP_ACP, hasAll ? 0 : WC_NO_BEST_FIT_CHARS, windows::Wide(text),
+    const int size = ::WideCharToMultiByte(CP_ACP, isUtf8 ? 0 : WC_NO_BEST_FIT_CHARS, windows::Wide(text),
                                            static_cast<int>(text.size()), bytes.data(), static_cast<int>(bytes.size()),
-                                           hasAll ? nullptr : "?", nullptr);
+                                           isUtf8 ? nullptr : "?", nullptr);
     bytes.resize(static_cast<std::size_t>(size));
     return bytes;
 }
 
-// No character has more units than bytes.
+// A character never has more UTF-16 code units than bytes.
 std::u16string TextFromAnsi(const std::string& bytes) {
     const int byteCount = static_cast<int>(bytes.size());
     std::u16string text(bytes.size(), u'\0');
@@ -26,9 +26,9 @@ std::u16string TextFromAnsi(const std::string& bytes) {
 }
 
 std::u16string CharUpperW(const std::u16string& text) {
-    std::u16string capitals = text;
-    ::CharUpperBuffW(windows::Wide(capitals), static_cast<DWORD>(capitals.size()));
-    return capitals;
+    std::u16string uppercase = text;
+    ::CharUpperBuffW(windows::Wide(uppercase), static_cast<DWORD>(uppercase.size()));
+    return uppercase;
 }
 
 Status VarI4FromStr(const std::u16string& text, std::int32_t& number) {

@@ -12,12 +12,12 @@ HKEY KeyOf(Handle key) {
     return windows::SystemHandleOf<HKEY>(key);
 }
 
-// A caller's buffer as the system takes it. Without a buffer the system would tell the size and call that a success, so
-// that an empty one gets an address too.
+// Passes a caller's buffer to a registry call. An empty buffer gets a non-null address as well: with a null pointer the
+// call would succeed and only return the required size.
 class Buffer {
 public:
     Buffer(std::span<char> bytes, std::uint32_t size)
-        : bytes_(bytes.empty() ? &none_ : bytes.data()),
+        : bytes_(bytes.empty() ? &dummy_ : bytes.data()),
           size_(static_cast<DWORD>(std::min<std::size_t>(bytes.size(), size))) {}
     Buffer(const Buffer&) = delete;
     Buffer& operator=(const Buffer&) = delete;
@@ -27,7 +27,7 @@ public:
     [[nodiscard]] DWORD& Size() { return size_; }
 
 private:
-    char none_ = 0;
+    char dummy_ = 0;
     char* bytes_;
     DWORD size_;
 };
@@ -113,9 +113,9 @@ Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type
 }
 
 Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, std::string_view data) {
-    const bool isText = type == RegSz || type == RegExpandSz;
-    const std::string bytes(data);  // with a terminator behind it
-    const bool terminate = isText && !bytes.empty() && bytes.back() != '\0';
+    const bool isString = type == RegSz || type == RegExpandSz;
+    const std::string bytes(data);  // c_str() adds the terminator
+    const bool terminate = isString && !bytes.empty() && bytes.back() != '\0';
     return ::RegSetValueExA(KeyOf(key), name.c_str(), 0, type, reinterpret_cast<const BYTE*>(bytes.c_str()),
                             static_cast<DWORD>(bytes.size() + (terminate ? 1 : 0)));
 }

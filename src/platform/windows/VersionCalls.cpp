@@ -9,7 +9,8 @@ namespace platform {
 
 namespace {
 
-// A block begins with its length; a shorter one would have the system read behind its end.
+// True if the block is as long as the length in its first two bytes says. VerQueryValueA would read past the end of a
+// shorter block.
 bool IsWhole(std::span<const char> block) {
     WORD length = 0;
     if (block.size() < sizeof length) {

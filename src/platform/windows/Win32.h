@@ -27,11 +27,11 @@
 
 #include "platform/Handle.h"
 
-// The system's own headers, for this folder alone, and the ways between its types and the portable ones.
+// The Windows headers, for this folder only, and conversions between their types and the portable ones.
 namespace platform::windows {
 
-// Handles of the system have 32 significant bits on 64-bit systems too; the sign is extended, as the predefined
-// registry roots need it.
+// System handles have 32 significant bits on 64-bit Windows too. The conversion extends the sign, which the predefined
+// registry roots require.
 template <typename SystemHandle>
 SystemHandle SystemHandleOf(Handle handle) {
     return reinterpret_cast<SystemHandle>(static_cast<std::intptr_t>(handle));
@@ -46,7 +46,7 @@ inline Status LastStatus() {
     return static_cast<Status>(::GetLastError());
 }
 
-// For calls that tell by a Boolean whether they went well.
+// Returns the status of a call that reports success as a BOOL. Call it before any other system call.
 inline Status StatusOf(BOOL succeeded) {
     return succeeded ? StatusSuccess : LastStatus();
 }
@@ -73,7 +73,7 @@ struct Releaser {
     }
 };
 
-// Owns what a call of the system gave, as a `Pointer`, and gives it back to the call `Release`.
+// Owns a system object of the type `Pointer` and passes it to `Release` on destruction.
 template <typename Pointer, auto Release>
 using Owned = std::unique_ptr<std::remove_pointer_t<Pointer>, Releaser<Release>>;
 

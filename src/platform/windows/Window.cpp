@@ -3,6 +3,7 @@
 #include <map>
 #include <utility>
 
+#include "platform/ScopedValue.h"
 #include "platform/windows/EventFailure.h"
 
 namespace platform::windows {
@@ -11,11 +12,11 @@ namespace {
 
 constexpr const wchar_t* ClassName = L"VTV4V";
 
-// Control identifiers start behind those that the system gives a meaning: IDOK, IDCANCEL and their like. So Escape ends
-// nothing.
+// Control identifiers start above IDOK, IDCANCEL and the like, which have a predefined meaning. As a result, Escape
+// does nothing.
 constexpr std::size_t FirstControl = 100;
 
-// A tool tip wider than that is broken into lines.
+// Tool tips wider than this are wrapped.
 constexpr std::int32_t ToolTipWidth = 4500;  // twips
 
 constexpr DWORD FixedStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
@@ -28,17 +29,17 @@ Windows& AllWindows() {
     return windows;
 }
 
-// An ampersand would underline the next character of a button's caption.
-std::u16string AmpersandsDoubled(const std::u16string& caption) {
-    std::u16string doubled;
+// Escapes ampersands, which would otherwise underline the next character of a button's caption.
+std::u16string EscapeAmpersands(const std::u16string& caption) {
+    std::u16string escaped;
     for (const char16_t character : caption) {
-        doubled.append(character == u'&' ? 2 : 1, character);
+        escaped.append(character == u'&' ? 2 : 1, character);
     }
-    return doubled;
+    return escaped;
 }
 
 std::u16string ShownCaption(ControlKind kind, const std::u16string& caption) {
-    return kind == ControlKind::Button ? AmpersandsDoubled(caption) : caption;
+    return kind == ControlKind::Button ? EscapeAmpersands(caption) : caption;
 }
 
 }  // namespace
@@ -62,7 +63,7 @@ void Window::ClassRegister() {
 HWND Window::Create(const WindowDesign& design, WindowEvents events) {
     ClassRegister();
     const DWORD style = design.sizable ? SizableStyle : FixedStyle;
-    RECT frame{0, 0, DotsFromTwips(design.client.width), DotsFromTwips(design.client.height)};
+    RECT frame{0, 0, PixelsFromTwips(design.client.width), PixelsFromTwips(design.client.height)};
     ::AdjustWindowRectEx(&frame, style, FALSE, 0);
     Owned<HWND, ::DestroyWindow> window(::CreateWindowExW(
         0, ClassName, Wide(design.caption), style, CW_USEDEFAULT, CW_USEDEFAULT, frame.right - frame.left,
@@ -70,7 +71,7 @@ HWND Window::Create(const WindowDesign& design, WindowEvents events) {
     if (window != nullptr) {
         AllWindows().emplace(window.get(), std::make_shared<Window>(window.get(), design, std::move(events)));
     }
-    return window.release();  // the user's, who may close it
+    return window.release();  // now owned by the user, who may close it
 }
 
 std::shared_ptr<Window> Window::Find(HWND window) {
@@ -85,9 +86,9 @@ Window::Window(HWND window, const WindowDesign& design, WindowEvents events)
       font_(ControlFont(design.font, false)),
       boldFont_(ControlFont(design.font, true)) {
     ::SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon_.get()));
-    for (std::size_t number = 0; number < design.controls.size(); ++number) {
-        const Control& control = design.controls[number];
-        controls_.push_back({control.kind, ControlCreate(control, number), false, nullptr, 0});
+    for (std::size_t index = 0; index < design.controls.size(); ++index) {
+        const Control& control = design.controls[index];
+        controls_.push_back({control.kind, ControlCreate(control, index), false, nullptr, 0});
         if (focused_ == nullptr && control.kind == ControlKind::Button) {
             focused_ = controls_.back().window;
         }
@@ -95,26 +96,28 @@ Window::Window(HWND window, const WindowDesign& design, WindowEvents events)
     toolTips_ = ::CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_ALWAYSTIP | TTS_NOPREFIX,
                                   CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, window_, nullptr,
                                   ::GetModuleHandleW(nullptr), nullptr);
-    ::SendMessageW(toolTips_, TTM_SETMAXTIPWIDTH, 0, DotsFromTwips(ToolTipWidth));
+    ::SendMessageW(toolTips_, TTM_SETMAXTIPWIDTH, 0, PixelsFromTwips(ToolTipWidth));
 }
 
-HWND Window::ControlCreate(const Control& control, std::size_t number) {
+HWND Window::ControlCreate(const Control& control, std::size_t index) {
     const bool isButton = control.kind == ControlKind::Button;
-    // Where two controls lie over one another, the earlier one is in front.
+    // WS_CLIPSIBLINGS: if two controls overlap, the earlier one is in front.
     const DWORD style = WS_CHILD | WS_CLIPSIBLINGS | (control.visible ? WS_VISIBLE : 0) |
                         (isButton ? WS_TABSTOP | BS_PUSHBUTTON | BS_NOTIFY : SS_LEFT | SS_NOPREFIX);
     const std::u16string caption = ShownCaption(control.kind, control.caption);
-    const HWND child = ::CreateWindowExW(
-        0, isButton ? L"BUTTON" : L"STATIC", Wide(caption), style, DotsFromTwips(control.place.left),
-        DotsFromTwips(control.place.top), DotsFromTwips(control.place.width), DotsFromTwips(control.place.height),
-        window_, reinterpret_cast<HMENU>(FirstControl + number), ::GetModuleHandleW(nullptr), nullptr);
+    const HWND child =
+        ::CreateWindowExW(0, isButton ? L"BUTTON" : L"STATIC", Wide(caption), style,
+                          PixelsFromTwips(control.bounds.left), PixelsFromTwips(control.bounds.top),
+                          PixelsFromTwips(control.bounds.width), PixelsFromTwips(control.bounds.height), window_,
+                          reinterpret_cast<HMENU>(FirstControl + index), ::GetModuleHandleW(nullptr), nullptr);
     const HFONT font = control.bold ? boldFont_.get() : font_.get();
     ::SendMessageW(child, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     return child;
 }
 
-// The process' first show obeys whoever started it: the window may come up maximised, or not at all. The second one
-// does as it says, and a window without the boxes for other sizes has its own.
+// Calls ShowWindow twice. The first call in a process may be overridden by the STARTUPINFO from the parent process, so
+// that the window comes up maximised or stays hidden. The second call is always obeyed and gives a fixed window its own
+// size.
 void Window::ShowFirst() {
     const bool sizable = (::GetWindowLongW(window_, GWL_STYLE) & WS_THICKFRAME) != 0;
     const int command = sizable ? SW_SHOW : SW_SHOWNORMAL;
@@ -151,15 +154,15 @@ void Window::Visible(std::size_t control, bool visible) {
     ::ShowWindow(controls_.at(control).window, visible ? SW_SHOWNA : SW_HIDE);
 }
 
-void Window::Place(std::size_t control, const Rectangle& place) {
+void Window::Bounds(std::size_t control, const Rectangle& bounds) {
     const HWND child = controls_.at(control).window;
-    ::MoveWindow(child, DotsFromTwips(place.left), DotsFromTwips(place.top), DotsFromTwips(place.width),
-                 DotsFromTwips(place.height), TRUE);
+    ::MoveWindow(child, PixelsFromTwips(bounds.left), PixelsFromTwips(bounds.top), PixelsFromTwips(bounds.width),
+                 PixelsFromTwips(bounds.height), TRUE);
     ::InvalidateRect(child, nullptr, TRUE);
 }
 
 LRESULT CALLBACK Window::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    // Held here because an event may destroy the window that it comes from.
+    // Keeps the object alive, since an event handler may destroy its own window.
     const std::shared_ptr<Window> found = Find(window);
     return found != nullptr ? found->Handle(message, wParam, lParam)
                             : ::DefWindowProcW(window, message, wParam, lParam);
@@ -169,36 +172,38 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_SHOWWINDOW:
             if (wParam == FALSE) {
-                ModalLoopWake();
+                WakeModalLoop();
             }
             break;
         case WM_ACTIVATE: {
             const LRESULT result = ::DefWindowProcW(window_, message, wParam, lParam);
             if (LOWORD(wParam) != WA_INACTIVE && events_.activated) {
-                EventTell(events_.activated);
+                InvokeHandler(events_.activated);
             }
             return result;
         }
         case WM_SETFOCUS:
-            FocusRestore();
+            RestoreFocus();
             return 0;
         case WM_SIZE:
             if (wParam != SIZE_MINIMIZED && events_.resized) {
-                EventTell(events_.resized);
+                InvokeHandler(events_.resized);
             }
             return 0;
         case WM_COMMAND:
             return HandleCommand(wParam);
         case WM_CLOSE:
-            closeWaits_ = clickRuns_;
-            if (closeWaits_) {
+            closePending_ = inClickHandler_;
+            if (closePending_) {
                 return 0;
             }
             break;
+        case WM_QUERYENDSESSION:
+            return shutdownBlocked_ ? FALSE : TRUE;
         case WM_CTLCOLORSTATIC:
             return LabelColour(wParam, lParam);
         case DM_GETDEFID:
-            // Enter clicks the button with the focus, as Space does; no button is the default of the whole window.
+            // Enter presses the focused button, like Space. The window itself has no default button.
             return MAKELRESULT(::GetDlgCtrlID(focused_), focused_ != nullptr ? DC_HASDEFID : 0);
         case WM_NEXTDLGCTL:
             // IsDialogMessageW may send this for an arrow key; DefWindowProcW ignores it.
@@ -208,7 +213,7 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_NCDESTROY:
             AllWindows().erase(window_);
-            ModalLoopWake();
+            WakeModalLoop();
             break;
         default:
             break;
@@ -225,17 +230,18 @@ LRESULT Window::HandleCommand(WPARAM wParam) {
     if (HIWORD(wParam) == BN_SETFOCUS) {
         focused_ = controls_[control].window;
     } else if ((HIWORD(wParam) == BN_CLICKED || HIWORD(wParam) == BN_DOUBLECLICKED) && events_.clicked) {
-        // The second press of two quick ones is told as a double click, and counts like any other.
+        // The second of two quick presses arrives as a double click and counts as a click.
         Clicked(control);
     }
     return 0;
 }
 
 void Window::Clicked(std::size_t control) {
-    const bool outerRuns = std::exchange(clickRuns_, true);
-    EventTell([&] { events_.clicked(control); });
-    clickRuns_ = outerRuns;
-    if (closeWaits_ && !clickRuns_) {
+    {
+        const ScopedValue inHandler(inClickHandler_, true);
+        InvokeHandler([&] { events_.clicked(control); });
+    }
+    if (closePending_ && !inClickHandler_) {
         ::DestroyWindow(window_);
     }
 }
@@ -253,7 +259,7 @@ LRESULT Window::LabelColour(WPARAM wParam, LPARAM lParam) {
     return ::DefWindowProcW(window_, WM_CTLCOLORSTATIC, wParam, lParam);
 }
 
-void Window::FocusRestore() {
+void Window::RestoreFocus() {
     if (focused_ != nullptr) {
         ::SetFocus(focused_);
     }

@@ -11,12 +11,12 @@
 
 namespace platform::windows {
 
-// One window with its controls. It lives as long as the system's window does, and while one of its events is running.
+// A window with its controls. It exists as long as its system window and while one of its event handlers runs.
 class Window {
 public:
-    // The handle of the new window; nullptr when the system refuses it.
+    // Creates a window and returns its handle, or null on failure.
     static HWND Create(const WindowDesign& design, WindowEvents events);
-    // nullptr for a window that is gone and for those of others.
+    // Returns null if the window was destroyed or isn't one of ours.
     static std::shared_ptr<Window> Find(HWND window);
 
     Window(HWND window, const WindowDesign& design, WindowEvents events);
@@ -28,14 +28,16 @@ public:
     void ToolTip(std::size_t control, const std::u16string& text);
     void Colours(std::size_t control, Colour background, Colour text);
     void Visible(std::size_t control, bool visible);
-    void Place(std::size_t control, const Rectangle& place);
+    void Bounds(std::size_t control, const Rectangle& bounds);
+    // While `blocked`, the window refuses WM_QUERYENDSESSION.
+    void ShutdownBlocked(bool blocked) { shutdownBlocked_ = blocked; }
 
 private:
     struct ControlState {
         ControlKind kind;
         HWND window;
         bool hasToolTip = false;
-        OwnedBrush background;  // none: in the window's own colours
+        OwnedBrush background;  // null: default colours
         COLORREF textColour = 0;
     };
 
@@ -45,8 +47,8 @@ private:
     LRESULT HandleCommand(WPARAM wParam);
     void Clicked(std::size_t control);
     LRESULT LabelColour(WPARAM wParam, LPARAM lParam);
-    HWND ControlCreate(const Control& control, std::size_t number);
-    void FocusRestore();
+    HWND ControlCreate(const Control& control, std::size_t index);
+    void RestoreFocus();
 
     HWND window_;
     WindowEvents events_;
@@ -56,8 +58,9 @@ private:
     std::vector<ControlState> controls_;
     HWND toolTips_ = nullptr;
     HWND focused_ = nullptr;
-    bool clickRuns_ = false;
-    bool closeWaits_ = false;
+    bool inClickHandler_ = false;
+    bool closePending_ = false;
+    bool shutdownBlocked_ = false;
 };
 
 }  // namespace platform::windows

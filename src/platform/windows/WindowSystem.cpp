@@ -1,7 +1,9 @@
 #include "platform/WindowSystem.h"
 
+#include <memory>
 #include <utility>
 
+#include "platform/ScopedValue.h"
 #include "platform/windows/EventFailure.h"
 #include "platform/windows/Win32.h"
 #include "platform/windows/Window.h"
@@ -10,46 +12,32 @@ namespace platform {
 
 namespace {
 
-// The window of the innermost modal show.
+// The window that the innermost WindowShowModal call shows.
 HWND modalWindow = nullptr;
 
 HWND WindowOf(Handle window) {
     return windows::SystemHandleOf<HWND>(window);
 }
 
-// Keys that lead the focus from control to control belong to the window as a whole.
-void MessageServe(MSG& message) {
+// Dispatches a message. IsDialogMessage handles the keys that move the focus between controls.
+void DispatchToWindow(MSG& message) {
     const HWND top = ::GetAncestor(message.hwnd, GA_ROOT);
     if (windows::Window::Find(top) == nullptr || !::IsDialogMessageW(top, &message)) {
         ::TranslateMessage(&message);
         ::DispatchMessageW(&message);
     }
-    windows::EventFailureThrow();
+    windows::RethrowEventFailure();
 }
 
-class ModalShow {
-public:
-    explicit ModalShow(HWND window) : outer_(std::exchange(modalWindow, window)) {}
-    ~ModalShow() { modalWindow = outer_; }
-    ModalShow(const ModalShow&) = delete;
-    ModalShow& operator=(const ModalShow&) = delete;
-
-private:
-    HWND outer_;
-};
-
-// While another program is active none of this thread's windows is, and the box must keep the user from the modal one
-// all the same.
+// Returns the owner for a message box, which the box disables. If another program is active, this thread has no active
+// window, and the modal window must be disabled all the same.
 HWND MessageBoxOwner() {
     const HWND active = ::GetActiveWindow();
     return active != nullptr || !::IsWindowVisible(modalWindow) ? active : modalWindow;
 }
 
-template <typename Operation>
-void WithWindow(Handle window, Operation&& operation) {
-    if (const auto found = windows::Window::Find(WindowOf(window))) {
-        operation(*found);
-    }
+std::shared_ptr<windows::Window> WindowObject(Handle window) {
+    return windows::Window::Find(WindowOf(window));
 }
 
 }  // namespace
@@ -60,18 +48,20 @@ Handle WindowCreate(const WindowDesign& design, WindowEvents events) {
 
 void WindowShowModal(Handle window) {
     const HWND shown = WindowOf(window);
-    const ModalShow modal(shown);
-    WithWindow(window, [](windows::Window& found) { found.ShowFirst(); });
-    windows::EventFailureThrow();
+    const ScopedValue modal(modalWindow, shown);
+    if (const auto found = WindowObject(window)) {
+        found->ShowFirst();
+    }
+    windows::RethrowEventFailure();
     MSG message;
     while (windows::Window::Find(shown) != nullptr && ::IsWindowVisible(shown)) {
         if (::GetMessageW(&message, nullptr, 0, 0) <= 0) {
             ::PostQuitMessage(0);
             return;
         }
-        MessageServe(message);
+        DispatchToWindow(message);
     }
-    windows::EventFailureThrow();
+    windows::RethrowEventFailure();
 }
 
 void WindowDestroy(Handle window) noexcept {
@@ -81,34 +71,59 @@ void WindowDestroy(Handle window) noexcept {
 }
 
 void ControlCaption(Handle window, std::size_t control, const std::u16string& caption) {
-    WithWindow(window, [&](windows::Window& found) { found.Caption(control, caption); });
+    if (const auto found = WindowObject(window)) {
+        found->Caption(control, caption);
+    }
 }
 
 void ControlToolTip(Handle window, std::size_t control, const std::u16string& text) {
-    WithWindow(window, [&](windows::Window& found) { found.ToolTip(control, text); });
+    if (const auto found = WindowObject(window)) {
+        found->ToolTip(control, text);
+    }
 }
 
 void ControlColours(Handle window, std::size_t control, Colour background, Colour text) {
-    WithWindow(window, [&](windows::Window& found) { found.Colours(control, background, text); });
+    if (const auto found = WindowObject(window)) {
+        found->Colours(control, background, text);
+    }
 }
 
 void ControlVisible(Handle window, std::size_t control, bool visible) {
-    WithWindow(window, [&](windows::Window& found) { found.Visible(control, visible); });
+    if (const auto found = WindowObject(window)) {
+        found->Visible(control, visible);
+    }
 }
 
-void ControlPlace(Handle window, std::size_t control, const Rectangle& place) {
-    WithWindow(window, [&](windows::Window& found) { found.Place(control, place); });
+void ControlBounds(Handle window, std::size_t control, const Rectangle& bounds) {
+    if (const auto found = WindowObject(window)) {
+        found->Bounds(control, bounds);
+    }
 }
 
 Size WindowOuterSize(Handle window) {
     RECT frame{};
     ::GetWindowRect(WindowOf(window), &frame);
-    return {windows::TwipsFromDots(frame.right - frame.left), windows::TwipsFromDots(frame.bottom - frame.top)};
+    return {windows::TwipsFromPixels(frame.right - frame.left), windows::TwipsFromPixels(frame.bottom - frame.top)};
 }
 
 void WindowOuterSize(Handle window, Size size) {
-    ::SetWindowPos(WindowOf(window), nullptr, 0, 0, windows::DotsFromTwips(size.width),
-                   windows::DotsFromTwips(size.height), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    ::SetWindowPos(WindowOf(window), nullptr, 0, 0, windows::PixelsFromTwips(size.width),
+                   windows::PixelsFromTwips(size.height), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+// The reason is shown by Windows. That the window refuses is up to the window itself.
+bool ShutdownBlockReasonCreate(Handle window, const std::u16string& reason) {
+    if (const auto found = WindowObject(window)) {
+        found->ShutdownBlocked(true);
+    }
+    return ::ShutdownBlockReasonCreate(WindowOf(window), windows::Wide(reason)) != FALSE;
+}
+
+void ShutdownBlockReasonDestroy(Handle window) noexcept {
+    if (const auto found = WindowObject(window)) {
+        found->ShutdownBlocked(false);
+    }
+    ::ShutdownBlockReasonDestroy(WindowOf(window));
 }
 
 Handle GetDesktopWindow() {
@@ -133,7 +148,7 @@ std::int32_t SetWindowLongA(Handle window, std::int32_t index, std::int32_t numb
 
 std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& caption, std::uint32_t type) {
     const std::int32_t answer = ::MessageBoxW(MessageBoxOwner(), windows::Wide(text), windows::Wide(caption), type);
-    windows::EventFailureThrow();
+    windows::RethrowEventFailure();
     return answer;
 }
 
@@ -148,7 +163,7 @@ void DoEvents() {
             ::PostQuitMessage(static_cast<int>(message.wParam));
             return;
         }
-        MessageServe(message);
+        DispatchToWindow(message);
     }
 }
 

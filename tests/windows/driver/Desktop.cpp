@@ -13,19 +13,19 @@ bool Eventually(const std::function<bool()>& condition) {
     return true;
 }
 
-bool StillAfterAWhile(const std::function<bool()>& condition) {
+bool StaysTrue(const std::function<bool()>& condition) {
     ::Sleep(700);
     return condition();
 }
 
-std::array<int, 4> Place(HWND window) {
-    RECT place{};
-    ::GetWindowRect(window, &place);
-    ::MapWindowPoints(nullptr, ::GetAncestor(window, GA_PARENT), reinterpret_cast<POINT*>(&place), 2);
-    return {place.left, place.top, place.right - place.left, place.bottom - place.top};
+std::array<int, 4> Bounds(HWND window) {
+    RECT bounds{};
+    ::GetWindowRect(window, &bounds);
+    ::MapWindowPoints(nullptr, ::GetAncestor(window, GA_PARENT), reinterpret_cast<POINT*>(&bounds), 2);
+    return {bounds.left, bounds.top, bounds.right - bounds.left, bounds.bottom - bounds.top};
 }
 
-// Asked by a message: the system's own copy of the text is that of a window's creation.
+// Sends WM_GETTEXT, since GetWindowText doesn't return the text of another process's control.
 std::string Caption(HWND window) {
     std::string caption(32768, '\0');
     caption.resize(static_cast<std::size_t>(
@@ -33,14 +33,14 @@ std::string Caption(HWND window) {
     return caption;
 }
 
-std::vector<HWND> Parts(HWND window) {
-    std::vector<HWND> parts;
-    for (HWND part = ::GetWindow(window, GW_CHILD); part != nullptr; part = ::GetWindow(part, GW_HWNDNEXT)) {
-        if (::IsWindowVisible(part)) {
-            parts.push_back(part);
+std::vector<HWND> Children(HWND window) {
+    std::vector<HWND> children;
+    for (HWND child = ::GetWindow(window, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
+        if (::IsWindowVisible(child)) {
+            children.push_back(child);
         }
     }
-    return parts;
+    return children;
 }
 
 HWND Focus(HWND window) {
@@ -58,7 +58,7 @@ std::string ToolTip() {
     return toolTip == nullptr ? "" : Caption(toolTip);
 }
 
-HWND Shown(const char* title) {
+HWND WaitForWindow(const char* title) {
     HWND window = nullptr;
     REQUIRE(Eventually([&] {
         window = ::FindWindowA(nullptr, title);
@@ -67,8 +67,8 @@ HWND Shown(const char* title) {
     return window;
 }
 
-// A box is ready once it has given one of its buttons the focus.
-HWND Box() {
+// A box is ready once one of its buttons has the focus.
+HWND WaitForBox() {
     HWND box = nullptr;
     REQUIRE(Eventually([&] {
         box = ::FindWindowA("#32770", nullptr);
@@ -77,9 +77,9 @@ HWND Box() {
     return box;
 }
 
-// What the button itself tells its box: a box that is not in front misses a click, and a program that ended meanwhile
-// may have left another window there.
-void Answer(HWND box, int button) {
+// Posts the button's notification instead of a click, which a box in the background would miss or, once the program has
+// ended, another window could receive.
+void AnswerBox(HWND box, int button) {
     ::PostMessageA(box, button == CloseBox ? WM_CLOSE : WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
                    reinterpret_cast<LPARAM>(::GetDlgItem(box, button)));
     CHECK(Eventually([&] { return !::IsWindow(box); }));

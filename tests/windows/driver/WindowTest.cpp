@@ -8,8 +8,8 @@
 #include "Desktop.h"
 #include "TestMachine.h"
 
-// The program as the administrator meets it: windows, mouse, keyboard, message boxes, clipboard. Cases of the test
-// suite "anywhere" run on machines without the suite too, and change nothing there but the clipboard.
+// Drives the program like a user, through windows, mouse, keyboard, message boxes and the clipboard. The cases in the
+// test suite "anywhere" also run on machines without the accounting suite and change only the clipboard there.
 
 namespace {
 
@@ -23,7 +23,7 @@ const std::string Import = "Importieren";
 const std::string Clear = "L\xF6schen";
 const std::string Tables = "Software\\Vandrel\\Tallora";
 
-// The program of that name in the folder above the driver's.
+// Returns the path of a program in the parent folder of the driver's folder.
 std::string ProgramPath(const std::string& name = "vtv4v.exe") {
     char driver[MAX_PATH];
     const std::string path(driver, ::GetModuleFileNameA(nullptr, driver, MAX_PATH));
@@ -34,16 +34,16 @@ std::string Start(const std::string& tail = " -master") {
     return "\"" + ProgramPath() + "\"" + tail;
 }
 
-// The program without a control file, ended at the latest with the object.
+// Runs the program without a control file and terminates it on destruction.
 class Program {
 public:
-    // One of the suite's components starts as `component` says: "-1" never, "once" not at first.
+    // `component` is the result of sevDTA_Init: "-1" fails always, "once" fails on the first call.
     explicit Program(std::string commandLine = Start(), const std::string& component = "0") {
         machine.Environment("VTV4V_SEVDTA_RESULT", component);
-        // The program's own process has the system's registry.
+        // The program, unlike this process, always uses the real registry.
         ::RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
         ::RegOverridePredefKey(HKEY_LOCAL_MACHINE, nullptr);
-        ::SetProcessDPIAware();  // places and pictures are in the screen's own dots
+        ::SetProcessDPIAware();  // bounds and colours are in physical pixels
         STARTUPINFOA startup{};
         startup.cb = sizeof startup;
         REQUIRE(::CreateProcessA(nullptr, commandLine.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup,
@@ -58,8 +58,8 @@ public:
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    // True once the process has ended by itself, without an error; false when it does not end.
-    [[nodiscard]] bool EndedWell() const {
+    // Waits for the process to exit. True if it exits by itself with code 0.
+    [[nodiscard]] bool ExitedCleanly() const {
         DWORD code = 1;
         return ::WaitForSingleObject(process_.hProcess, 10000) == WAIT_OBJECT_0 &&
                ::GetExitCodeProcess(process_.hProcess, &code) && code == 0;
@@ -71,11 +71,11 @@ private:
     PROCESS_INFORMATION process_{};
 };
 
-// The program with its window open. Removes the forced versions from the machine, which is why these tests run on one
-// made for them.
+// Runs the program until its main window is open. Deletes the machine's forced versions, so it must run on a test
+// machine.
 class Session : public Program {
 public:
-    // Waits until the window is in the task bar, for which it goes and comes once.
+    // Waits until the window is in the task bar, since entering it hides the window and shows it again.
     explicit Session(const std::string& start = Start()) : Program(start) {
         REQUIRE(Eventually([this] { return InTaskBar() && Waiting() && Focus(window) != nullptr; }));
         const LSTATUS status = ::RegDeleteTreeA(HKEY_LOCAL_MACHINE, Tables.c_str());
@@ -85,18 +85,42 @@ public:
     [[nodiscard]] HWND Button(const std::string& caption) const {
         return ::FindWindowExA(window, nullptr, "BUTTON", caption.c_str());
     }
-    // True while the window waits for the user and shows no box.
+    // True if the window waits for input and shows no message box.
     [[nodiscard]] bool Waiting() const {
         return ::IsWindowVisible(window) && ::IsWindowEnabled(window) && ::FindWindowA("#32770", nullptr) == nullptr;
     }
     [[nodiscard]] bool InTaskBar() const { return (::GetWindowLongA(window, GWL_EXSTYLE) & WS_EX_APPWINDOW) != 0; }
 
-    HWND window = Shown(MainTitle);
+    HWND window = WaitForWindow(MainTitle);
 };
 
-// Both tables, as "=3 otto=5 | ruedi=99 | ": the main product's, the other's, each in the registry's order.
+std::string DefaultValue(const std::string& key) {
+    char value[MAX_PATH];
+    LONG size = sizeof value;
+    REQUIRE(::RegQueryValueA(HKEY_CLASSES_ROOT, key.c_str(), value, &size) == ERROR_SUCCESS);
+    return value;
+}
+
+// Registers the library of sevPopUp2.PopUp by its bare file name until the end of the scope.
+class BareRegistration {
+public:
+    BareRegistration() { Register("sevPopUp2.dll"); }
+    ~BareRegistration() { Register(earlier_); }
+    BareRegistration(const BareRegistration&) = delete;
+    BareRegistration& operator=(const BareRegistration&) = delete;
+
+private:
+    void Register(const std::string& library) const {
+        ::RegSetValueA(HKEY_CLASSES_ROOT, key_.c_str(), REG_SZ, library.c_str(), 0);
+    }
+
+    std::string key_ = "CLSID\\" + DefaultValue("sevPopUp2.PopUp\\CLSID") + "\\InprocServer32";
+    std::string earlier_ = DefaultValue(key_);
+};
+
+// Returns both tables in registry order, the main product first: "=3 otto=5 | ruedi=99 | ".
 std::string ForcedVersions() {
-    std::string held;
+    std::string entries;
     for (const std::string product : {"V4", "V4\\Reporting"}) {
         HKEY key = nullptr;
         ::RegOpenKeyA(HKEY_LOCAL_MACHINE, (Tables + "\\" + product + "\\Version\\ForcedVersion").c_str(), &key);
@@ -109,15 +133,15 @@ std::string ForcedVersions() {
                 ERROR_SUCCESS) {
                 break;
             }
-            held += std::string(name, length) + "=" + std::to_string(number) + " ";
+            entries += std::string(name, length) + "=" + std::to_string(number) + " ";
         }
         ::RegCloseKey(key);
-        held += "| ";
+        entries += "| ";
     }
-    return held;
+    return entries;
 }
 
-// The clipboard's plain text; empty when it holds none.
+// Returns the plain text on the clipboard, or an empty string.
 std::string ClipboardContent() {
     REQUIRE(Eventually([] { return ::OpenClipboard(nullptr) != FALSE; }));
     const HANDLE memory = ::GetClipboardData(CF_TEXT);
@@ -127,7 +151,7 @@ std::string ClipboardContent() {
     return content;
 }
 
-// How many of some dots on the screen where a window is have each colour.
+// Samples the pixels of a window and returns the number of samples with each colour.
 std::map<COLORREF, int> Colours(HWND window) {
     RECT place{};
     ::GetWindowRect(window, &place);
@@ -142,7 +166,8 @@ std::map<COLORREF, int> Colours(HWND window) {
     return colours;
 }
 
-// What a button is told by its user. None of it can be missed, as a click of the mouse is when a window comes.
+// Click, double-click or press a key with posted messages. Unlike real input, they can't get lost when a window
+// appears.
 void Click(HWND button) {
     ::PostMessageA(button, BM_CLICK, 0, 0);
 }
@@ -163,9 +188,9 @@ void Point(HWND window) {
     ::SetCursorPos((place.left + place.right) / 2, (place.top + place.bottom) / 2);
 }
 
-// Checks the box that is shown, and answers it.
+// Waits for a message box, checks it and answers it.
 void CheckBox(const std::string& title, const std::string& text, const std::vector<int>& buttons, int answer) {
-    const HWND box = Box();
+    const HWND box = WaitForBox();
     CHECK(Caption(box) == title);
     const HWND icon = ::FindWindowExA(box, nullptr, "Static", nullptr);
     CHECK(Caption(::FindWindowExA(box, icon, "Static", nullptr)) == text);
@@ -174,16 +199,16 @@ void CheckBox(const std::string& title, const std::string& text, const std::vect
         CHECK(shown == (std::ranges::count(buttons, button) > 0));
     }
     CHECK(::GetDlgCtrlID(Focus(box)) == buttons.front());
-    Answer(box, answer);
+    AnswerBox(box, answer);
 }
 
-// Compares the window of a check that failed at first, and closes it.
-void CheckReport(const Program& program, COLORREF ground, COLORREF letters, const std::string& status) {
-    const HWND window = Shown(CheckTitle);
-    const std::vector<HWND> labels = Parts(window);
+// Checks the check window and closes it.
+void CheckReport(const Program& program, COLORREF background, COLORREF text, const std::string& status) {
+    const HWND window = WaitForWindow(CheckTitle);
+    const std::vector<HWND> labels = Children(window);
     CHECK(Eventually([&] {
         std::map<COLORREF, int> colours = Colours(labels.at(0));
-        return colours[ground] > colours[letters] && colours[letters] > 0;
+        return colours[background] > colours[text] && colours[text] > 0;
     }));
     CHECK(Caption(labels.at(1)) == "Information");
     CHECK(Caption(labels.at(2)) == "Obiger Text wurde in die Zwisachenablage kopiert und kann weiterverwendet werden!");
@@ -191,56 +216,60 @@ void CheckReport(const Program& program, COLORREF ground, COLORREF letters, cons
     CHECK(report.ends_with("\r\n\r\n[Status]\r\n" + status + "\r\n"));
     CHECK(ClipboardContent() == report);
     ::PostMessageA(window, WM_CLOSE, 0, 0);
-    CHECK(program.EndedWell());
-    CHECK(ClipboardContent() == report);  // which outlives the program
+    CHECK(program.ExitedCleanly());
+    CHECK(ClipboardContent() == report);  // still there after the program has exited
 }
 
 }  // namespace
 
-TEST_CASE("The check that fails shows its window, red, and nothing else" * doctest::test_suite("anywhere")) {
+TEST_CASE("A failed check shows only its red window" * doctest::test_suite("anywhere")) {
     CheckReport(Program(Start(), "-1"), RGB(255, 0, 0), RGB(255, 255, 255),
                 "Error=*** Es fehlen Vandrel Core Elements! ***");
 }
 
-TEST_CASE("The check that fails at its first look alone shows its window, green; panel and hint follow its size") {
+TEST_CASE("A check that passes when repeated shows a green window, whose controls follow its size") {
     const Program program(Start(), "once");
-    const HWND window = Shown(CheckTitle);
-    const std::vector<HWND> labels = Parts(window);
+    const HWND window = WaitForWindow(CheckTitle);
+    const std::vector<HWND> labels = Children(window);
     CHECK((::GetWindowLongA(window, GWL_STYLE) & WS_THICKFRAME) != 0);
     ::SetWindowPos(window, nullptr, 0, 0, 400, 590, SWP_NOZORDER | SWP_NOACTIVATE);
     using Spot = std::array<int, 4>;
-    CHECK(Eventually([&] { return Place(window) == Spot{0, 0, 582, 590}; }));  // it never gets less wide
-    CHECK(Eventually([&] { return Place(labels.at(0)) == Spot{16, 32, 538, 491}; }));
-    CHECK(Eventually([&] { return Place(labels.at(2)) == Spot{16, 531, 537, 17}; }));
-    CHECK(Place(labels.at(1)) == Spot{16, 8, 361, 25});
+    CHECK(Eventually([&] { return Bounds(window) == Spot{0, 0, 582, 590}; }));  // it never gets less wide
+    CHECK(Eventually([&] { return Bounds(labels.at(0)) == Spot{16, 32, 538, 491}; }));
+    CHECK(Eventually([&] { return Bounds(labels.at(2)) == Spot{16, 531, 537, 17}; }));
+    CHECK(Bounds(labels.at(1)) == Spot{16, 8, 361, 25});
     CheckReport(program, RGB(0, 255, 0), RGB(0, 0, 0), "OK");
 }
 
-TEST_CASE("Anything but the option alone ends the program at once" * doctest::test_suite("anywhere")) {
+TEST_CASE("Any command line other than -master exits at once" * doctest::test_suite("anywhere")) {
     for (const std::string tail : {"", " -MASTER", " -Master", " \"-master\"", " -master x", " -master\t"}) {
         CAPTURE(tail);
-        CHECK(Program(Start(tail)).EndedWell());
+        CHECK(Program(Start(tail)).ExitedCleanly());
     }
 }
 
-// What the mouse does here may be lost on a virtual display, where a window that comes or goes takes it; so it is done
-// again.
-TEST_CASE("The window has its told form, shows tool tips, and ends by a click of the mouse") {
+// Mouse actions are repeated until they work: on a virtual display, a window that appears or closes can swallow them.
+TEST_CASE("The main window has the specified layout and tool tips, and a mouse click on Fertig ends it") {
+    const BareRegistration bareRegistration;  // the check must accept it
     const Session session;
     const HWND window = session.window;
     CHECK((::GetWindowLongA(window, GWL_STYLE) & (WS_OVERLAPPEDWINDOW)) == (WS_CAPTION | WS_SYSMENU));
     RECT client{};
     ::GetClientRect(window, &client);
-    CHECK(client.right == 237);  // in dots at 96 to the inch
+    CHECK(client.right == 237);  // in pixels at 96 DPI
     CHECK(client.bottom == 142);
-    // In the order of the tab key.
-    const std::vector<HWND> buttons = Parts(window);
+    const std::vector<HWND> buttons = Children(window);
     REQUIRE(buttons.size() == 6);
-    CHECK(Place(buttons.back()) == std::array{128, 96, 89, 25});
+    struct {
+        std::string caption;
+        std::array<int, 2> position;
+    } const layout[] = {{"Exportieren", {16, 16}}, {"Importieren", {128, 16}}, {"Demo", {16, 56}},
+                        {"L\xF6schen", {16, 96}},  {"Bearbeiten", {128, 56}},  {"Fertig", {128, 96}}};
     for (const WPARAM key : {VK_TAB, VK_RIGHT, VK_DOWN}) {
-        for (const std::string caption : {"Exportieren", "Importieren", "Demo", "L\xF6schen", "Bearbeiten", "Fertig"}) {
+        for (const auto& [caption, position] : layout) {
             const HWND button = Focus(window);
             CHECK(Caption(button) == caption);
+            CHECK(Bounds(button) == std::array{position[0], position[1], 89, 25});
             Press(button, key);
             CHECK(Eventually([&] { return Focus(window) != button; }));
         }
@@ -252,33 +281,35 @@ TEST_CASE("The window has its told form, shows tool tips, and ends by a click of
     CHECK(Eventually([&] { return Focus(window) == buttons.at(4); }));
     CHECK(Eventually([&] {
         Point(window);  // between the buttons
-        StillAfterAWhile([&] { return ToolTip().empty(); });
+        StaysTrue([&] { return ToolTip().empty(); });
         Point(buttons.back());
-        return StillAfterAWhile([&] { return ToolTip() == "Programm beenden."; });
+        return StaysTrue([&] { return ToolTip() == "Programm beenden."; });
     }));
     CHECK(Eventually([&] {
         Point(buttons.back());
         ::mouse_event(MOUSEEVENTF_LEFTDOWN | MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
-        return StillAfterAWhile([&] { return !::IsWindow(window); });
+        return StaysTrue([&] { return !::IsWindow(window); });
     }));
-    CHECK(session.EndedWell());
+    CHECK(session.ExitedCleanly());
 }
 
-TEST_CASE("Import and Clear ask; Yes runs them and tells how it went, and anything else changes nothing") {
+TEST_CASE("Import and Clear run only after Yes and then report the result") {
     const auto enter = [](HWND button) { Press(button, VK_RETURN); };
     const auto space = [](HWND button) { Press(button, VK_SPACE); };
     const std::string first = "[Tallora]\r\n(Standard)=3\r\notto=5\r\n\r\n[Reporting]\r\nruedi=99\r\n\r\n[End]\r\n";
-    const std::string firstHeld = "=3 otto=5 | ruedi=99 | ";
+    const std::string firstEntries = "=3 otto=5 | ruedi=99 | ";
     struct {
         std::string button;
         void (*press)(HWND);
-        std::string file;  // empty for none
+        std::string file;  // if empty, there is no control file
         int answer;
         std::string message;
-        std::string held;
+        std::string entries;
     } const flows[] = {
-        {Import, Click, first, IDYES, "Fertig", firstHeld}, {Import, enter, "", IDYES, "Fehlgeschlagen!", firstHeld},
-        {Clear, Click, "", CloseBox, "", firstHeld},        {Clear, space, "", IDCANCEL, "", firstHeld},
+        {Import, Click, first, IDYES, "Fertig", firstEntries},
+        {Import, enter, "", IDYES, "Fehlgeschlagen!", firstEntries},
+        {Clear, Click, "", CloseBox, "", firstEntries},
+        {Clear, space, "", IDCANCEL, "", firstEntries},
         {Clear, DoubleClick, "", IDYES, "Fertig", "| | "},
     };
     const Session session;
@@ -297,43 +328,53 @@ TEST_CASE("Import and Clear ask; Yes runs them and tells how it went, and anythi
             CheckBox(flow.button, flow.message, {IDOK}, IDOK);
         }
         CHECK(Eventually([&] { return session.Waiting() && Focus(session.window) == button; }));
-        CHECK(StillAfterAWhile([&] { return session.Waiting(); }));
-        CHECK(ForcedVersions() == flow.held);
+        CHECK(StaysTrue([&] { return session.Waiting(); }));
+        CHECK(ForcedVersions() == flow.entries);
     }
 }
 
-TEST_CASE("The registry editor takes what vtv4v-reg prepares") {
+TEST_CASE("reg import accepts the file that vtv4v-reg writes") {
     const Session session;
     const std::string file = session.machine.ControlFile();
     FileContent(file, "[Tallora]\n=3\nJ\xF6rg=1\nq\"\\u=99\n[Reporting]\nruedi=0\n");
     const std::string target = "\"" + file + ".reg\"";
-    // The command interpreter takes the outer quotation marks away.
+    // cmd.exe removes the outer quotation marks.
     CHECK(std::system(("\"\"" + ProgramPath("vtv4v-reg.exe") + "\" \"" + file + "\" " + target + "\"").c_str()) == 0);
     CHECK(std::system(("reg import " + target).c_str()) == 0);
     CHECK(ForcedVersions() == "=3 J\xF6rg=1 q\"\\u=99 | ruedi=0 | ");
 }
 
-// The impatient user's messages stand behind the answer in the program's queue, so that the import finds them.
-TEST_CASE("What is clicked while an import runs is passed over, and a close waits for its end") {
+// The messages are queued after the answer to the question, so the import finds them while it runs.
+TEST_CASE("During an import, clicks are ignored, a log-off is refused, and closing the window waits") {
     const Session session;
-    FileContent(session.machine.ControlFile(), "[Tallora]\r\na=1\r\nb=2\r\n[Reporting]\r\nc=3\r\n");
+    std::string file = "[Tallora]\r\n";
+    std::string entries;
+    for (int number = 1000; number < 3000; ++number) {
+        file += std::to_string(number) + "=1\r\n";
+        entries += std::to_string(number) + "=1 ";
+    }
+    FileContent(session.machine.ControlFile(), file + "[Reporting]\r\nc=3\r\n");
+    const auto mayEndSession = [&] { return ::SendMessageA(session.window, WM_QUERYENDSESSION, 0, 0) != 0; };
     Click(session.Button(Import));
-    const HWND question = Box();
+    const HWND question = WaitForBox();
+    CHECK(mayEndSession());
     DoubleClick(::GetDlgItem(question, IDYES));
     DoubleClick(session.Button(Import));
     Click(session.Button(Clear));
     Click(session.Button("Fertig"));
     ::PostMessageA(session.window, WM_CLOSE, 0, 0);
     REQUIRE(Eventually([&] { return !::IsWindow(question); }));
-    const HWND box = Box();
+    CHECK_FALSE(mayEndSession());
+    const HWND box = WaitForBox();
+    CHECK(mayEndSession());
     CHECK(Caption(box) == Import);
     CHECK(::IsWindowVisible(session.window));
-    CHECK(ForcedVersions() == "a=1 b=2 | c=3 | ");
-    Answer(box, IDOK);
-    CHECK(session.EndedWell());
+    CHECK(ForcedVersions() == entries + "| c=3 | ");
+    AnswerBox(box, IDOK);
+    CHECK(session.ExitedCleanly());
 }
 
-TEST_CASE("Export and Edit open the control file or tell why not; Demo writes it and does no more") {
+TEST_CASE("Export and Edit open the control file or report why not; Demo only writes it") {
     const Session session;
     const std::string file = session.machine.ControlFile();
     const std::string head =
@@ -346,25 +387,25 @@ TEST_CASE("Export and Edit open the control file or tell why not; Demo writes it
     Click(session.Button("Exportieren"));
     CheckBox(ProgramTitle, head + "No association for file extension", {IDOK}, IDOK);
     CHECK(FileContent(file).value_or("").ends_with("[End]\r\n"));
-    // An editor that notes what it is asked to open and ends at once.
-    const std::string note = file + ".opened";
+    // An "editor" that appends the name of the opened file to a log and exits.
+    const std::string log = file + ".opened";
     ::RegSetValueA(HKEY_CLASSES_ROOT, ".txt", REG_SZ, "vtv4v.driver", 0);
     ::RegSetValueA(HKEY_CLASSES_ROOT, "vtv4v.driver\\shell\\open\\command", REG_SZ,
-                   ("cmd.exe /c echo %1>>\"" + note + "\"").c_str(), 0);
+                   ("cmd.exe /c echo %1>>\"" + log + "\"").c_str(), 0);
     std::string opened;
     for (const std::string button : {"Exportieren", "Bearbeiten"}) {
         Click(session.Button(button));
         opened += file + "\r\n";
-        CHECK(Eventually([&] { return FileContent(note) == opened; }));
+        CHECK(Eventually([&] { return FileContent(log) == opened; }));
     }
     Click(session.Button("Demo"));
     CHECK(Eventually([&] { return FileContent(file).value_or("").ends_with("ruedi=99\r\n\r\n\r\n[End]\r\n"); }));
-    CHECK(StillAfterAWhile([&] { return session.Waiting() && FileContent(note) == opened; }));
+    CHECK(StaysTrue([&] { return session.Waiting() && FileContent(log) == opened; }));
     CHECK(ForcedVersions() == "| | ");
 }
 
-// What is sent arrives while the program's own loop waits. Nothing else may wake that, as a mouse over the window does.
-TEST_CASE("A window that becomes active again keeps focus and task bar; Escape does nothing; what is sent ends it") {
+// WM_CLOSE is sent, so it is handled while the program waits in GetMessage. The mouse must not wake that wait.
+TEST_CASE("A reactivated window keeps focus and task bar button, ignores Escape and closes on a sent WM_CLOSE") {
     ::SetCursorPos(9999, 9999);
     const Session session("\"" + ProgramPath().insert(2, "\\a b\\..") + "\"   -master  ");
     Press(Focus(session.window), VK_TAB);
@@ -374,8 +415,8 @@ TEST_CASE("A window that becomes active again keeps focus and task bar; Escape d
     ::SetWindowLongA(session.window, GWL_EXSTYLE, 0);
     ::SendMessageA(session.window, WM_ACTIVATE, WA_INACTIVE, 0);
     ::SendMessageA(session.window, WM_ACTIVATE, WA_ACTIVE, 0);
-    CHECK(StillAfterAWhile([&] { return session.Waiting() && Focus(session.window) == import; }));
+    CHECK(StaysTrue([&] { return session.Waiting() && Focus(session.window) == import; }));
     CHECK(session.InTaskBar());
     ::SendMessageA(session.window, WM_CLOSE, 0, 0);
-    CHECK(session.EndedWell());
+    CHECK(session.ExitedCleanly());
 }

@@ -39,7 +39,7 @@ LineView::LineView(Dialog dialog) : dialog_(std::move(dialog)) {
     std::multimap<std::int32_t, std::u16string> labels;  // from top to bottom
     for (const DialogControl& control : dialog_.controls) {
         if (control.design.kind == ControlKind::Label && control.design.visible) {
-            labels.emplace(control.design.place.top, control.design.caption);
+            labels.emplace(control.design.bounds.top, control.design.caption);
         }
     }
     for (const auto& [top, caption] : labels) {

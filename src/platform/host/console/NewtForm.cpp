@@ -225,7 +225,7 @@ newtGrid NewtForm::Arranged() const {
     std::map<std::int32_t, std::map<std::int32_t, std::size_t>> lines;
     for (std::size_t control = 0; control < controls_.size(); ++control) {
         if (controls_[control] != nullptr) {
-            const Rectangle& place = dialog_.controls[control].design.place;
+            const Rectangle& place = dialog_.controls[control].design.bounds;
             lines[place.top][place.left] = control;
         }
     }

@@ -155,13 +155,20 @@ void ControlVisible(Handle window, std::size_t control, bool visible) {
     WithControl(window, control, [&](DialogControl& found) { found.design.visible = visible; });
 }
 
-void ControlPlace(Handle window, std::size_t control, const Rectangle& place) {
-    WithControl(window, control, [&](DialogControl& found) { found.design.place = place; });
+void ControlBounds(Handle window, std::size_t control, const Rectangle& bounds) {
+    WithControl(window, control, [&](DialogControl& found) { found.design.bounds = bounds; });
 }
 
 Size WindowOuterSize(Handle window) {
     const HostWindow* const found = WindowOf(window);
     return found == nullptr ? Size{0, 0} : found->outer;
+}
+
+bool ShutdownBlockReasonCreate(Handle /*window*/, const std::u16string& /*reason*/) {
+    return false;
+}
+
+void ShutdownBlockReasonDestroy(Handle /*window*/) noexcept {
 }
 
 // The size that a window has already is no change, and not told again.
