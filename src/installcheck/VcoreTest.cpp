@@ -20,12 +20,12 @@
 
 namespace {
 
-constexpr TextView CoreProductName = u"Vandrel Core V1";
+constexpr char16_t CoreProductName[] = u"Vandrel Core V1";
 
-constexpr TextView TestMark = u", Test=";
-constexpr TextView Passed = u"Ok";
+constexpr char16_t TestMark[] = u", Test=";
+constexpr char16_t Passed[] = u"Ok";
 
-// A row is one line of the report; a message of the system may have several.
+// Joins the lines of a message, since a report row is a single line.
 Text OneLine(const Text& message) {
     Text line;
     for (const char16_t character : message) {
@@ -42,7 +42,7 @@ Text Failed(const Text& failure) {
     return u"*** " + OneLine(failure) + u" ***";
 }
 
-// A row of a missing file ends in its failure; one of a file that was found ends in a bracket.
+// True if the row text of a file probe doesn't end with a failure.
 bool FileFound(const Text& rowText) {
     return !rowText.ends_with(u'*');
 }
@@ -51,16 +51,16 @@ Text SystemPath(const Text& fileName) {
     return PathCombine(EnvironmentVariable(u"SystemRoot"), u"\\System32\\" + fileName);
 }
 
-// Many numbers of the component object model have no words in the system.
+// The system has no text for many COM statuses.
 Text Description(platform::Status status) {
     const Text words = platform::StatusText(status);
     return words.empty() ? u"Automatisierungsfehler " + DecimalText(status) : words;
 }
 
-// An object of an outside component, released with its owner.
+// Owns an object of an outside component and releases it on destruction.
 class OwnedObject {
 public:
-    // Raises the system's error when it cannot be created.
+    // Raises the COM status if the object can't be created.
     explicit OwnedObject(const Text& programmaticIdentifier) {
         const platform::Status status = platform::CreateObject(programmaticIdentifier, object_);
         if (status != platform::StatusSuccess) {
@@ -75,7 +75,7 @@ private:
     platform::ObjectReference object_ = 0;
 };
 
-// The program's name, as far as it is letters.
+// Returns the letters of the program's name.
 std::string InitialisationText() {
     std::string text;
     for (const char character : platform::AnsiFromText(platform::ProgramVersionGet().fileDescription)) {
@@ -86,7 +86,7 @@ std::string InitialisationText() {
     return text;
 }
 
-// -1 for a failure. A library that cannot be called counts as one that made no complaint.
+// Returns -1 if the library reports a failure. A library that can't be called counts as a success.
 std::int32_t sevDTA_Init(const Text& libraryPath) {
     std::int32_t result = 0;
     platform::CallTextFunction(platform::AnsiFromText(libraryPath), "sevDTA_Init", InitialisationText(), result);
@@ -96,7 +96,7 @@ std::int32_t sevDTA_Init(const Text& libraryPath) {
 }  // namespace
 
 VcoreTest::VcoreTest() {
-    coreProduct_.DisplayName(::Text(CoreProductName));
+    coreProduct_.DisplayName(CoreProductName);
     report_.FilePath(platform::TextFromAnsi(platform::ProgramFolder()));
 }
 
@@ -220,14 +220,13 @@ void VcoreTest::TestMazeWalker() {
 }
 
 void VcoreTest::ObjectTest(const ::Text& rowName, const ::Text& fileText, const ::Text& programmaticIdentifier) {
-    ItemAdd(rowName,
-            FileFound(fileText) ? fileText + ::Text(TestMark) + ObjectTestText(programmaticIdentifier) : fileText);
+    ItemAdd(rowName, FileFound(fileText) ? fileText + TestMark + ObjectTestText(programmaticIdentifier) : fileText);
 }
 
 ::Text VcoreTest::ObjectTestText(const ::Text& programmaticIdentifier) {
     const std::optional<Error> error = TrapError([&] { const OwnedObject object(programmaticIdentifier); });
     if (!error) {
-        return ::Text(Passed);
+        return Passed;
     }
     allOk_ = false;
     return Failed(error->description);

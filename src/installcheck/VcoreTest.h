@@ -4,24 +4,23 @@
 #include "products/Installer.h"
 #include "settings/IniFile4.h"
 
-// Looks for every run-time component of the suite, and writes down in a report what it found. No component is optional,
-// and none is passed over because another one is missing.
+// Checks that every run-time component of the suite is installed, and builds a report. All components are required, and
+// the check continues after a failure.
 //
-// A probe adds a row to the report: path, version and date of its file, and how a further test of it ended. A failure
-// stands in the row between "*** " and " ***", and fails the check.
+// Each probe adds a row to the report: the file's path, version and date, and the result of any further test. A failed
+// probe shows its error between "*** " and " ***" and fails the check.
 class VcoreTest {
 public:
     VcoreTest();
 
-    // Runs the whole check; true when nothing is missing. With `withErrMsg` a failed check sounds the beep and shows
-    // frmVCoreTest until the user has closed it. The window runs the check once more; what it finds does not count
-    // here.
+    // Runs the check and returns true if it passed. If it failed and `withErrMsg` is true, beeps and shows frmVCoreTest
+    // until the user closes it. The window repeats the check, but the result is that of the first run.
     bool Ok(bool withErrMsg = false);
 
-    // The report of the runs so far, empty before the first.
+    // Returns the report of the last run, or an empty string before the first run.
     [[nodiscard]] ::Text Text() const { return report_.Stream(); }
 
-    // Forgets how the last run ended, but not its report.
+    // Resets the result of the last run, but keeps its report.
     void Clear() { allOk_ = false; }
 
 private:
@@ -39,16 +38,16 @@ private:
     void ItemAdd(const ::Text& name, const ::Text& value) { report_.Value(currentSection_, name, value); }
     [[nodiscard]] ::Text CoreFolder() const { return coreProduct_.InstallLocation(); }
 
-    // Each gives the row's text. With `noAdd` the caller adds the row itself, otherwise it bears the file's name.
+    // Probe a file and return the row text. Unless `noAdd` is true, also add the row under the file's name.
     ::Text FileTest(const ::Text& path, bool noAdd);
     ::Text FileTestSystem(const ::Text& fileName, bool noAdd);
     ::Text FileTestCommon(const ::Text& relativePath, bool noAdd);
-    // Adds a row that tells, when its file was found, whether the object could be created too.
+    // Adds a row. If its file was found, also tests whether the object can be created.
     void ObjectTest(const ::Text& rowName, const ::Text& fileText, const ::Text& programmaticIdentifier);
     ::Text ObjectTestText(const ::Text& programmaticIdentifier);
 
-    Installer coreProduct_;  // the suite's shared core package, in whose folder its own components lie
+    Installer coreProduct_;  // the suite's core package, whose folder contains the suite's own components
     ::Text currentSection_;
-    IniFile4 report_;  // in memory alone, never written to a file
+    IniFile4 report_;  // only in memory, never saved
     bool allOk_ = false;
 };

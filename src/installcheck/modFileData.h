@@ -5,13 +5,13 @@
 #include "common/Text.h"
 #include "common/Variant.h"
 
-// A file of any attributes.
+// A file with any attributes.
 struct File {
     Date dateLastModified;  // in local time
 };
 
-// Nothing for a file that is missing or cannot be reached, and for a folder.
+// Returns nothing if the file is missing or inaccessible, or if the path is a folder.
 std::optional<File> FileGet(const Text& path);
 
-// The date of the file's last change; null when there is no such file.
+// Returns the date of the file's last change, or Null if FileGet returns nothing.
 Variant FileDateGet(const Text& path);

@@ -14,7 +14,7 @@
 
 namespace {
 
-// The structure VS_FIXEDFILEINFO as it is published: 13 numbers of 32 bits, the lowest byte first.
+// Size and field offsets of VS_FIXEDFILEINFO, which consists of 13 little-endian 32-bit numbers.
 constexpr std::size_t FixedInfoSize = 52;
 constexpr std::size_t FileVersionMS = 8;
 constexpr std::size_t FileVersionLS = 12;
@@ -22,11 +22,11 @@ constexpr std::size_t FileType = 36;
 
 using FixedInfo = std::array<char, FixedInfoSize>;
 
-std::uint32_t NumberAt(const FixedInfo& info, std::size_t place) {
-    return NumberFromBytes(std::span(info).subspan(place).first<4>());
+std::uint32_t NumberAt(const FixedInfo& info, std::size_t offset) {
+    return NumberFromBytes(std::span(info).subspan(offset).first<4>());
 }
 
-// All zeroes when there is no version information.
+// Returns zeros if there is no version information.
 FixedInfo FixedInfoGet(const std::string& path) {
     FixedInfo info{};
     const std::int32_t size = platform::GetFileVersionInfoSizeA(path);
@@ -41,7 +41,7 @@ FixedInfo FixedInfoGet(const std::string& path) {
     return info;
 }
 
-Text TypeTextOf(std::uint32_t type) {
+Text TypeText(std::uint32_t type) {
     switch (type) {
         case 0:
             return u"Unbekannt";
@@ -62,7 +62,7 @@ Text TypeTextOf(std::uint32_t type) {
     }
 }
 
-// The high and the low word, each read as a signed number.
+// Returns the high and the low word as signed numbers.
 Text WordsText(std::uint32_t words) {
     return DecimalText(static_cast<std::int16_t>(words >> 16)) + u"." + DecimalText(static_cast<std::int16_t>(words));
 }
@@ -71,6 +71,6 @@ Text WordsText(std::uint32_t words) {
 
 FileInfo FileInfoGet(const Text& path) {
     const FixedInfo info = FixedInfoGet(platform::AnsiFromText(path));
-    return {PathFileName(path), TypeTextOf(NumberAt(info, FileType)),
+    return {PathFileName(path), TypeText(NumberAt(info, FileType)),
             WordsText(NumberAt(info, FileVersionMS)) + u"." + WordsText(NumberAt(info, FileVersionLS)), path};
 }

@@ -2,13 +2,13 @@
 
 #include "common/Text.h"
 
-// What a file's fixed version information says of it.
+// Facts from the fixed version information of a file.
 struct FileInfo {
-    Text Name;      // behind the path's last backslash
-    Text TypeText;  // the file's type in words; empty for a type that has none
-    Text Version;   // four signed 16-bit numbers with points between them
-    Text Path;      // as it was passed in
+    Text Name;      // the part of the path after the last backslash
+    Text TypeText;  // the file type in words, or empty for an unlisted type
+    Text Version;   // four signed 16-bit numbers, separated by periods
+    Text Path;      // as passed to FileInfoGet
 };
 
-// A file without version information, or one that cannot be read, has the version 0.0.0.0 and the type "Unbekannt".
+// Returns version 0.0.0.0 and type "Unbekannt" if the file has no version information or can't be read.
 FileInfo FileInfoGet(const Text& path);

@@ -2,5 +2,5 @@
 
 #include "common/Text.h"
 
-// True for a plain file. Folders, hidden files and system files do not count, nor does what cannot be reached.
+// True if the path is an accessible file that is neither hidden nor a system file. False for folders.
 bool FileExists(const Text& path);

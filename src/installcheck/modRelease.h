@@ -2,6 +2,6 @@
 
 #include "common/Text.h"
 
-// When this release of the program was made, as the report shows it. Set anew for each release.
+// Return the release date and time shown in the report. Update both for each release.
 Text ReleaseDate();
 Text ReleaseTime();
