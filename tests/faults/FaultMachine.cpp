@@ -79,7 +79,8 @@ Outcome FaultMachine::Session(const std::string& input, const SeamFault& fault, 
         const LineRun run(input);
         SeamStart(fault, hook);
         Main();
-        told = SeamStop() + (run.Shows("Vandrel Core Elements V1") ? u"check failed" : u"");
+        told = SeamStop() + (run.Shows("Vandrel Core Elements V1") ? u"check failed" : u"") +
+               (run.Shows("Zwisachenablage") ? u", report copied" : u"");
     });
     CHECK(FilesIn("/proc/self/fd") == openFiles);
     CHECK(MainVersions == nullptr);

@@ -12,7 +12,8 @@ void AllClosedBehind(const std::function<void()>& steps);
 
 // What the user was told of failures while the program ran, and what it left behind.
 struct Outcome {
-    Text told;         // in message boxes, as SeamStop gives it; "check failed" for the check's window
+    Text told;  // in message boxes, as SeamStop gives it; "check failed" for the check's window, ", report copied" for
+                // its hint
     std::string left;  // both tables as item strings, and the control file, which of an export are its two tables
     bool operator==(const Outcome&) const = default;
 };

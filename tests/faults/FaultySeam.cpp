@@ -50,17 +50,8 @@ std::string Shown(const Text& text) {
     return Shown(platform::AnsiFromText(text));
 }
 
-std::string Shown(const platform::Rectangle& place) {
-    return Shown(place.left) + Shown(place.top) + Shown(place.width) + Shown(place.height);
-}
-
 std::string Shown(const platform::WindowDesign& design) {
-    std::string shown =
-        Shown(design.caption) + Shown(design.client.width) + Shown(design.client.height) + Shown(design.icon);
-    for (const platform::Control& control : design.controls) {
-        shown += "\n" + platform::AnsiFromText(control.caption) + Shown(control.bounds);
-    }
-    return shown;
+    return Shown(design.caption);
 }
 
 std::string Shown(const platform::WindowEvents& events) {
@@ -205,7 +196,8 @@ std::map<std::int64_t, Text> FailuresOf(Seam call) {
             return {{0, u"Unknown error"},
                     {2, u"File not found"},
                     {3, u"Path not found"},
-                    {31, u"No association for file extension"}};
+                    {31, u"No association for file extension"},
+                    {32, u"DLL not found"}};
         case Seam::WindowCreate:
             return {{0, u"Nicht genügend Speicher"}, {Thrown, u"thrown"}};
         case Seam::RegCloseKey:

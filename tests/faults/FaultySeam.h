@@ -42,8 +42,8 @@ Text SeamStop();
 // How often each call was made from the last SeamStart on; those that were not made are not there.
 std::map<Seam, int> SeamCalls();
 
-// What was done to processes and windows from the last SeamStart on, a line for each call: its name, and its arguments
-// each behind a "|"; for a new window also a line for each control. "it" is the process or window opened last.
+// Returns the calls from ShellExecuteA on (see SeamCalls.cmake) since the last SeamStart, one per line: the name and
+// the arguments, each after a "|". "it" is the process or window that was opened last.
 std::string SeamRecord();
 
 // The window that was created last, and what it is told of its events.

@@ -8,7 +8,7 @@ set(calls
   RegCloseKey CloseHandle FindNormalFile OpenProcess GetFileVersionInfoSizeA GetFileVersionInfoA VerQueryValueA
   CreateObject StatusText ClipboardClear ClipboardSet MessageBoxW DoEvents
   ShellExecuteA CallTextFunction StartCommandLine WaitForSingleObject
-  WindowCreate ControlBounds ControlColours ControlVisible ControlToolTip LockWindowUpdate ShowWindow SetWindowLongA)
+  WindowCreate)
 execute_process(COMMAND ${NM} --defined-only ${LIBRARY} OUTPUT_VARIABLE symbols ERROR_QUIET COMMAND_ERROR_IS_FATAL ANY)
 set(header "#define SEAM_CALLS(Use)")
 set(options "")
