@@ -13,33 +13,34 @@ namespace platform {
 
 namespace {
 
-bool textIsOurs = false;
+bool containsOurText = false;
 
-std::filesystem::path File() {
+std::filesystem::path MachineClipboard() {
     return host::MachineFolder() / "clipboard.txt";
 }
 
-bool ClipboardWrite(const std::string& bytes) {
-    std::error_code failure;  // told by the write
-    std::filesystem::create_directories(File().parent_path(), failure);
-    return (std::ofstream(File(), std::ios::binary) << bytes << std::flush).good();
+bool WriteClipboard(const std::string& bytes) {
+    std::error_code failure;  // ignored; the write below reports it
+    std::filesystem::create_directories(MachineClipboard().parent_path(), failure);
+    return (std::ofstream(MachineClipboard(), std::ios::binary) << bytes << std::flush).good();
 }
 
 }  // namespace
 
 std::optional<std::filesystem::path> host::ClipboardFile() {
-    return textIsOurs ? std::optional(File()) : std::nullopt;
+    return containsOurText ? std::optional(MachineClipboard()) : std::nullopt;
 }
 
 bool ClipboardClear() {
-    textIsOurs = false;
-    return ClipboardWrite("");
+    containsOurText = false;
+    return WriteClipboard("");
 }
 
-// A text on the clipboard ends at its first zero.
+// A CF_TEXT text ends at its first NUL.
 bool ClipboardSet(const std::string& text, std::uint32_t format) {
-    textIsOurs = format == ClipboardText && ClipboardWrite(host::ToUtf8(TextFromAnsi(text.substr(0, text.find('\0')))));
-    return textIsOurs;
+    containsOurText =
+        format == ClipboardText && WriteClipboard(host::ToUtf8(TextFromAnsi(text.substr(0, text.find('\0')))));
+    return containsOurText;
 }
 
 }  // namespace platform

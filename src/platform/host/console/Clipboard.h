@@ -5,7 +5,7 @@
 
 namespace platform::host {
 
-// The file that holds the text which this process put on the clipboard; nothing when it put none there.
+// Returns the file that holds the clipboard, or nothing if this process hasn't put a text on it.
 std::optional<std::filesystem::path> ClipboardFile();
 
 }  // namespace platform::host

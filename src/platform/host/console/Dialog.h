@@ -8,8 +8,7 @@
 
 #include "platform/WindowSystem.h"
 
-// Windows and message boxes as the person in front of them sees them: newt draws them on a terminal, lines tell them
-// anywhere else.
+// Windows and message boxes, drawn on a terminal or printed as plain lines.
 namespace platform::host {
 
 struct DialogControl {
@@ -26,16 +25,15 @@ struct Dialog {
     std::vector<DialogControl> controls;
 };
 
-// The places of the buttons among the controls, in the order of their numbers.
+// Returns the buttons' indexes among the controls, in tab order.
 std::vector<std::size_t> ButtonsOf(const Dialog& dialog);
 
-// What the person did. A new size is told only of a sizable dialog.
-struct Act {
-    enum class Kind { Click, Close, Resize } kind;
-    std::size_t control = 0;  // of a click
+struct UserAction {
+    enum class Kind { Click, Close, Resize } kind;  // Resize only for a sizable dialog
+    std::size_t control = 0;                        // index of the clicked button
 };
 
-// A dialog in sight, for as long as the object lives. The latest one has the keyboard.
+// A dialog that stays visible for as long as the object exists. The newest one receives the user's input.
 class DialogView {
 public:
     DialogView() = default;
@@ -43,19 +41,16 @@ public:
     DialogView(const DialogView&) = delete;
     DialogView& operator=(const DialogView&) = delete;
 
-    // Waits for the person.
-    virtual Act Next() = 0;
+    // Waits for the user's next action.
+    virtual UserAction Next() = 0;
 
-    // Shows what has become of the dialog.
+    // Shows a changed version of the dialog.
     virtual void Update(const Dialog& dialog) = 0;
 };
 
-std::unique_ptr<DialogView> DialogShow(const Dialog& dialog);
+std::unique_ptr<DialogView> ShowDialog(const Dialog& dialog);
 
-// True when a person sees and types on one terminal: standard input and output are that terminal.
-bool HasTerminal();
-
-// UTF-8 with lines parted by LF, and no control character that a terminal would obey.
-std::string ShownText(std::u16string text);
+// Returns the text in UTF-8, with LF between lines and other control characters replaced by spaces.
+std::string DisplayText(std::u16string text);
 
 }  // namespace platform::host

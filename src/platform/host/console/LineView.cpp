@@ -13,8 +13,8 @@ namespace platform::host {
 
 namespace {
 
-// In capital letters, without blanks at the ends, and with the mark of an umlaut joined to its letter: some terminals
-// and file systems part the two.
+// Returns the text in uppercase, trimmed, and with each umlaut as one character: some terminals send the letter and a
+// combining diaeresis.
 std::u16string Comparable(std::u16string text) {
     constexpr char16_t diaeresis = u'\x308';
     constexpr std::u16string_view vowels = u"aouAOU";
@@ -26,79 +26,78 @@ std::u16string Comparable(std::u16string text) {
             ++mark;
         }
     }
-    constexpr const char16_t* blanks = u" \t\r";
-    text.erase(text.find_last_not_of(blanks) + 1);
-    text.erase(0, text.find_first_not_of(blanks));
+    constexpr const char16_t* spaces = u" \t\r";
+    text.erase(text.find_last_not_of(spaces) + 1);
+    text.erase(0, text.find_first_not_of(spaces));
     return CharUpperW(text);
 }
 
 }  // namespace
 
 LineView::LineView(Dialog dialog) : dialog_(std::move(dialog)) {
-    std::cout << "== " << ShownText(dialog_.caption) << " ==\n";
-    std::multimap<std::int32_t, std::u16string> labels;  // from top to bottom
+    std::cout << "== " << DisplayText(dialog_.caption) << " ==\n";
+    std::multimap<std::int32_t, std::u16string> labels;  // by top
     for (const DialogControl& control : dialog_.controls) {
         if (control.design.kind == ControlKind::Label && control.design.visible) {
             labels.emplace(control.design.bounds.top, control.design.caption);
         }
     }
     for (const auto& [top, caption] : labels) {
-        std::cout << ShownText(caption) << '\n';
+        std::cout << DisplayText(caption) << '\n';
     }
-    TellChoices();
+    PrintChoices();
 }
 
-Act LineView::Next() {
+UserAction LineView::Next() {
     for (;;) {
         std::cout << "> " << std::flush;
         std::string line;
         if (!std::getline(std::cin, line)) {
             std::cout << '\n';
-            return {Act::Kind::Close};
+            return {UserAction::Kind::Close};
         }
-        // What comes through a pipe is written too, so that the output reads like a terminal's.
         line.erase(line.find_last_not_of('\r') + 1);
         const std::u16string typed = FromUtf8(line);
-        if (isatty(STDIN_FILENO) != 1) {
-            std::cout << ShownText(typed) << '\n';
+        if (isatty(STDIN_FILENO) != 1) {  // a terminal echoes the line itself
+            std::cout << DisplayText(typed) << '\n';
         }
-        if (const std::optional<Act> act = ActOf(Comparable(typed))) {
-            return *act;
+        if (const std::optional<UserAction> action = ActionFor(Comparable(typed))) {
+            return *action;
         }
         if (HasToolTips() && Comparable(typed) == u"?") {
-            TellButtons(true);
+            PrintButtons(true);
         } else {
             std::cout << "Das gibt es hier nicht. Eingeben lässt sich:\n";
-            TellChoices();
+            PrintChoices();
         }
     }
 }
 
-std::optional<Act> LineView::ActOf(const std::u16string& line) const {
+std::optional<UserAction> LineView::ActionFor(const std::u16string& line) const {
     if (line == u"X") {
-        return Act{Act::Kind::Close};
+        return UserAction{UserAction::Kind::Close};
     }
     std::size_t number = 0;
     for (const std::size_t button : ButtonsOf(dialog_)) {
         ++number;
         if (line == Comparable(dialog_.controls[button].design.caption) || line == FromUtf8(std::to_string(number))) {
-            return Act{Act::Kind::Click, button};
+            return UserAction{UserAction::Kind::Click, button};
         }
     }
     return std::nullopt;
 }
 
-void LineView::TellButtons(bool explained) const {
+void LineView::PrintButtons(bool withToolTips) const {
     std::size_t number = 0;
     for (const std::size_t button : ButtonsOf(dialog_)) {
         const DialogControl& control = dialog_.controls[button];
-        std::cout << "  " << ++number << ' ' << ShownText(control.design.caption)
-                  << (explained ? ": " + ShownText(control.toolTip) : "") << '\n';
+        std::cout << "  " << ++number << ' ' << DisplayText(control.design.caption)
+                  << (withToolTips ? ": " + DisplayText(control.toolTip) : "") << '\n';
     }
 }
 
-void LineView::TellChoices() const {
-    TellButtons(false);
+void LineView::PrintChoices() const {
+    PrintButtons(false);
     std::cout << (HasToolTips() ? "  ? Erklärungen\n" : "") << "  x Schließen\n";
 }
 

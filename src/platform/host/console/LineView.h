@@ -8,19 +8,20 @@
 
 namespace platform::host {
 
-// A dialog told in lines on standard output. One line of standard input is one act: a button's caption or number, "?"
-// for the tool tips where there are some, "x" to close, as the end of input does.
+// A dialog printed as lines on standard output. Each line of standard input is one action: a button's caption or
+// number,
+// "?" for the tool tips if there are any, or "x" to close the dialog. The end of input closes it too.
 class LineView : public DialogView {
 public:
     explicit LineView(Dialog dialog);
 
-    Act Next() override;
+    UserAction Next() override;
     void Update(const Dialog& dialog) override { dialog_ = dialog; }
 
 private:
-    [[nodiscard]] std::optional<Act> ActOf(const std::u16string& line) const;
-    void TellButtons(bool explained) const;
-    void TellChoices() const;
+    [[nodiscard]] std::optional<UserAction> ActionFor(const std::u16string& line) const;
+    void PrintButtons(bool withToolTips) const;
+    void PrintChoices() const;
     [[nodiscard]] bool HasToolTips() const;
 
     Dialog dialog_;

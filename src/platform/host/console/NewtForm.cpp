@@ -1,12 +1,12 @@
 #include "platform/host/console/NewtForm.h"
 
+#include <slang.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cctype>
-#include <csignal>
 #include <cstdlib>
 #include <map>
 #include <memory>
@@ -14,6 +14,7 @@
 #include <string_view>
 
 #include "platform/host/console/Clipboard.h"
+#include "platform/host/console/Terminal.h"
 
 namespace platform::host {
 
@@ -22,10 +23,10 @@ namespace {
 constexpr int FrameRows = 2;
 constexpr int HelpRows = 1;
 
-// What a failure in a text begins with, as the reports mark it.
+// Marks a failure in the check's report.
 constexpr std::string_view FailureMark = "***";
 
-// The cells that a line takes: one to each character.
+// Returns the width of a line in characters.
 int Columns(const std::string& line) {
     return static_cast<int>(
         std::ranges::count_if(line, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80; }));
@@ -36,9 +37,9 @@ std::string Padded(std::string line, int columns) {
     return line;
 }
 
-// A text in lines that are broken at blanks.
+// Breaks a text into lines at spaces.
 std::vector<std::string> Wrapped(const std::u16string& text, int columns) {
-    std::string whole = ShownText(text);
+    std::string whole = DisplayText(text);
     int width = 0;
     int height = 0;
     const std::unique_ptr<char, void (*)(void*)> wrapped(
@@ -51,7 +52,7 @@ std::vector<std::string> Wrapped(const std::u16string& text, int columns) {
     return lines;
 }
 
-// The nearest of a terminal's eight colours, by name and by number.
+// Returns the number of the nearest of a terminal's eight colours.
 int ColourNumber(Colour colour) {
     const auto bright = [&](unsigned shift) { return (static_cast<unsigned>(colour) >> shift & 0xFFU) >= 0x80; };
     return (bright(0) ? 1 : 0) + (bright(8) ? 2 : 0) + (bright(16) ? 4 : 0);
@@ -62,24 +63,29 @@ char* ColourName(int number) {
     return names.at(static_cast<std::size_t>(number)).data();
 }
 
-struct sigaction resizeHandler {};
-
-// The mouse support of newt takes its watch for a new screen size away at the end of each run of a form.
-void WatchResize() {
-    sigaction(SIGWINCH, &resizeHandler, nullptr);
+// Returns the distance between two buttons in the direction of an arrow key; 0 or less if `to` isn't in that direction.
+std::int32_t Distance(int key, const Rectangle& from, const Rectangle& to) {
+    switch (key) {
+        case NEWT_KEY_LEFT:
+            return from.top == to.top ? from.left - to.left : 0;
+        case NEWT_KEY_RIGHT:
+            return from.top == to.top ? to.left - from.left : 0;
+        case NEWT_KEY_UP:
+            return from.left == to.left ? from.top - to.top : 0;
+        case NEWT_KEY_DOWN:
+            return from.left == to.left ? to.top - from.top : 0;
+        default:
+            return 0;
+    }
 }
 
 }  // namespace
 
-void KeepResizeHandler() {
-    sigaction(SIGWINCH, nullptr, &resizeHandler);
-}
-
-NewtForm::NewtForm(const Dialog& dialog, std::optional<std::size_t> focus)
+NewtForm::NewtForm(const Dialog& dialog, std::optional<std::size_t> focus, bool endsProgram)
     : dialog_(dialog), buttons_(ButtonsOf(dialog)), form_(newtForm(nullptr, nullptr, NEWT_FLAG_NOF12)) {
     newtGetScreenSize(&columns_, &rows_);
     roomy_ = columns_ >= 60 && rows_ >= 22;
-    explanationRows_ = dialog.isBox ? 0 : buttons_.empty() ? 1 : 4;
+    toolTipRows_ = dialog.isBox ? 0 : buttons_.empty() ? 1 : 4;
     CreateControls();
     OpenWindow();
     for (const newtComponent control : controls_) {
@@ -88,13 +94,11 @@ NewtForm::NewtForm(const Dialog& dialog, std::optional<std::size_t> focus)
         }
     }
     AddKeys();
-    newtComponentAddCallback(form_, FocusMoved, this);
+    newtComponentAddCallback(form_, OnFocusMoved, this);
     if (!buttons_.empty()) {
         newtFormSetCurrent(form_, controls_[focus.value_or(buttons_.front())]);
     }
-    const std::string keys = buttons_.empty() ? " Pfeile, Bild auf/ab Blättern" : " Tab Wählen  Enter Drücken";
-    const std::string more = buttons_.empty() || !roomy_ ? "" : "  Ziffer, Anfangsbuchstabe Sofort";
-    newtPushHelpLine((keys + (dialog.isBox ? "  Esc Zurück" : "  Esc Ende") + more).c_str());
+    newtPushHelpLine(HelpLine(endsProgram).c_str());
     newtDrawForm(form_);
 }
 
@@ -105,31 +109,41 @@ NewtForm::~NewtForm() {
 }
 
 NewtInput NewtForm::Run() {
-    WatchResize();
-    if (IsOutgrown()) {
+    WatchScreenSize();
+    if (IsScreenResized()) {
         return {NEWT_KEY_RESIZE};
     }
-    ShowExplanation();
-    newtExitStruct end{};
-    newtFormRun(form_, &end);
-    if (end.reason == newtExitStruct::NEWT_EXIT_ERROR) {
-        return {NEWT_KEY_ERROR};
+    ShowToolTip();
+    const int key = NextKey();
+    const bool pressesFocus = key == NEWT_KEY_RETURN || key == ' ';
+    const std::optional<std::size_t> pressed = pressesFocus ? Focus() : ButtonFor(key);
+    if (const auto focus = pressed ? pressed : Neighbour(key)) {
+        newtFormSetCurrent(form_, controls_[*focus]);
+        ShowToolTip();
     }
-    const NewtInput input = end.reason == newtExitStruct::NEWT_EXIT_COMPONENT
-                                ? NewtInput{0, Focus()}
-                                : NewtInput{end.u.key, PressedBy(end.u.key)};
-    if (input.pressed) {
-        newtFormSetCurrent(form_, controls_[*input.pressed]);
-        ShowExplanation();
-    }
-    return input;
+    return {key, pressed};
 }
 
-// The screen may have changed while nobody watched it.
-bool NewtForm::IsOutgrown() const {
+// The size may have changed while newt wasn't watching it.
+bool NewtForm::IsScreenResized() const {
     winsize screen{};
     return ioctl(STDOUT_FILENO, TIOCGWINSZ, &screen) == 0 && screen.ws_col != 0 &&
            (screen.ws_col != columns_ || screen.ws_row != rows_);
+}
+
+// Returns Enter for a pressed button.
+int NewtForm::NextKey() const {
+    // If a key follows Escape within half a second, newt puts it back into the buffer, and then reads the buffer only
+    // after yet another key.
+    int unread = 0;
+    if (SLang_Input_Buffer_Len > 0 && ioctl(STDIN_FILENO, FIONREAD, &unread) == 0 && unread == 0) {
+        return static_cast<int>(SLang_getkey());
+    }
+    newtExitStruct end{};
+    newtFormRun(form_, &end);
+    return end.reason == newtExitStruct::NEWT_EXIT_HOTKEY      ? end.u.key
+           : end.reason == newtExitStruct::NEWT_EXIT_COMPONENT ? NEWT_KEY_RETURN
+                                                               : NEWT_KEY_ERROR;
 }
 
 std::optional<std::size_t> NewtForm::Focus() const {
@@ -138,35 +152,36 @@ std::optional<std::size_t> NewtForm::Focus() const {
     return found == buttons_.end() ? std::nullopt : std::optional(*found);
 }
 
-newtComponent NewtForm::NewButton(std::size_t number) const {
-    std::string caption = ShownText(dialog_.controls[buttons_[number]].design.caption);
+newtComponent NewtForm::CreateButton(std::size_t number) const {
+    std::string caption = DisplayText(dialog_.controls[buttons_[number]].design.caption);
     if (!dialog_.isBox) {
         int columns = 0;
         for (const std::size_t button : buttons_) {
-            columns = std::max(columns, Columns(ShownText(dialog_.controls[button].design.caption)));
+            columns = std::max(columns, Columns(DisplayText(dialog_.controls[button].design.caption)));
         }
         caption = std::to_string(number + 1) + " " + Padded(caption, columns);
     }
     return roomy_ ? newtButton(-1, -1, caption.c_str()) : newtCompactButton(-1, -1, caption.c_str());
 }
 
-// A label as large as its text, up to these rows. A longer text is scrolled.
-newtComponent NewtForm::NewLabel(const DialogControl& label, int rows) const {
-    constexpr int mostColumns = 60;
+// Creates a label of the size of its text. If the text has more than `maxRows` rows, the label scrolls.
+newtComponent NewtForm::CreateLabel(const DialogControl& label, int maxRows) {
+    constexpr int maxColumns = 60;
     constexpr int scrollbarColumns = 2;
-    const int columns = std::min(columns_ - 6, mostColumns);
+    const int columns = std::min(columns_ - 6, maxColumns);
     const std::vector<std::string> lines = Wrapped(label.design.caption, columns);
     const auto height = static_cast<int>(lines.size());
     int width = 0;
     std::ranges::for_each(lines, [&](const std::string& line) { width = std::max(width, Columns(line)); });
-    const bool scrolls = height > rows;
-    const newtComponent box = newtTextbox(-1, -1, scrolls ? columns - scrollbarColumns : width, std::min(height, rows),
-                                          NEWT_FLAG_WRAP | (scrolls ? NEWT_FLAG_SCROLL : 0));
-    newtTextboxSetText(box, ShownText(label.design.caption).c_str());
+    const bool scrolls = height > maxRows;
+    const newtComponent box = newtTextbox(-1, -1, scrolls ? columns - scrollbarColumns : width,
+                                          std::min(height, maxRows), NEWT_FLAG_WRAP | (scrolls ? NEWT_FLAG_SCROLL : 0));
+    scrolls_ = scrolls_ || scrolls;
+    newtTextboxSetText(box, DisplayText(label.design.caption).c_str());
     if (label.background && label.text) {
         const int background = ColourNumber(*label.background);
         const int front = ColourNumber(*label.text);
-        // newt's number for a pair of colours. Each pair has one of its own, so that no dialog changes another's.
+        // Every pair of colours has its own colour set, because all dialogs share the sets.
         const int colours = NEWT_COLORSET_CUSTOM(background * 8 + front);
         newtSetColor(colours, ColourName(front), ColourName(background));
         newtTextboxSetColors(box, colours, colours);
@@ -174,59 +189,61 @@ newtComponent NewtForm::NewLabel(const DialogControl& label, int rows) const {
     return box;
 }
 
-// A label that fills the window up to these rows. The line of its first failure is marked, and scrolled to the middle.
-newtComponent NewtForm::NewReport(const DialogControl& label, int rows) const {
-    const int columns = columns_ - 4;  // frame and margin on both sides
+// Creates a scrolling list of the label's lines. Highlights the first failure and scrolls it to the middle.
+newtComponent NewtForm::CreateReport(const DialogControl& label, int maxRows) {
+    const int columns = columns_ - 4;  // without frame and margins
     char* const background = ColourName(ColourNumber(label.background.value_or(0)));
     char* const text = ColourName(ColourNumber(label.text.value_or(0)));
     newtSetColor(NEWT_COLORSET_LISTBOX, text, background);
     newtSetColor(NEWT_COLORSET_ACTSELLISTBOX, background, text);
-    const newtComponent box = newtListbox(-1, -1, rows, NEWT_FLAG_SCROLL);
+    const newtComponent box = newtListbox(-1, -1, maxRows, NEWT_FLAG_SCROLL);
     const std::vector<std::string> lines = Wrapped(label.design.caption, columns - 3);
     for (const std::string& line : lines) {
         newtListboxAppendEntry(box, line.c_str(), nullptr);
     }
     newtListboxSetWidth(box, columns);
+    scrolls_ = static_cast<int>(lines.size()) > maxRows;
     const auto failure = std::ranges::find_if(
         lines, [](const std::string& line) { return line.find(FailureMark) != std::string::npos; });
     const auto marked = failure == lines.end() ? 0 : static_cast<int>(failure - lines.begin());
-    newtListboxSetCurrent(box, std::min(marked + rows / 2, static_cast<int>(lines.size()) - 1));
+    newtListboxSetCurrent(box, std::min(marked + maxRows / 2, static_cast<int>(lines.size()) - 1));
     newtListboxSetCurrent(box, marked);
     return box;
 }
 
-// The longest label comes last, and has the rows that the others leave.
+// Creates the longest label last and gives it the rows that remain.
 void NewtForm::CreateControls() {
     controls_.resize(dialog_.controls.size());
-    std::multimap<std::size_t, std::size_t> labels;  // by their length
+    std::multimap<std::size_t, std::size_t> labels;  // by length
     for (std::size_t control = 0; control < controls_.size(); ++control) {
         const Control& design = dialog_.controls[control].design;
         if (design.kind == ControlKind::Label && design.visible) {
             labels.emplace(design.caption.size(), control);
         }
     }
-    for (std::size_t number = 0; number < buttons_.size(); ++number) {
-        controls_[buttons_[number]] = NewButton(number);
-    }
-    int left = rows_ - HelpRows - explanationRows_ - FrameRows - (buttons_.empty() ? 0 : roomy_ ? 5 : 1);
+    int remaining = rows_ - HelpRows - toolTipRows_ - FrameRows - (buttons_.empty() ? 0 : roomy_ ? 5 : 1);
     for (const auto& [length, label] : labels) {
         const DialogControl& design = dialog_.controls[label];
-        controls_[label] = dialog_.sizable && design.background ? NewReport(design, std::max(left, 1))
-                                                                : NewLabel(design, std::max(left, 1));
+        const int maxRows = std::max(remaining, 1);
+        const bool isReport = dialog_.sizable && design.background;
+        controls_[label] = isReport ? CreateReport(design, maxRows) : CreateLabel(design, maxRows);
         int width = 0;
         int height = 0;
         newtComponentGetSize(controls_[label], &width, &height);
-        left -= height;
+        remaining -= height;
+    }
+    for (std::size_t number = 0; number < buttons_.size(); ++number) {
+        controls_[buttons_[number]] = CreateButton(number);
     }
 }
 
-// The controls from top to bottom, and side by side those that begin at one height.
-newtGrid NewtForm::Arranged() const {
+// Arranges controls with the same top in a row, and the rows from top to bottom.
+newtGrid NewtForm::ArrangeControls() const {
     std::map<std::int32_t, std::map<std::int32_t, std::size_t>> lines;
     for (std::size_t control = 0; control < controls_.size(); ++control) {
         if (controls_[control] != nullptr) {
-            const Rectangle& place = dialog_.controls[control].design.bounds;
-            lines[place.top][place.left] = control;
+            const Rectangle& bounds = dialog_.controls[control].design.bounds;
+            lines[bounds.top][bounds.left] = control;
         }
     }
     const newtGrid grid = newtCreateGrid(1, static_cast<int>(lines.size()));
@@ -248,15 +265,15 @@ newtGrid NewtForm::Arranged() const {
 }
 
 void NewtForm::OpenWindow() {
-    const newtGrid grid = Arranged();
+    const newtGrid grid = ArrangeControls();
     int width = 0;
     int height = 0;
     newtGridGetSize(grid, &width, &height);
-    const std::string caption = ShownText(dialog_.caption);
+    const std::string caption = DisplayText(dialog_.caption);
     const int margin = dialog_.sizable ? 1 : 2;
     const int columns = std::max(width, std::min(Columns(caption), columns_ - 8)) + 2 * margin;
     const int above = roomy_ && !dialog_.sizable ? 1 : 0;
-    newtOpenWindow((columns_ - columns) / 2, std::max((rows_ - HelpRows - explanationRows_ - height - above) / 2, 1),
+    newtOpenWindow((columns_ - columns) / 2, std::max((rows_ - HelpRows - toolTipRows_ - height - above) / 2, 1),
                    static_cast<unsigned>(columns), static_cast<unsigned>(height + above), caption.c_str());
     newtGridPlace(grid, (columns - width) / 2, above);
     newtGridFree(grid, 1);
@@ -267,14 +284,32 @@ void NewtForm::AddKeys() {
         newtFormAddHotKey(form_, key);
     }
     for (int key = ' ' + 1; key < 0x7F; ++key) {
-        if (PressedBy(key)) {
+        if (ButtonFor(key)) {
+            newtFormAddHotKey(form_, key);
+        }
+    }
+    if (!buttons_.empty()) {  // otherwise the arrow keys scroll
+        for (const int key : {NEWT_KEY_LEFT, NEWT_KEY_RIGHT, NEWT_KEY_UP, NEWT_KEY_DOWN}) {
             newtFormAddHotKey(form_, key);
         }
     }
 }
 
-// A button is pressed by its number and by its first letter.
-std::optional<std::size_t> NewtForm::PressedBy(int key) const {
+// Names the keys that have an effect in this dialog, as far as the screen has room.
+std::string NewtForm::HelpLine(bool endsProgram) const {
+    const bool hasButtons = !buttons_.empty();
+    std::string keys = scrolls_ ? hasButtons ? " Bild auf/ab Blättern " : " Pfeile, Bild auf/ab Blättern " : "";
+    keys += buttons_.size() + (scrolls_ ? 1 : 0) > 1 ? " Tab Wählen " : "";
+    keys += hasButtons ? " Enter Drücken " : "";
+    keys += endsProgram ? " Esc Ende" : " Esc Zurück";
+    if (roomy_ && hasButtons) {
+        keys += dialog_.isBox ? "  Anfangsbuchstabe Sofort" : "  Ziffer, Anfangsbuchstabe Sofort";
+    }
+    return keys;
+}
+
+// Returns the button with this number or first letter.
+std::optional<std::size_t> NewtForm::ButtonFor(int key) const {
     int number = '1';
     for (const std::size_t button : buttons_) {
         const char16_t first = dialog_.controls[button].design.caption.front();
@@ -285,21 +320,36 @@ std::optional<std::size_t> NewtForm::PressedBy(int key) const {
     return std::nullopt;
 }
 
-void NewtForm::FocusMoved(newtComponent /*form*/, void* self) {
-    static_cast<const NewtForm*>(self)->ShowExplanation();
+// Returns the nearest button in the direction of an arrow key.
+std::optional<std::size_t> NewtForm::Neighbour(int key) const {
+    const auto focus = Focus();
+    const auto distance = [&](std::size_t button) {
+        return Distance(key, dialog_.controls[*focus].design.bounds, dialog_.controls[button].design.bounds);
+    };
+    std::optional<std::size_t> nearest;
+    for (const std::size_t button : buttons_) {
+        if (focus && distance(button) > 0 && (!nearest || distance(button) < distance(*nearest))) {
+            nearest = button;
+        }
+    }
+    return nearest;
 }
 
-// What there is to tell of the window, or of the button that has the focus, in the rows above the help line.
-void NewtForm::ShowExplanation() const {
-    std::u16string explanation;
+void NewtForm::OnFocusMoved(newtComponent /*form*/, void* self) {
+    static_cast<const NewtForm*>(self)->ShowToolTip();
+}
+
+// Shows the focused button's tool tip above the help line. A dialog without buttons shows the clipboard's file there.
+void NewtForm::ShowToolTip() const {
+    std::u16string text;
     if (const auto focus = Focus()) {
-        explanation = dialog_.controls[*focus].toolTip;
-    } else if (const auto copied = ClipboardFile()) {
-        explanation = u"Kopiert nach " + copied->u16string();
+        text = dialog_.controls[*focus].toolTip;
+    } else if (const auto clipboard = ClipboardFile()) {
+        text = u"Kopiert nach " + clipboard->u16string();
     }
-    std::vector<std::string> lines = Wrapped(explanation, columns_ - 2);
-    lines.resize(static_cast<std::size_t>(explanationRows_));
-    int row = rows_ - HelpRows - explanationRows_;
+    std::vector<std::string> lines = Wrapped(text, columns_ - 2);
+    lines.resize(static_cast<std::size_t>(toolTipRows_));
+    int row = rows_ - HelpRows - toolTipRows_;
     for (const std::string& line : lines) {
         newtDrawRootText(0, row++, Padded(" " + line, columns_).c_str());
     }

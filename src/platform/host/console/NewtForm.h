@@ -13,49 +13,53 @@ namespace platform::host {
 
 constexpr int KeyInterrupt = 3;  // Ctrl-C
 
-// A key that the form does not know what to do with, or the control whose button was pressed.
 struct NewtInput {
     int key = 0;
-    std::optional<std::size_t> pressed = {};
+    std::optional<std::size_t> pressed = {};  // index of the button pressed by the key
 };
 
-// Remembers how newt, which has just begun, watches the screen's size.
-void KeepResizeHandler();
-
-// A dialog as it is drawn on a screen of one size: its window, its controls, and the lines at the screen's bottom that
-// explain them.
+// A dialog drawn on a screen of one size: its window, its controls, and the lines at the bottom of the screen that
+// describe them.
 class NewtForm {
 public:
-    // `focus` is the control that has the focus at first; without it the first button.
-    NewtForm(const Dialog& dialog, std::optional<std::size_t> focus);
+    // The dialog must outlive the form. `focus` is the button that gets the focus, by default the first one.
+    // `endsProgram` is true if the program ends when the dialog is closed.
+    NewtForm(const Dialog& dialog, std::optional<std::size_t> focus, bool endsProgram);
     ~NewtForm();
     NewtForm(const NewtForm&) = delete;
     NewtForm& operator=(const NewtForm&) = delete;
 
+    // Waits for the next key that isn't about scrolling or the focus. Returns NEWT_KEY_RESIZE if the terminal's size
+    // has changed, NEWT_KEY_ERROR if it has been closed.
     NewtInput Run();
+    // Returns the button that has the focus.
     [[nodiscard]] std::optional<std::size_t> Focus() const;
 
 private:
-    [[nodiscard]] bool IsOutgrown() const;
-    [[nodiscard]] newtComponent NewButton(std::size_t number) const;
-    [[nodiscard]] newtComponent NewLabel(const DialogControl& label, int rows) const;
-    [[nodiscard]] newtComponent NewReport(const DialogControl& label, int rows) const;
+    [[nodiscard]] bool IsScreenResized() const;
+    [[nodiscard]] int NextKey() const;
+    [[nodiscard]] newtComponent CreateButton(std::size_t number) const;
+    [[nodiscard]] newtComponent CreateLabel(const DialogControl& label, int maxRows);
+    [[nodiscard]] newtComponent CreateReport(const DialogControl& label, int maxRows);
     void CreateControls();
-    [[nodiscard]] newtGrid Arranged() const;
+    [[nodiscard]] newtGrid ArrangeControls() const;
     void OpenWindow();
     void AddKeys();
-    [[nodiscard]] std::optional<std::size_t> PressedBy(int key) const;
-    static void FocusMoved(newtComponent form, void* self);
-    void ShowExplanation() const;
+    [[nodiscard]] std::string HelpLine(bool endsProgram) const;
+    [[nodiscard]] std::optional<std::size_t> ButtonFor(int key) const;
+    [[nodiscard]] std::optional<std::size_t> Neighbour(int key) const;
+    static void OnFocusMoved(newtComponent form, void* self);
+    void ShowToolTip() const;
 
     const Dialog& dialog_;
-    const std::vector<std::size_t> buttons_;  // by their numbers, from 0
+    const std::vector<std::size_t> buttons_;  // indexes of the controls, in tab order
     int columns_ = 0;                         // of the screen
     int rows_ = 0;
-    bool roomy_ = false;  // enough room for buttons with a border
-    int explanationRows_ = 0;
+    bool roomy_ = false;    // the screen has room for buttons with borders
+    bool scrolls_ = false;  // a text is longer than its control
+    int toolTipRows_ = 0;
     newtComponent form_;
-    std::vector<newtComponent> controls_;  // null for a hidden one
+    std::vector<newtComponent> controls_;  // null for a hidden control
 };
 
 }  // namespace platform::host

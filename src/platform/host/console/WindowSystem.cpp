@@ -9,19 +9,19 @@
 #include <utility>
 
 #include "platform/host/console/Dialog.h"
-#include "platform/host/console/NewtView.h"
+#include "platform/host/console/Terminal.h"
 
 namespace platform {
 
 namespace {
 
-using host::Act;
 using host::Dialog;
 using host::DialogControl;
+using host::UserAction;
 
 struct HostWindow {
     Dialog dialog;
-    Size outer;  // twips; a frame takes no room
+    Size outer;  // in twips; frames take no space
     WindowEvents events;
     bool visible = false;
 };
@@ -30,60 +30,58 @@ std::map<Handle, HostWindow> windows;
 Handle lastWindow = GetDesktopWindow();
 Handle activeWindow = 0;
 
-HostWindow* WindowOf(Handle window) {
+HostWindow* FindWindow(Handle window) {
     const auto found = windows.find(window);
     return found == windows.end() ? nullptr : &found->second;
 }
 
-bool Shown(Handle window) {
-    const HostWindow* const found = WindowOf(window);
+bool IsVisible(Handle window) {
+    const HostWindow* const found = FindWindow(window);
     return found != nullptr && found->visible;
 }
 
-template <typename Change>
-void WithControl(Handle window, std::size_t control, Change&& change) {
-    if (HostWindow* const found = WindowOf(window); found != nullptr && control < found->dialog.controls.size()) {
-        change(found->dialog.controls[control]);
-    }
+DialogControl* FindControl(Handle window, std::size_t control) {
+    HostWindow* const found = FindWindow(window);
+    return found == nullptr || control >= found->dialog.controls.size() ? nullptr : &found->dialog.controls[control];
 }
 
-// An event is called by a copy, because it may destroy the window that keeps it.
-template <typename Event, typename... Arguments>
-void Tell(Event event, Arguments... arguments) {
-    if (event) {
-        event(arguments...);
+// Takes the handler by value, because it may destroy the window that owns it.
+template <typename Handler, typename... Arguments>
+void InvokeHandler(Handler handler, Arguments... arguments) {
+    if (handler) {
+        handler(arguments...);
     }
 }
 
 void ServeEvents(Handle window) {
-    if (!Shown(window)) {
+    if (!IsVisible(window)) {
         return;
     }
-    const std::unique_ptr<host::DialogView> view = host::DialogShow(WindowOf(window)->dialog);
-    while (Shown(window)) {
-        const Act act = view->Next();
-        switch (act.kind) {
-            case Act::Kind::Click:
-                Tell(WindowOf(window)->events.clicked, act.control);
+    const std::unique_ptr<host::DialogView> view = host::ShowDialog(FindWindow(window)->dialog);
+    while (IsVisible(window)) {
+        const UserAction action = view->Next();
+        switch (action.kind) {
+            case UserAction::Kind::Click:
+                InvokeHandler(FindWindow(window)->events.clicked, action.control);
                 break;
-            case Act::Kind::Close:
+            case UserAction::Kind::Close:
                 WindowDestroy(window);
                 break;
-            case Act::Kind::Resize:
-                WindowOuterSize(window, host::NewtScreenSize().value_or(WindowOuterSize(window)));
-                view->Update(WindowOf(window)->dialog);
+            case UserAction::Kind::Resize:
+                WindowOuterSize(window, host::ScreenSize().value_or(WindowOuterSize(window)));
+                view->Update(FindWindow(window)->dialog);
                 break;
         }
     }
 }
 
-// Gives a window that is shown the focus and tells its owner; any other is passed over.
+// Makes the window the active one if it is visible.
 void Activate(Handle window) {
-    if (!Shown(window)) {
+    if (!IsVisible(window)) {
         return;
     }
     activeWindow = window;
-    Tell(WindowOf(window)->events.activated);
+    InvokeHandler(FindWindow(window)->events.activated);
 }
 
 constexpr std::uint32_t ButtonsMask = 0x0F;
@@ -94,7 +92,7 @@ struct BoxButton {
     std::int32_t answer;
 };
 
-// An icon is a word on its colour.
+// An icon is drawn as a word in colour.
 struct BoxIcon {
     std::uint32_t number;
     const char16_t* word;
@@ -111,7 +109,7 @@ constexpr std::array<BoxIcon, 4> Icons = {{{IconInformation, u"Hinweis", 0xFF000
 Handle WindowCreate(const WindowDesign& design, WindowEvents events) {
     HostWindow window{{design.caption, false, design.sizable, {}}, design.client, std::move(events)};
     if (design.sizable) {
-        window.outer = host::NewtScreenSize().value_or(window.outer);
+        window.outer = host::ScreenSize().value_or(window.outer);
     }
     for (const Control& control : design.controls) {
         window.dialog.controls.push_back({control});
@@ -130,37 +128,45 @@ void WindowShowModal(Handle window) {
     }
 }
 
-// The events' owner may call back while they are released, and finds the window gone.
+// Removes the window before its handlers are destroyed, because their destructors may call back.
 void WindowDestroy(Handle window) noexcept {
     activeWindow = activeWindow == window ? 0 : activeWindow;
     const auto removed = windows.extract(window);
 }
 
 void ControlCaption(Handle window, std::size_t control, const std::u16string& caption) {
-    WithControl(window, control, [&](DialogControl& found) { found.design.caption = caption; });
+    if (auto* const found = FindControl(window, control)) {
+        found->design.caption = caption;
+    }
 }
 
 void ControlToolTip(Handle window, std::size_t control, const std::u16string& text) {
-    WithControl(window, control, [&](DialogControl& found) { found.toolTip = text; });
+    if (auto* const found = FindControl(window, control)) {
+        found->toolTip = text;
+    }
 }
 
 void ControlColours(Handle window, std::size_t control, Colour background, Colour text) {
-    WithControl(window, control, [&](DialogControl& found) {
-        found.background = background;
-        found.text = text;
-    });
+    if (auto* const found = FindControl(window, control)) {
+        found->background = background;
+        found->text = text;
+    }
 }
 
 void ControlVisible(Handle window, std::size_t control, bool visible) {
-    WithControl(window, control, [&](DialogControl& found) { found.design.visible = visible; });
+    if (auto* const found = FindControl(window, control)) {
+        found->design.visible = visible;
+    }
 }
 
 void ControlBounds(Handle window, std::size_t control, const Rectangle& bounds) {
-    WithControl(window, control, [&](DialogControl& found) { found.design.bounds = bounds; });
+    if (auto* const found = FindControl(window, control)) {
+        found->design.bounds = bounds;
+    }
 }
 
 Size WindowOuterSize(Handle window) {
-    const HostWindow* const found = WindowOf(window);
+    const HostWindow* const found = FindWindow(window);
     return found == nullptr ? Size{0, 0} : found->outer;
 }
 
@@ -171,12 +177,11 @@ bool ShutdownBlockReasonCreate(Handle /*window*/, const std::u16string& /*reason
 void ShutdownBlockReasonDestroy(Handle /*window*/) noexcept {
 }
 
-// The size that a window has already is no change, and not told again.
 void WindowOuterSize(Handle window, Size size) {
-    HostWindow* const found = WindowOf(window);
+    HostWindow* const found = FindWindow(window);
     if (found != nullptr && (found->outer.width != size.width || found->outer.height != size.height)) {
         found->outer = size;
-        Tell(found->events.resized);
+        InvokeHandler(found->events.resized);
     }
 }
 
@@ -184,13 +189,13 @@ Handle GetDesktopWindow() {
     return 0x10010;
 }
 
-// Nothing is drawn between two events.
+// Nothing is drawn between two events anyway.
 bool LockWindowUpdate(Handle /*window*/) {
     return true;
 }
 
 bool ShowWindow(Handle window, std::int32_t command) {
-    HostWindow* const found = WindowOf(window);
+    HostWindow* const found = FindWindow(window);
     if (found == nullptr) {
         return false;
     }
@@ -217,7 +222,6 @@ std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& capti
         (type & ButtonsMask) == ButtonsYesNoCancel
             ? std::vector<BoxButton>{{u"Ja", AnswerYes}, {u"Nein", AnswerNo}, {u"Abbrechen", AnswerCancel}}
             : std::vector<BoxButton>{{u"OK", AnswerOk}};
-    std::int32_t place = 0;  // one below the other, and the buttons side by side
     const auto* const icon = std::ranges::find(Icons, type & IconMask, &BoxIcon::number);
     Dialog dialog{caption,
                   true,
@@ -225,14 +229,17 @@ std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& capti
                   {{{ControlKind::Label, icon->word, {}}, {}, icon->background, icon->text},
                    {{ControlKind::Label, text, {0, 1, 0, 0}}}}};
     const std::size_t firstButton = dialog.controls.size();
+    // Only the order of the positions matters: the icon, the text below it, and a row of buttons.
+    std::int32_t left = 0;
     for (const BoxButton& button : buttons) {
-        dialog.controls.push_back({{ControlKind::Button, button.caption, {place++, 2, 0, 0}}});
+        dialog.controls.push_back({{ControlKind::Button, button.caption, {left++, 2, 0, 0}}});
     }
     const Handle owner = activeWindow;
-    const Act act = host::DialogShow(dialog)->Next();
+    const UserAction action = host::ShowDialog(dialog)->Next();
     Activate(owner);
-    // The close box stands for Cancel, or for the one button.
-    return act.kind == Act::Kind::Click ? buttons.at(act.control - firstButton).answer : buttons.back().answer;
+    // The close box means Cancel, or the only button.
+    return action.kind == UserAction::Kind::Click ? buttons.at(action.control - firstButton).answer
+                                                  : buttons.back().answer;
 }
 
 void MessageBeep() {
@@ -241,7 +248,7 @@ void MessageBeep() {
     }
 }
 
-// What is typed waits in its stream until a dialog asks for the next act: nothing is ever pending, and no key is lost.
+// Input waits in its stream until a dialog reads it, so that no event is ever pending.
 void DoEvents() {
 }
 

@@ -15,7 +15,7 @@
 #include "platform/host/Machine.h"
 #include "platform/host/StatusFromErrno.h"
 #include "platform/host/Unicode.h"
-#include "platform/host/console/Dialog.h"
+#include "platform/host/console/Terminal.h"
 #include "platform/host/drive/Drive.h"
 #include "platform/host/process/ClassValue.h"
 #include "platform/host/process/StartedProgram.h"

@@ -3,14 +3,11 @@
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
-#include <termios.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <csignal>
 
-#include "platform/host/console/Dialog.h"
-#include "platform/host/console/NewtView.h"
+#include "platform/host/console/Terminal.h"
 
 extern char** environ;
 
@@ -39,15 +36,7 @@ int Spawn(const ProgramStart& program, bool inTerminal, pid_t& process) {
     }
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
-    posix_spawnattr_setflags(&attributes,
-                             static_cast<short>(POSIX_SPAWN_SETSIGDEF | (inTerminal ? 0 : POSIX_SPAWN_SETPGROUP)));
-    // The program must not inherit the signals that RunInTerminal ignores.
-    sigset_t defaults;
-    sigemptyset(&defaults);
-    sigaddset(&defaults, SIGINT);
-    sigaddset(&defaults, SIGQUIT);
-    posix_spawnattr_setsigdefault(&attributes, &defaults);
-
+    posix_spawnattr_setflags(&attributes, static_cast<short>(inTerminal ? 0 : POSIX_SPAWN_SETPGROUP));
     const int failure = posix_spawn(&process, arguments.front(), &actions, &attributes, arguments.data(), environ);
     posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
@@ -63,23 +52,14 @@ int StartProgram(const ProgramStart& program, pid_t& process) {
     return Spawn(program, false, process);
 }
 
-// While the program runs, this process ignores Ctrl-C and Ctrl-\. Afterwards restores the terminal modes.
 int RunInTerminal(const ProgramStart& program) {
-    NewtSuspend();
-    termios modes{};
-    tcgetattr(STDIN_FILENO, &modes);
-    const auto interrupt = std::signal(SIGINT, SIG_IGN);
-    const auto quit = std::signal(SIGQUIT, SIG_IGN);
+    const SuspendedWindows windows;
     pid_t process = 0;
     const int failure = Spawn(program, true, process);
     if (failure == 0) {
         while (waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
         }
     }
-    std::signal(SIGINT, interrupt);
-    std::signal(SIGQUIT, quit);
-    tcsetattr(STDIN_FILENO, TCSADRAIN, &modes);
-    NewtResume();
     return failure;
 }
 

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/WindowSystem.h"
+
+// The terminal in front of the user.
+namespace platform::host {
+
+// True if standard input and output are the same terminal.
+bool HasTerminal();
+
+// True if windows can be drawn on the terminal.
+bool CanDraw();
+
+// Returns the outer size, in twips, of a window that fills the terminal, or nothing if windows can't be drawn.
+std::optional<Size> ScreenSize();
+
+// Starts and ends drawing. EndScreen restores the terminal, and so does a signal that ends the program before.
+void BeginScreen();
+void EndScreen();
+
+// Clears the screen and adopts the terminal's size.
+void ResizeScreen();
+
+// Makes SIGWINCH interrupt the next wait for a key. newt's mouse support resets that at the end of each wait.
+void WatchScreenSize();
+
+// Hands the terminal to another program for as long as the object exists. Meanwhile ignores SIGINT and SIGQUIT, which
+// come from keys meant for that program. Delays SIGHUP and SIGTERM: if we ended first, the program would lose the
+// terminal, and its user the text being edited.
+class SuspendedWindows {
+public:
+    SuspendedWindows();
+    ~SuspendedWindows();
+    SuspendedWindows(const SuspendedWindows&) = delete;
+    SuspendedWindows& operator=(const SuspendedWindows&) = delete;
+
+private:
+    bool wereDrawn_;
+};
+
+}  // namespace platform::host
