@@ -1,6 +1,5 @@
-// A program that shows one empty window, to measure the start of others by. With a program's command line as its
-// argument it measures instead: starts it several times and prints the median of the milliseconds until its window is
-// shown.
+// Without arguments, shows an empty window, as a baseline for start-up times. Otherwise the arguments are the command
+// line of a program: starts it several times and prints the median time, in milliseconds, until its window is visible.
 
 #include <windows.h>
 
@@ -13,7 +12,7 @@ namespace {
 
 constexpr int Runs = 5;
 
-BOOL CALLBACK ShownWindowFound(HWND window, LPARAM parameter) {
+BOOL CALLBACK StopAtVisibleWindow(HWND window, LPARAM parameter) {
     DWORD process = 0;
     GetWindowThreadProcessId(window, &process);
     if (process != static_cast<DWORD>(parameter) || !IsWindowVisible(window)) {
@@ -23,8 +22,8 @@ BOOL CALLBACK ShownWindowFound(HWND window, LPARAM parameter) {
     return FALSE;
 }
 
-bool ShowsWindow(DWORD process) {
-    return !EnumWindows(ShownWindowFound, static_cast<LPARAM>(process));
+bool HasVisibleWindow(DWORD process) {
+    return !EnumWindows(StopAtVisibleWindow, static_cast<LPARAM>(process));
 }
 
 double Milliseconds() {
@@ -35,7 +34,7 @@ double Milliseconds() {
     return static_cast<double>(now.QuadPart) * 1000 / static_cast<double>(perSecond.QuadPart);
 }
 
-double StartMeasured(std::wstring commandLine) {
+double MeasureStart(std::wstring commandLine) {
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
@@ -44,7 +43,7 @@ double StartMeasured(std::wstring commandLine) {
                         &process)) {
         return -1;
     }
-    while (!ShowsWindow(process.dwProcessId) && WaitForSingleObject(process.hProcess, 1) == WAIT_TIMEOUT) {
+    while (!HasVisibleWindow(process.dwProcessId) && WaitForSingleObject(process.hProcess, 1) == WAIT_TIMEOUT) {
     }
     const double end = Milliseconds();
     TerminateProcess(process.hProcess, 0);
@@ -84,9 +83,9 @@ int wmain(int argumentCount, wchar_t** arguments) {
     }
     std::vector<double> times;
     for (int run = 0; run <= Runs; ++run) {
-        times.push_back(StartMeasured(commandLine));
+        times.push_back(MeasureStart(commandLine));
     }
-    times.erase(times.begin());  // the first start fills caches
+    times.erase(times.begin());  // the first start warms up the caches
     std::sort(times.begin(), times.end());
     std::printf("%.1f\n", times[Runs / 2]);
     return 0;

@@ -1,6 +1,5 @@
-// Imports or exports the tables as the window's buttons do, without the window, so that the operation itself can be
-// timed. The argument is "import", "export", or "bare": the calls of the system that an import is made of and nothing
-// else, for the lines "name=number" of the control file's first table.
+// Runs an operation of the main window without the window, to measure its time. The argument is "import", "export" or
+// "bare". The latter makes only the bare system calls of an import, for the "name=number" lines of the control file.
 
 #include <windows.h>
 
@@ -21,40 +20,41 @@ namespace {
 constexpr const char* Root = "Software\\Vandrel\\Tallora\\V4";
 constexpr const char* Section = "Version\\ForcedVersion";
 
-HKEY Opened(const std::string& path, REGSAM access) {
+HKEY OpenKey(const std::string& path, REGSAM access) {
     HKEY key = nullptr;
     RegOpenKeyExA(HKEY_LOCAL_MACHINE, path.c_str(), 0, access, &key);
     return key;
 }
 
-// A key is opened to be read, and then for the right that the step needs, as the import does.
-HKEY Widened(const std::string& path, REGSAM access) {
-    RegCloseKey(Opened(path, KEY_QUERY_VALUE));
-    return Opened(path, KEY_QUERY_VALUE | access);
+// Opens a key for reading and then reopens it with another right, as an import does.
+HKEY OpenAndWiden(const std::string& path, REGSAM access) {
+    RegCloseKey(OpenKey(path, KEY_QUERY_VALUE));
+    return OpenKey(path, KEY_QUERY_VALUE | access);
 }
 
-bool StoreBare(const std::string& name, DWORD number) {
-    const HKEY root = Widened(Root, KEY_CREATE_SUB_KEY);
+bool StoreEntry(const std::string& name, DWORD number) {
+    const HKEY root = OpenAndWiden(Root, KEY_CREATE_SUB_KEY);
     HKEY created = nullptr;
     RegCreateKeyExA(root, Section, 0, nullptr, 0, KEY_CREATE_SUB_KEY, nullptr, &created, nullptr);
     RegCloseKey(created);
     RegCloseKey(root);
-    const HKEY section = Widened(std::string(Root) + "\\" + Section, KEY_SET_VALUE);
+    const HKEY section = OpenAndWiden(std::string(Root) + "\\" + Section, KEY_SET_VALUE);
     const LSTATUS status =
         RegSetValueExA(section, name.c_str(), 0, REG_DWORD, reinterpret_cast<const BYTE*>(&number), sizeof number);
     RegCloseKey(section);
-    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {  // each entry gives pending messages a turn
+    // An import processes pending messages after each entry.
+    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
         DispatchMessageW(&message);
     }
     return status == ERROR_SUCCESS;
 }
 
-bool ImportBare() {
+bool ImportWithBareCalls() {
     std::ifstream file(platform::AnsiFromText(ControlFilePath));
     bool stored = false;
     for (std::string line; std::getline(file, line);) {
         if (const std::size_t equals = line.find('='); equals != std::string::npos) {
-            stored = StoreBare(line.substr(0, equals), std::stoul(line.substr(equals + 1)));
+            stored = StoreEntry(line.substr(0, equals), std::stoul(line.substr(equals + 1)));
         }
     }
     return stored;
@@ -67,7 +67,7 @@ int main(int argumentCount, char* arguments[]) {
     const std::string_view operation = argumentCount == 2 ? arguments[1] : "";
     ControlFilePath = ControlFilePathGet();
     if (operation == "bare") {
-        return ImportBare() ? 0 : 1;
+        return ImportWithBareCalls() ? 0 : 1;
     }
     const ProductProfileMain mainProfile;
     const ProductProfileReporting reportingProfile;
