@@ -1,3 +1,4 @@
+// Version blocks on the host. A version block is found by its key, without parsing the file's resource directory.
 #include "platform/VersionCalls.h"
 
 #include <algorithm>
@@ -5,20 +6,49 @@
 #include <iterator>
 
 #include "platform/host/drive/Drive.h"
-#include "platform/host/drive/PortableExecutable.h"
 
 namespace platform {
 
 namespace {
 
+// A version block begins with its length, the length of its value and the value's type, of two bytes each. Then follow
+// the key with its terminator in UTF-16, two bytes of padding and the value, VS_FIXEDFILEINFO.
+using namespace std::string_view_literals;
+constexpr std::string_view Key = "V\0S\0_\0V\0E\0R\0S\0I\0O\0N\0_\0I\0N\0F\0O\0\0\0"sv;
+constexpr std::string_view FixedInfoSignature = "\xBD\x04\xEF\xFE";
+constexpr std::size_t KeyOffset = 6;
+constexpr std::size_t FixedInfoOffset = 40;
+constexpr std::size_t FixedInfoSize = 52;
+
+std::size_t BlockLength(std::string_view block) {
+    return static_cast<std::size_t>(static_cast<unsigned char>(block[0]) | static_cast<unsigned char>(block[1]) << 8);
+}
+
+std::string_view FixedInfo(std::string_view block) {
+    const std::string_view info = block.substr(std::min(FixedInfoOffset, block.size()), FixedInfoSize);
+    return info.size() == FixedInfoSize && info.starts_with(FixedInfoSignature) ? info : std::string_view();
+}
+
+std::string_view FindVersionBlock(std::string_view image) {
+    std::size_t key = image.starts_with("MZ") ? image.find(Key, KeyOffset) : std::string_view::npos;
+    for (; key != std::string_view::npos; key = image.find(Key, key + 1)) {
+        const std::string_view rest = image.substr(key - KeyOffset);
+        const std::string_view block = rest.substr(0, BlockLength(rest));
+        if (!FixedInfo(block).empty()) {
+            return block;
+        }
+    }
+    return {};
+}
+
 std::string ReadVersionBlock(const std::string& path) {
-    const host::ResolvedPath place = host::ResolvePath(path);
-    if (!place.IsFile()) {
+    const host::ResolvedPath resolved = host::ResolvePath(path);
+    if (!resolved.IsFile()) {
         return {};
     }
-    std::ifstream file(place.path, std::ios::binary);
+    std::ifstream file(resolved.path, std::ios::binary);
     const std::string image(std::istreambuf_iterator<char>(file), {});
-    return std::string(host::VersionBlock(image));
+    return std::string(FindVersionBlock(image));
 }
 
 }  // namespace
@@ -34,7 +64,7 @@ bool GetFileVersionInfoA(const std::string& path, std::uint32_t /*handle*/, std:
 }
 
 std::span<const char> VerQueryValueA(std::span<const char> block, const std::string& subBlock) {
-    return subBlock == "\\" ? host::FixedVersion({block.data(), block.size()}) : std::span<const char>();
+    return subBlock == "\\" ? FixedInfo({block.data(), block.size()}) : std::span<const char>();
 }
 
 }  // namespace platform
