@@ -38,7 +38,7 @@ Text OneLine(const Text& message) {
     return Trim(line);
 }
 
-Text Failed(const Text& failure) {
+Text FailureMark(const Text& failure) {
     return u"*** " + OneLine(failure) + u" ***";
 }
 
@@ -52,9 +52,9 @@ Text SystemPath(const Text& fileName) {
 }
 
 // The system has no text for many COM statuses.
-Text Description(platform::Status status) {
-    const Text words = platform::StatusText(status);
-    return words.empty() ? u"Automatisierungsfehler " + DecimalText(status) : words;
+Text StatusDescription(platform::Status status) {
+    const Text text = platform::StatusText(status);
+    return text.empty() ? u"Automatisierungsfehler " + DecimalText(status) : text;
 }
 
 // Owns an object of an outside component and releases it on destruction.
@@ -64,7 +64,7 @@ public:
     explicit OwnedObject(const Text& programmaticIdentifier) {
         const platform::Status status = platform::CreateObject(programmaticIdentifier, object_);
         if (status != platform::StatusSuccess) {
-            Raise(status, Description(status));
+            Raise(status, StatusDescription(status));
         }
     }
     ~OwnedObject() { platform::ReleaseObject(object_); }
@@ -126,7 +126,7 @@ void VcoreTest::TestAll() {
     if (allOk_) {
         report_.Value(u"Status", u"OK", {});
     } else {
-        report_.Value(u"Status", u"Error", Failed(u"Es fehlen Vandrel Core Elements!"));
+        report_.Value(u"Status", u"Error", FailureMark(u"Es fehlen Vandrel Core Elements!"));
     }
 }
 
@@ -178,7 +178,7 @@ void VcoreTest::TestSevDta() {
     if (FileFound(text)) {
         text += TestMark;
         if (sevDTA_Init(SystemPath(fileName)) == -1) {
-            text += Failed(u"sevDTA30_Init failed");
+            text += FailureMark(u"sevDTA30_Init failed");
             allOk_ = false;
         } else {
             text += Passed;
@@ -203,7 +203,7 @@ void VcoreTest::TestMazeWalker() {
         text += u"Release(" + TextFrom(FileDateGet(path)) + u")";
     } else {
         allOk_ = false;
-        text += Failed(u"File not Found");
+        text += FailureMark(u"File not Found");
     }
     if (!noAdd) {
         ItemAdd(PathFileName(path), text);
@@ -229,5 +229,5 @@ void VcoreTest::ObjectTest(const ::Text& rowName, const ::Text& fileText, const 
         return Passed;
     }
     allOk_ = false;
-    return Failed(error->description);
+    return FailureMark(error->description);
 }

@@ -17,7 +17,8 @@ public:
     // until the user closes it. The window repeats the check, but the result is that of the first run.
     bool Ok(bool withErrMsg = false);
 
-    // Returns the report of the last run, or an empty string before the first run.
+    // Returns the report, or an empty string before the first run. Rows of a later run replace those with the same
+    // name.
     [[nodiscard]] ::Text Text() const { return report_.Stream(); }
 
     // Resets the result of the last run, but keeps its report.

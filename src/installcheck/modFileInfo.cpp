@@ -63,7 +63,7 @@ Text TypeText(std::uint32_t type) {
 }
 
 // Returns the high and the low word as signed numbers.
-Text WordsText(std::uint32_t words) {
+Text SignedWords(std::uint32_t words) {
     return DecimalText(static_cast<std::int16_t>(words >> 16)) + u"." + DecimalText(static_cast<std::int16_t>(words));
 }
 
@@ -72,5 +72,5 @@ Text WordsText(std::uint32_t words) {
 FileInfo FileInfoGet(const Text& path) {
     const FixedInfo info = FixedInfoGet(platform::AnsiFromText(path));
     return {PathFileName(path), TypeText(NumberAt(info, FileType)),
-            WordsText(NumberAt(info, FileVersionMS)) + u"." + WordsText(NumberAt(info, FileVersionLS)), path};
+            SignedWords(NumberAt(info, FileVersionMS)) + u"." + SignedWords(NumberAt(info, FileVersionLS)), path};
 }

@@ -11,7 +11,8 @@
 #include "platform/Regional.h"
 #include "samples/SampleImage.h"
 
-TEST_CASE_FIXTURE(TestMachine, "A file is there by its own path alone, with the date of its last change") {
+TEST_CASE_FIXTURE(TestMachine,
+                  "FileExists and FileDateGet find a file, but no folder and no path with a trailing backslash") {
     FileContent(ControlFile(), "text");
     const Text path = platform::TextFromAnsi(ControlFile());
     const Text folder = path.substr(0, path.rfind(u'\\'));
@@ -27,7 +28,7 @@ TEST_CASE_FIXTURE(TestMachine, "A file is there by its own path alone, with the 
     CHECK(info.Version == u"0.0.0.0");
 }
 
-TEST_CASE_FIXTURE(TestMachine, "A program's version is told word by word, each with its sign, and its type in words") {
+TEST_CASE_FIXTURE(TestMachine, "FileInfoGet returns the version as signed words and the file type as text") {
     const Text types =
         u"Unbekannt|Anwendung|Dynamic Link Library (DLL)|Geräte Trieber|Schriftart|Virtueller Geräte Treiber||"
         u"Static Library|";

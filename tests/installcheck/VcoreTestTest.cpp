@@ -12,7 +12,7 @@ namespace {
 
 const Text Missing = u"), *** File not Found ***\r\n";
 
-// A machine whose folders of components hold only what a case puts there: files without a version block or any use.
+// A machine without components. A test case adds files that have no version resource and can't be loaded.
 struct ComponentMachine : TestMachine {
     std::string Folder = ControlFile().substr(0, ControlFile().rfind('\\') + 1);
     ProductEntries Products;
@@ -27,7 +27,7 @@ struct ComponentMachine : TestMachine {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(ComponentMachine, "The report of a machine without any component names all of them") {
+TEST_CASE_FIXTURE(ComponentMachine, "The report of a machine without components lists all of them as missing") {
     const std::string folders[] = {"Windows\\System32\\", "Common\\", "Core\\", "Programs\\"};
     Text report = u"Release=16.12.2017-10:16:40\r\n";
     std::string_view section;
@@ -49,19 +49,18 @@ TEST_CASE_FIXTURE(ComponentMachine, "The report of a machine without any compone
     CHECK(check.Text() == first);
 }
 
-TEST_CASE_FIXTURE(ComponentMachine,
-                  "A library that cannot be loaded has not failed to initialise, and an object has failed") {
-    for (const std::string below : {"Windows\\System32\\sevDTA30.dll", "Core\\vcutil1.dll"}) {
-        FileContent(Folder + below, "plain");
+TEST_CASE_FIXTURE(ComponentMachine, "A library that can't be loaded passes, but an object that isn't created fails") {
+    for (const std::string path : {"Windows\\System32\\sevDTA30.dll", "Core\\vcutil1.dll"}) {
+        FileContent(Folder + path, "plain");
     }
     platform::ObjectReference none = 0;
-    const platform::Status refusal = platform::CreateObject(u"VCUTIL1.DebugLog", none);
-    Text words = platform::StatusText(refusal);  // which not every system has
-    words = words.empty() ? u"Automatisierungsfehler " + DecimalText(refusal) : words;
+    const platform::Status status = platform::CreateObject(u"VCUTIL1.DebugLog", none);
+    Text text = platform::StatusText(status);  // the host has none
+    text = text.empty() ? u"Automatisierungsfehler " + DecimalText(status) : text;
     VcoreTest check;
     CHECK_FALSE(check.Ok());
     CHECK(check.Text().find(u"), Test=Ok\r\n") != Text::npos);
-    CHECK(check.Text().find(u"), Test=*** " + words + u" ***\r\n") != Text::npos);
+    CHECK(check.Text().find(u"), Test=*** " + text + u" ***\r\n") != Text::npos);
     CHECK(LastError().Number() == 0);
 
     Environment("SystemRoot", {});

@@ -5,7 +5,7 @@
 #include "platform/WindowSystem.h"
 #include "platform/windows/Win32.h"
 
-TEST_CASE("A fixed window ignores a maximised start, and WindowShowModal rethrows a handler's exception once") {
+TEST_CASE("A fixed window opens at its own size, and a handler's exception is rethrown once") {
     HWND window = nullptr;
     const auto fail = [] { throw std::runtime_error("event"); };
     const auto click = [&] { ::PostMessageW(::GetWindow(window, GW_CHILD), BM_CLICK, 0, 0); };
@@ -26,11 +26,11 @@ TEST_CASE("A fixed window ignores a maximised start, and WindowShowModal rethrow
     }
 }
 
-TEST_CASE("ClipboardSet adds the system locale, which determines the code page of the text") {
+TEST_CASE("ClipboardSet sets the system locale as the locale of the text") {
     CHECK(platform::ClipboardSet("text", platform::ClipboardText));
     REQUIRE(::OpenClipboard(nullptr));
-    CHECK(::EnumClipboardFormats(0) ==
-          CF_LOCALE);  // set by the program: one that Windows adds would come after the text
+    // A locale that Windows adds comes after the text.
+    CHECK(::EnumClipboardFormats(0) == CF_LOCALE);
     const auto* const locale = static_cast<const LCID*>(::GlobalLock(::GetClipboardData(CF_LOCALE)));
     REQUIRE(locale != nullptr);
     CHECK(*locale == ::GetSystemDefaultLCID());

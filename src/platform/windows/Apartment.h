@@ -2,8 +2,8 @@
 
 namespace platform::windows {
 
-// Initialises COM on this thread, if that hasn't been done yet. COM stays initialised until the process ends. The shell
-// functions need it too.
+// Initialises COM, which the shell functions need too, on the calling thread. COM stays initialised until the process
+// ends.
 void ApartmentEnter();
 
 }  // namespace platform::windows

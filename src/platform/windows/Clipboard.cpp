@@ -65,7 +65,7 @@ bool ClipboardClear() {
 // Sets the locale of the text as well. Otherwise Windows derives it from the keyboard layout, and programs would decode
 // the text with that locale's code page.
 bool ClipboardSet(const std::string& text, std::uint32_t format) {
-    const LCID locale = ::GetSystemDefaultLCID();  // its ANSI code page is the system code page
+    const LCID locale = ::GetSystemDefaultLCID();  // its code page is the system code page, except for UTF-8
     Clipboard clipboard;
     return clipboard.Clear() && clipboard.Add(CF_LOCALE, {reinterpret_cast<const char*>(&locale), sizeof locale}) &&
            clipboard.Add(format, {text.c_str(), text.size() + 1});

@@ -12,8 +12,8 @@ namespace platform::windows {
 std::string SystemFolder();
 
 // Removes the current folder from the library search and, on Windows 10 version 1607 and later, makes the system folder
-// win over the program's folder for every library loaded from now on. Apart from that, libraries are found as in any
-// other program, so that outside components load here as they do in the suite.
+// take precedence over the program's folder for every library loaded from now on. Apart from that, libraries are found
+// as in any other program, so that outside components load here as they do in the suite.
 void ProtectLibrarySearch();
 
 // Returns the function `name` of version.dll, or null if it is unavailable. Loads the library on first use: it isn't

@@ -111,7 +111,7 @@ void WindowOuterSize(Handle window, Size size) {
                    windows::PixelsFromTwips(size.height), SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
-// The reason is shown by Windows. That the window refuses is up to the window itself.
+// Windows only displays the reason; the window itself has to refuse WM_QUERYENDSESSION.
 bool ShutdownBlockReasonCreate(Handle window, const std::u16string& reason) {
     if (const auto found = WindowObject(window)) {
         found->ShutdownBlocked(true);
