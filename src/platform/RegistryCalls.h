@@ -7,18 +7,18 @@
 
 #include "platform/Handle.h"
 
-// The registry. Names and text data are bytes in the system's 8-bit code page. Key and value names are found without
-// regard to case and kept as first spelled. A path's levels are parted by "\". Every call returns the system's status;
-// an output argument is set only on StatusSuccess unless its comment says otherwise.
+// The registry. Names and string data are bytes in the system's 8-bit code page. Key and value names are
+// case-insensitive and keep their first spelling. The levels of a path are separated by "\". Every call returns the
+// system's status; an output argument is set only on StatusSuccess unless its comment says otherwise.
 namespace platform {
 
-// Predefined root handles, as the system's headers number them. They need no open and ignore a close.
+// Predefined root handles, as numbered in the system's headers. They are always open, and closing one has no effect.
 inline constexpr Handle KeyClassesRoot = static_cast<Handle>(0x80000000U);
 inline constexpr Handle KeyCurrentUser = static_cast<Handle>(0x80000001U);
 inline constexpr Handle KeyLocalMachine = static_cast<Handle>(0x80000002U);
 inline constexpr Handle KeyUsers = static_cast<Handle>(0x80000003U);
 
-// Rights of an open key; a handle has those it was opened with and no others.
+// Rights of an open key. A handle has exactly the rights it was opened with.
 inline constexpr std::int32_t KeyQueryValue = 1;
 inline constexpr std::int32_t KeySetValue = 2;
 inline constexpr std::int32_t KeyCreateSubKey = 4;
@@ -30,42 +30,54 @@ inline constexpr std::uint32_t RegSz = 1;
 inline constexpr std::uint32_t RegExpandSz = 2;
 inline constexpr std::uint32_t RegBinary = 3;
 inline constexpr std::uint32_t RegDword = 4;
+inline constexpr std::uint32_t RegMultiSz = 7;
 
-// Opens `subKey` below `key` with the rights of `access`; an empty `subKey` opens `key` itself. `opened` is 0 on any
-// failure: 2 for a missing key, 5 for a refused right, 6 for a `key` that is no handle.
+// Opens `subKey` below `key` with the rights in `access`. If `subKey` is empty, opens `key` itself. On failure sets
+// `opened` to 0 and returns 2 if the key is missing, 5 if a right is denied, 6 if `key` isn't a valid handle.
 Status RegOpenKeyExA(Handle key, const std::string& subKey, std::uint32_t options, std::int32_t access, Handle& opened);
 
-// Closes an open key; 6 for a number that is no handle.
+// Closes an open key. Returns 6 if `key` isn't a valid handle.
 Status RegCloseKey(Handle key) noexcept;
 
-// Opens `subKey` below `key` with the rights of `access` and creates every level that is missing. `disposition` is 1
-// when the key was created and 2 when it was there.
+// Opens `subKey` below `key` with the rights in `access` after creating all missing levels. Sets `disposition` to 1 if
+// the key was created, to 2 if it existed.
 Status RegCreateKeyExA(Handle key, const std::string& subKey, const std::string& className, std::uint32_t options,
                        std::int32_t access, Handle& created, std::uint32_t& disposition);
 
-// Deletes the key `subKey` with its values: 2 when it is missing, 5 when it has subkeys or the right is refused.
+// Deletes the key `subKey` and its values. Returns 2 if the key is missing, 5 if it has subkeys or the right is denied.
 Status RegDeleteKeyA(Handle key, const std::string& subKey);
 
-// Deletes the value `name`, the empty text for the unnamed one: 2 when it is missing.
+// Deletes the value `name`; an empty name is the unnamed value. Returns 2 if the value is missing.
 Status RegDeleteValueA(Handle key, const std::string& name);
 
-// The name of the subkey with the number `index`, from 0. `nameSize` is the buffer's size on the way in, and the name's
-// length without its terminator on the way out. 259 behind the last subkey, 234 when name and terminator do not fit.
+// Copies the name of the subkey at `index` (from 0) to `name`. `nameSize` is the buffer size on input and the length of
+// the name, without its terminator, on output. Returns 259 if `index` is past the last subkey, 234 if the buffer is too
+// small for the name and its terminator.
 Status RegEnumKeyExA(Handle key, std::int32_t index, std::span<char> name, std::uint32_t& nameSize,
                      std::span<char> className, std::uint32_t& classSize);
 
-// The same for the value with the number `index`, with its type and data. `dataSize` counts bytes, on the way in and
-// out.
+// Does the same for the value at `index`, and returns its type and data. `dataSize` counts bytes on input and output.
 Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::uint32_t& nameSize, std::uint32_t& type,
                      std::span<char> data, std::uint32_t& dataSize);
 
-// Type and data of the value `name`. `dataSize` is the buffer's size on the way in and the number of bytes stored on
-// the way out, for a text its terminator included; it is set on 234 too. 2 for a missing value.
+// Returns the type and data of the value `name`. `dataSize` is the buffer size on input and the number of stored bytes,
+// including a string's terminator, on output; it is also set if the call returns 234. Returns 2 if the value is
+// missing.
 Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type, std::span<char> data,
                         std::uint32_t& dataSize);
 
-// Stores a value. A text (RegSz, RegExpandSz) handed over without its terminator is stored with one; a text
-// of no bytes at all is stored as such.
+// Stores a value as StoredData returns it.
 Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, std::string_view data);
+
+// Returns the bytes to store for a value: appends the terminator that a string (RegSz, RegExpandSz) lacks, unless the
+// string has no bytes at all.
+inline std::string StoredData(std::uint32_t type, std::string_view data) {
+    const bool isText = type == RegSz || type == RegExpandSz;
+    std::string bytes(data);
+    if (isText && !bytes.empty() && bytes.back() != '\0') {
+        bytes += '\0';
+    }
+    return bytes;
+}
 
 }  // namespace platform

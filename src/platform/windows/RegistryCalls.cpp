@@ -113,11 +113,9 @@ Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type
 }
 
 Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, std::string_view data) {
-    const bool isString = type == RegSz || type == RegExpandSz;
-    const std::string bytes(data);  // c_str() adds the terminator
-    const bool terminate = isString && !bytes.empty() && bytes.back() != '\0';
-    return ::RegSetValueExA(KeyOf(key), name.c_str(), 0, type, reinterpret_cast<const BYTE*>(bytes.c_str()),
-                            static_cast<DWORD>(bytes.size() + (terminate ? 1 : 0)));
+    const std::string bytes = StoredData(type, data);
+    return ::RegSetValueExA(KeyOf(key), name.c_str(), 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
+                            static_cast<DWORD>(bytes.size()));
 }
 
 }  // namespace platform

@@ -1,8 +1,6 @@
 #include "platform/host/process/ClassValue.h"
 
-#include <cstring>
-#include <optional>
-
+#include "platform/Bytes.h"
 #include "platform/Process.h"
 #include "platform/RegistryCalls.h"
 
@@ -15,18 +13,19 @@ struct ClassValue {
     std::string data;
 };
 
-std::optional<ClassValue> ReadValue(const std::string& key, const std::string& name) {
+Status ReadValue(const std::string& key, const std::string& name, ClassValue& value) {
     constexpr std::uint32_t longestCommandLine = 32767;
     Handle opened = 0;
-    if (RegOpenKeyExA(KeyClassesRoot, key, 0, KeyQueryValue, opened) != StatusSuccess) {
-        return {};
+    Status status = RegOpenKeyExA(KeyClassesRoot, key, 0, KeyQueryValue, opened);
+    if (status != StatusSuccess) {
+        return status;
     }
-    ClassValue value{RegNone, std::string(longestCommandLine, '\0')};
+    value.data.resize(longestCommandLine);
     std::uint32_t size = longestCommandLine;
-    const Status status = RegQueryValueExA(opened, name, value.type, value.data, size);
+    status = RegQueryValueExA(opened, name, value.type, value.data, size);
     RegCloseKey(opened);
-    value.data.resize(size);
-    return status == StatusSuccess ? std::optional(value) : std::nullopt;
+    value.data.resize(status == StatusSuccess ? size : 0);
+    return status;
 }
 
 // Replaces each "%NAME%" by the variable's value. Unset variables remain as they are, and so does "%1".
@@ -48,22 +47,26 @@ std::string ExpandVariables(const std::string& text) {
 
 }  // namespace
 
-std::string ClassText(const std::string& key) {
-    const std::optional<ClassValue> value = ReadValue(key, "");
-    if (!value || (value->type != RegSz && value->type != RegExpandSz)) {
-        return {};
+Status ClassText(const std::string& key, std::string& text) {
+    text.clear();
+    ClassValue value;
+    if (const Status status = ReadValue(key, "", value); status != StatusSuccess) {
+        return status;
     }
-    const std::string text = value->data.substr(0, value->data.find('\0'));
-    return value->type == RegExpandSz ? ExpandVariables(text) : text;
+    if (value.type != RegSz && value.type != RegExpandSz) {
+        return StatusFileNotFound;
+    }
+    text = value.data.substr(0, value.data.find('\0'));
+    if (value.type == RegExpandSz) {
+        text = ExpandVariables(text);
+    }
+    return StatusSuccess;
 }
 
 std::uint32_t ClassNumber(const std::string& key, const std::string& name) {
-    const std::optional<ClassValue> value = ReadValue(key, name);
-    std::uint32_t number = 0;
-    if (value && value->type == RegDword && value->data.size() == sizeof number) {
-        std::memcpy(&number, value->data.data(), sizeof number);
-    }
-    return number;
+    ClassValue value;
+    const Status status = ReadValue(key, name, value);
+    return status == StatusSuccess && value.type == RegDword ? NumberFromBytes(value.data) : 0;
 }
 
 }  // namespace platform::host

@@ -3,11 +3,13 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/Handle.h"
+
 namespace platform::host {
 
-// Returns the default value of a key below HKEY_CLASSES_ROOT, with the environment variables of a RegExpandSz expanded.
-// Returns an empty string if the value is missing or isn't a string.
-std::string ClassText(const std::string& key);
+// Reads the default value of a key below HKEY_CLASSES_ROOT, with the environment variables of a RegExpandSz expanded.
+// On failure sets `text` to an empty string and returns 2 if the value is missing or isn't a string.
+Status ClassText(const std::string& key, std::string& text);
 
 // Returns a named RegDword of a key below HKEY_CLASSES_ROOT, or 0 if it is missing or has another type.
 std::uint32_t ClassNumber(const std::string& key, const std::string& name);

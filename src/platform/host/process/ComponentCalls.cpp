@@ -31,17 +31,17 @@ constexpr Status ServerNotFound = static_cast<Status>(0x8007007EU);      // HRES
 
 Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReference& object) {
     object = 0;
-    const std::string classIdentifier = host::ClassText(AnsiFromText(programmaticIdentifier) + "\\CLSID");
-    if (classIdentifier.empty()) {
-        Handle classes = 0;
-        const Status status = RegOpenKeyExA(KeyClassesRoot, "", 0, KeyQueryValue, classes);
-        RegCloseKey(classes);
-        return status == StatusSuccess ? InvalidClassString
-                                       : status;  // the class is missing, or the registry can't be read
+    std::string classIdentifier;
+    std::string server;
+    Status status = host::ClassText(AnsiFromText(programmaticIdentifier) + "\\CLSID", classIdentifier);
+    if (status == StatusSuccess) {
+        status = host::ClassText("CLSID\\" + classIdentifier + "\\InprocServer32", server);
     }
-    const std::string server = host::ClassText("CLSID\\" + classIdentifier + "\\InprocServer32");
-    if (server.empty()) {
-        return ClassNotRegistered;
+    if (status == StatusFileNotFound) {
+        return classIdentifier.empty() ? InvalidClassString : ClassNotRegistered;
+    }
+    if (status != StatusSuccess) {
+        return status;
     }
     if (!IsFile(server)) {
         return ServerNotFound;

@@ -118,8 +118,11 @@ std::int32_t ShellExecuteA(Handle /*owner*/, const std::string& /*verb*/, const 
         return document.status < ShellStarted ? document.status : StatusFileNotFound;
     }
     const std::string type = AnsiFromText(host::FromUtf8(fs::path(document.path).extension().native()));
-    const std::string className = type.empty() ? type : host::ClassText(type);
-    const std::string command = className.empty() ? className : host::ClassText(className + "\\shell\\open\\command");
+    std::string className;
+    std::string command;
+    if (!type.empty() && host::ClassText(type, className) == StatusSuccess) {
+        host::ClassText(className + "\\shell\\open\\command", command);
+    }
     if (command.empty()) {
         return ShellNoAssociation;
     }

@@ -2,64 +2,52 @@
 
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
+#include <SQLiteCpp/VariadicBind.h>
 
 #include <cstdint>
 #include <map>
 #include <string>
-#include <string_view>
 
 namespace platform::host {
 
-// An open SQLite database with its prepared statements. What fails throws an SQLite::Exception.
+// An open SQLite database and its prepared statements. Failures are thrown as SQLite::Exception.
 class Database {
 public:
-    // `address` is a URI, or ":memory:"; `flags` are those of sqlite3_open_v2.
-    Database(const std::string& address, int flags);
+    // `flags` are those of sqlite3_open_v2. A call that meets another process' lock waits for `busyMilliseconds`.
+    Database(const std::string& path, int flags, int busyMilliseconds)
+        : connection_(path, flags | SQLite::OPEN_NOMUTEX, busyMilliseconds) {}
 
     [[nodiscard]] SQLite::Database& Connection() { return connection_; }
-    // The statement of this text, which has to be a constant; it is prepared at the first call, and kept.
-    SQLite::Statement& Prepared(const char* text);
+    // Returns the statement `sql`, which must be a constant: it is prepared once and found by its address.
+    SQLite::Statement& Prepared(const char* sql) {
+        return statements_.try_emplace(sql, connection_, sql).first->second;
+    }
 
 private:
     SQLite::Database connection_;
     std::map<const char*, SQLite::Statement> statements_;
 };
 
-// A value as the calls of the registry take it.
-struct TypedBytes {
-    std::uint32_t type;
-    std::string_view bytes;
-};
-
-// One run of a prepared statement, its parameters in the order of their numbers. Of a value's data it stores 32-bit
-// numbers as such and texts as text without their terminator, so that they can be read from outside.
+// Binds the parameters of a prepared statement, and resets the statement at the end of the scope.
 class Query {
 public:
     template <typename... Parameters>
-    Query(Database& database, const char* text, const Parameters&... parameters) : statement_(database.Prepared(text)) {
-        int place = 0;
-        (Bind(++place, parameters), ...);
+    Query(Database& database, const char* sql, const Parameters&... parameters) : statement_(database.Prepared(sql)) {
+        SQLite::bind(statement_, parameters...);
     }
     ~Query() { statement_.tryReset(); }
     Query(const Query&) = delete;
     Query& operator=(const Query&) = delete;
 
-    // False behind the last row.
-    bool Step() { return statement_.executeStep(); }
-    // Makes a change; false when there was nothing to change.
-    bool Run() { return statement_.exec() != 0; }
-    // The columns of the present row, from 0.
-    [[nodiscard]] bool IsNull(int column) const { return statement_.isColumnNull(column); }
-    [[nodiscard]] std::int64_t Number(int column) const { return statement_.getColumn(column); }
-    [[nodiscard]] std::u16string Text(int column) const;
-    // A value's data as the calls of the registry give it.
-    [[nodiscard]] std::string Bytes(int column) const;
+    SQLite::Statement* operator->() { return &statement_; }
+
+    // Binds the data of a registry value. Stores 32-bit numbers as integers and strings as text without their
+    // terminator, so that SQLite's own shell can show them, and any other data as a blob.
+    void BindData(int parameter, std::uint32_t type, const std::string& bytes);
+    // Returns data that BindData stored.
+    [[nodiscard]] std::string Data(int column) const;
 
 private:
-    void Bind(int place, std::int64_t number) { statement_.bind(place, number); }
-    void Bind(int place, const std::u16string& text);
-    void Bind(int place, const TypedBytes& value);
-
     SQLite::Statement& statement_;
 };
 

@@ -3,7 +3,6 @@
 #include <SQLiteCpp/Transaction.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <filesystem>
 #include <map>
 #include <optional>
@@ -13,6 +12,7 @@
 #include "platform/Regional.h"
 #include "platform/host/HandleTable.h"
 #include "platform/host/Machine.h"
+#include "platform/host/Unicode.h"
 #include "platform/host/registry/RegistryFile.h"
 
 namespace platform {
@@ -32,7 +32,8 @@ constexpr Status StatusBadPathName = 161;  // ERROR_BAD_PATHNAME
 constexpr std::size_t LongestKeyName = 255;
 constexpr std::size_t LongestValueName = 16383;
 
-// Each statement is a transaction. It gives no row when its key is gone, and null for what is missing there.
+// Each statement is a transaction. A select returns no row if its key was deleted, and a null for a missing subkey or
+// value.
 constexpr const char* SelectKeyBelow =
     "SELECT found.id FROM key AS start LEFT JOIN key AS found ON found.path = start.path || ?2 WHERE start.id = ?1";
 constexpr const char* InsertSubKey =
@@ -53,21 +54,19 @@ constexpr const char* InsertValue =
     " ON CONFLICT (key, folded) DO UPDATE SET type = excluded.type, data = excluded.data";
 constexpr const char* DeleteValue = "DELETE FROM value WHERE key = ? AND folded = ?";
 
-// The file that the latest call looked at.
-host::RegistryFile* lastFile = nullptr;
+RegistryFailure latestFailure;  // of the latest failed call, for StatusText
 
-// The file of the key, in the folder that is the machine at this moment.
+// Returns the file of the key, in the folder that is the machine at this moment.
 host::RegistryFile& FileOf(const OpenKey& key) {
     static std::filesystem::path machine;
     static std::map<bool, host::RegistryFile> files;
     if (const std::filesystem::path folder = host::MachineFolder(); folder.native() != machine.native()) {
         machine = folder;
         files.clear();
-        files.try_emplace(false, folder / "machine.db", u"HKEY_LOCAL_MACHINE");
-        files.try_emplace(true, folder / "user.db", u"HKEY_CURRENT_USER");
+        files.try_emplace(false, folder / "machine.db", "HKEY_LOCAL_MACHINE");
+        files.try_emplace(true, folder / "user.db", "HKEY_CURRENT_USER");
     }
-    lastFile = &files.at(key.isUsers);
-    return *lastFile;
+    return files.at(key.isUsers);
 }
 
 void RefuseUnless(bool condition, Status status) {
@@ -76,27 +75,19 @@ void RefuseUnless(bool condition, Status status) {
     }
 }
 
-// Runs the steps of a call and gives the status that ended them.
-template <typename Steps>
-Status StatusOf(Steps&& steps) {
-    errno = 0;
-    try {
-        steps();
-        return StatusSuccess;
-    } catch (const RegistryFailure& failure) {
-        return failure.status;
-    } catch (const SQLite::Exception& failure) {
-        return lastFile->StatusOf(failure);
-    }
-}
-
-std::u16string ValueName(const std::string& name, Status refusalOfLongOne) {
-    std::u16string valueName = TextFromAnsi(name.substr(0, name.find('\0')));  // up to its terminator
-    RefuseUnless(valueName.size() <= LongestValueName, refusalOfLongOne);
+// Returns the name up to its terminator. Throws `tooLong` if Windows doesn't allow a name of this length.
+std::u16string ValueName(const std::string& name, Status tooLong) {
+    std::u16string valueName = TextFromAnsi(name.substr(0, name.find('\0')));
+    RefuseUnless(valueName.size() <= LongestValueName, tooLong);
     return valueName;
 }
 
-// The levels of a path, without the empty ones between and behind its "\".
+// Returns the form in which names are compared.
+std::string Folded(const std::u16string& name) {
+    return host::ToUtf8(CharUpperW(name));
+}
+
+// Returns the levels of a path, without empty levels.
 Levels LevelsFrom(const std::string& path) {
     Levels levels;
     std::istringstream names(path.substr(0, path.find('\0')));
@@ -124,7 +115,8 @@ std::optional<OpenKey> RootOf(Handle handle) {
     }
 }
 
-// The key of a handle that has all of `rights`; whether it is still there is not looked at.
+// Returns the key of a handle. Throws 6 if the handle is invalid, 5 if it lacks one of `rights`. The key may have been
+// deleted.
 OpenKey KeyOf(Handle handle, std::int32_t rights) {
     const std::optional<OpenKey> root = RootOf(handle);
     const OpenKey* const key = root ? &*root : host::HandleFindAs<OpenKey>(handle);
@@ -133,27 +125,47 @@ OpenKey KeyOf(Handle handle, std::int32_t rights) {
     return *key;
 }
 
-// The key at `levels` below `start`, 0 when it is missing.
-std::int64_t KeyBelow(Database& database, std::int64_t start, std::span<const std::u16string> levels) {
-    std::u16string path;
-    for (const std::u16string& level : levels) {
-        path += u'\\' + CharUpperW(level);
+// Runs the steps of a call on `handle` and returns the status of the failure that ended them, or success.
+template <typename Steps>
+Status RunCall(Handle handle, const Steps& steps) {
+    try {
+        steps();
+        return StatusSuccess;
+    } catch (const RegistryFailure& failure) {
+        latestFailure = failure;
+    } catch (const SQLite::Exception& exception) {
+        latestFailure = FileOf(KeyOf(handle, 0)).FailureFrom(exception);
     }
-    Query query(database, SelectKeyBelow, start, path);
-    RefuseUnless(query.Step(), StatusKeyDeleted);
-    return query.Number(0);
+    return latestFailure.status;
 }
 
-// The key that `path` leads to from a handle, which needs no rights; key 0 when it is missing.
-OpenKey FoundKey(Handle handle, const std::string& path) {
+// Returns the id of the key at `levels` below `start`, or 0 if it is missing. Throws 1018 if `start` was deleted.
+std::int64_t KeyBelow(Database& database, std::int64_t start, std::span<const std::u16string> levels) {
+    std::string path;
+    for (const std::u16string& level : levels) {
+        path += '\\' + Folded(level);
+    }
+    Query query(database, SelectKeyBelow, start, path);
+    RefuseUnless(query->executeStep(), StatusKeyDeleted);
+    return query->getColumn(0);
+}
+
+// Returns the key at `path` below the handle's key, with id 0 if it is missing. The handle needs no rights.
+OpenKey FindKey(Handle handle, const std::string& path) {
     OpenKey key = KeyOf(handle, 0);
     key.key = KeyBelow(FileOf(key).ForReading(), key.key, LevelsFrom(path));
     RefuseUnless(!path.starts_with('\\') || handle == KeyClassesRoot, StatusBadPathName);
     return key;
 }
 
-// The key at `levels` below `start`, with every level made that is missing.
-OpenKey CreatedKey(OpenKey start, const Levels& levels) {
+OpenKey FindExistingKey(Handle handle, const std::string& path) {
+    const OpenKey key = FindKey(handle, path);
+    RefuseUnless(key.key != 0, StatusFileNotFound);
+    return key;
+}
+
+// Creates all missing levels below `start` in one transaction and returns the last one.
+OpenKey CreateKey(OpenKey start, const Levels& levels) {
     RefuseUnless(std::ranges::all_of(levels, [](const auto& level) { return level.size() <= LongestKeyName; }),
                  StatusInvalidParameter);
     Database& database = FileOf(start).ForWriting();
@@ -163,7 +175,7 @@ OpenKey CreatedKey(OpenKey start, const Levels& levels) {
         start.key = KeyBelow(database, parent, {&level, 1});
         if (start.key == 0) {
             RefuseUnless(parent != host::UsersKey, StatusAccessDenied);
-            Query(database, InsertSubKey, parent, level, u'\\' + CharUpperW(level)).Run();
+            Query(database, InsertSubKey, parent, host::ToUtf8(level), '\\' + Folded(level))->exec();
             start.key = database.Connection().getLastInsertRowid();
         }
     }
@@ -171,22 +183,26 @@ OpenKey CreatedKey(OpenKey start, const Levels& levels) {
     return start;
 }
 
-Handle OpenedHandle(const OpenKey& key, std::int32_t access) {
+// Returns a new handle of the key with exactly the rights in `access`.
+Handle OpenHandle(const OpenKey& key, std::int32_t access) {
     if ((access & (KeySetValue | KeyCreateSubKey)) != 0) {
-        RefuseUnless(key.key != host::UsersKey && FileOf(key).IsWritable(), StatusAccessDenied);
+        RefuseUnless(key.key != host::UsersKey, StatusAccessDenied);
+        FileOf(key).RequireWritable();
     }
     return host::HandleAdd(OpenKey{key.isUsers, key.key, access});
 }
 
-void DeliverData(const std::string& data, std::span<char> buffer, std::uint32_t& size) {
-    const std::size_t room = std::min<std::size_t>(size, buffer.size());
+// Copies a value's data to the caller's buffer and its size to `size`. Throws 234 if the buffer is too small.
+void CopyData(const std::string& data, std::span<char> buffer, std::uint32_t& size) {
+    const std::size_t capacity = std::min<std::size_t>(size, buffer.size());
     size = static_cast<std::uint32_t>(data.size());
-    RefuseUnless(data.size() <= room, StatusMoreData);
+    RefuseUnless(data.size() <= capacity, StatusMoreData);
     std::ranges::copy(data, buffer.begin());
 }
 
-void DeliverName(const std::u16string& name, std::span<char> buffer, std::uint32_t& size) {
-    const std::string bytes = AnsiFromText(name);
+// Copies a name and its terminator to the caller's buffer, and the length of the name to `size`.
+void CopyName(const std::string& name, std::span<char> buffer, std::uint32_t& size) {
+    const std::string bytes = AnsiFromText(host::FromUtf8(name));
     RefuseUnless(bytes.size() < std::min<std::size_t>(size, buffer.size()), StatusMoreData);
     *std::ranges::copy(bytes, buffer.begin()).out = '\0';
     size = static_cast<std::uint32_t>(bytes.size());
@@ -197,11 +213,7 @@ void DeliverName(const std::u16string& name, std::span<char> buffer, std::uint32
 Status RegOpenKeyExA(Handle key, const std::string& subKey, std::uint32_t /*options*/, std::int32_t access,
                      Handle& opened) {
     opened = 0;
-    return StatusOf([&] {
-        const OpenKey found = FoundKey(key, subKey);
-        RefuseUnless(found.key != 0, StatusFileNotFound);
-        opened = OpenedHandle(found, access);
-    });
+    return RunCall(key, [&] { opened = OpenHandle(FindExistingKey(key, subKey), access); });
 }
 
 Status RegCloseKey(Handle key) noexcept {
@@ -214,91 +226,84 @@ Status RegCreateKeyExA(Handle key, const std::string& subKey, const std::string&
     constexpr std::uint32_t createdNew = 1;
     constexpr std::uint32_t openedExisting = 2;
     created = 0;
-    return StatusOf([&] {
-        const OpenKey found = FoundKey(key, subKey);
-        created = OpenedHandle(found.key != 0 ? found : CreatedKey(KeyOf(key, 0), LevelsFrom(subKey)), access);
+    return RunCall(key, [&] {
+        const OpenKey found = FindKey(key, subKey);
+        created = OpenHandle(found.key != 0 ? found : CreateKey(KeyOf(key, 0), LevelsFrom(subKey)), access);
         disposition = found.key != 0 ? openedExisting : createdNew;
     });
 }
 
 Status RegDeleteKeyA(Handle key, const std::string& subKey) {
-    return StatusOf([&] {
-        const OpenKey found = FoundKey(key, subKey);
-        RefuseUnless(found.key != 0, StatusFileNotFound);
+    return RunCall(key, [&] {
+        const OpenKey found = FindExistingKey(key, subKey);
         Database& database = FileOf(found).ForWriting();
-        RefuseUnless(found.key > host::ClassesKey && Query(database, DeleteKeyWithoutSubKeys, found.key).Run(),
-                     StatusAccessDenied);
+        if (found.key <= host::ClassesKey || Query(database, DeleteKeyWithoutSubKeys, found.key)->exec() == 0) {
+            FindExistingKey(key, subKey);  // another process may have deleted it
+            throw RegistryFailure{StatusAccessDenied};
+        }
     });
 }
 
 Status RegDeleteValueA(Handle key, const std::string& name) {
-    return StatusOf([&] {
-        const std::u16string folded = CharUpperW(ValueName(name, StatusFileNotFound));
+    return RunCall(key, [&] {
+        const std::string folded = Folded(ValueName(name, StatusFileNotFound));
         const OpenKey open = KeyOf(key, KeySetValue);
         Database& database = FileOf(open).ForWriting();
         KeyBelow(database, open.key, {});
-        RefuseUnless(Query(database, DeleteValue, open.key, folded).Run(), StatusFileNotFound);
+        RefuseUnless(Query(database, DeleteValue, open.key, folded)->exec() != 0, StatusFileNotFound);
     });
 }
 
 Status RegEnumKeyExA(Handle key, std::int32_t index, std::span<char> name, std::uint32_t& nameSize,
                      std::span<char> className, std::uint32_t& classSize) {
-    return StatusOf([&] {
+    return RunCall(key, [&] {
         const OpenKey open = KeyOf(key, KeyEnumerateSubKeys);
         Query subKey(FileOf(open).ForReading(), SelectSubKeyAt, open.key, index);
-        RefuseUnless(subKey.Step(), StatusKeyDeleted);
-        RefuseUnless(index >= 0 && !subKey.IsNull(0), StatusNoMoreItems);
-        DeliverName({}, className, classSize);  // no key of the host has a class
-        DeliverName(subKey.Text(0), name, nameSize);
+        RefuseUnless(subKey->executeStep(), StatusKeyDeleted);
+        RefuseUnless(index >= 0 && !subKey->isColumnNull(0), StatusNoMoreItems);
+        CopyName({}, className, classSize);  // keys on the host have no class
+        CopyName(subKey->getColumn(0), name, nameSize);
     });
 }
 
 Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::uint32_t& nameSize, std::uint32_t& type,
                      std::span<char> data, std::uint32_t& dataSize) {
-    return StatusOf([&] {
+    return RunCall(key, [&] {
         const OpenKey open = KeyOf(key, KeyQueryValue);
         Query value(FileOf(open).ForReading(), SelectValueAt, open.key, index);
-        RefuseUnless(value.Step(), StatusKeyDeleted);
-        RefuseUnless(index >= 0 && !value.IsNull(0), StatusNoMoreItems);
-        DeliverData(value.Bytes(1), data, dataSize);
-        DeliverName(value.Text(2), name, nameSize);
-        type = static_cast<std::uint32_t>(value.Number(0));
+        RefuseUnless(value->executeStep(), StatusKeyDeleted);
+        RefuseUnless(index >= 0 && !value->isColumnNull(0), StatusNoMoreItems);
+        CopyData(value.Data(1), data, dataSize);
+        CopyName(value->getColumn(2), name, nameSize);
+        type = value->getColumn(0);
     });
 }
 
 Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type, std::span<char> data,
                         std::uint32_t& dataSize) {
-    return StatusOf([&] {
-        const std::u16string folded = CharUpperW(ValueName(name, StatusFileNotFound));
+    return RunCall(key, [&] {
+        const std::string folded = Folded(ValueName(name, StatusFileNotFound));
         const OpenKey open = KeyOf(key, KeyQueryValue);
         Query value(FileOf(open).ForReading(), SelectValue, open.key, folded);
-        RefuseUnless(value.Step(), StatusKeyDeleted);
-        RefuseUnless(!value.IsNull(0), StatusFileNotFound);
-        DeliverData(value.Bytes(1), data, dataSize);
-        type = static_cast<std::uint32_t>(value.Number(0));
+        RefuseUnless(value->executeStep(), StatusKeyDeleted);
+        RefuseUnless(!value->isColumnNull(0), StatusFileNotFound);
+        CopyData(value.Data(1), data, dataSize);
+        type = value->getColumn(0);
     });
 }
 
 Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, std::string_view data) {
-    return StatusOf([&] {
+    return RunCall(key, [&] {
         const std::u16string valueName = ValueName(name, StatusInvalidParameter);
         const OpenKey open = KeyOf(key, KeySetValue);
-        Query query(FileOf(open).ForWriting(), InsertValue, open.key, valueName, CharUpperW(valueName), type,
-                    host::TypedBytes{type, data});
-        RefuseUnless(query.Run(), StatusKeyDeleted);
+        Query query(FileOf(open).ForWriting(), InsertValue, open.key, host::ToUtf8(valueName), Folded(valueName), type);
+        query.BindData(5, type, StoredData(type, data));
+        RefuseUnless(query->exec() != 0, StatusKeyDeleted);
     });
 }
 
 std::u16string host::RegistryStatusText(Status status) {
-    const std::u16string file = lastFile == nullptr ? std::u16string() : lastFile->Path().u16string();
-    switch (status) {
-        case StatusDatabaseDamaged:
-            return u"Die Registrierungsdatei \"" + file + u"\" ist beschädigt oder keine Registrierung.";
-        case StatusBusy:
-            return u"Die Registrierungsdatei \"" + file + u"\" wird von einem anderen Programm gesperrt.";
-        default:
-            return {};
-    }
+    return status == latestFailure.status ? latestFailure.description : std::u16string();
 }
 
 }  // namespace platform

@@ -5,10 +5,9 @@
 #include <sqlite3.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <string_view>
 #include <system_error>
+#include <tuple>
 #include <utility>
 
 #include "platform/host/StatusFromErrno.h"
@@ -17,8 +16,12 @@ namespace platform::host {
 
 namespace {
 
-// Numbers of keys are not used again (AUTOINCREMENT), so that a handle of a deleted key is known. Paths, from "\\" on,
-// and folded names are in capital letters, for comparing and ordering. The view is for those who look in from outside.
+constexpr Status StatusBusy = 170;              // ERROR_BUSY
+constexpr Status StatusDatabaseDamaged = 1009;  // ERROR_BADDB
+
+// AUTOINCREMENT keeps key ids unique for ever, so that a handle of a deleted key is recognised. The columns `path`
+// (from the first "\" on) and `folded` are uppercase, for comparing and sorting. The view is for people who look at the
+// file.
 constexpr const char* Tables = R"(
 CREATE TABLE IF NOT EXISTS key (
     id INTEGER PRIMARY KEY AUTOINCREMENT, parent INTEGER, name TEXT NOT NULL, path TEXT NOT NULL UNIQUE,
@@ -32,23 +35,23 @@ CREATE TABLE IF NOT EXISTS value (
     PRIMARY KEY (key, position), UNIQUE (key, folded)) WITHOUT ROWID;
 CREATE TRIGGER IF NOT EXISTS key_deleted AFTER DELETE ON key BEGIN DELETE FROM value WHERE key = old.id; END;
 CREATE VIEW IF NOT EXISTS registry (path, name, type, value) AS
-    WITH RECURSIVE place (id, path) AS (
+    WITH RECURSIVE full (id, path) AS (
         SELECT 2, name FROM key WHERE id = 1
         UNION ALL
-        SELECT key.id, place.path || '\' || key.name FROM key JOIN place ON key.parent = place.id)
+        SELECT key.id, full.path || '\' || key.name FROM key JOIN full ON key.parent = full.id)
     SELECT path, name,
         CASE type WHEN 0 THEN 'REG_NONE' WHEN 1 THEN 'REG_SZ' WHEN 2 THEN 'REG_EXPAND_SZ' WHEN 3 THEN 'REG_BINARY'
             WHEN 4 THEN 'REG_DWORD' WHEN 7 THEN 'REG_MULTI_SZ' ELSE type END,
         CASE typeof(data) WHEN 'blob' THEN hex(data) ELSE data END
-    FROM place JOIN value ON key = id ORDER BY path, position;
+    FROM full JOIN value ON key = id ORDER BY path, position;
 )";
 constexpr const char* InsertTop = "INSERT OR IGNORE INTO key VALUES (1, NULL, ?, '')";
 
-// SQLite takes a file that is smaller than this for an empty one, and would write over it.
+// SQLite takes a smaller file for an empty one and would overwrite it.
 constexpr off_t SmallestDatabase = 512;
 
-bool ProcessMayWrite(const std::filesystem::path& path) {
-    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
+bool ProcessMay(int access, const std::filesystem::path& path) {
+    return faccessat(AT_FDCWD, path.c_str(), access, AT_EACCESS) == 0;
 }
 
 bool IsSameFile(const struct stat& one, const struct stat& other) {
@@ -56,54 +59,32 @@ bool IsSameFile(const struct stat& one, const struct stat& other) {
            (one.st_size == 0) == (other.st_size == 0);
 }
 
-// As SQLite takes it together with options.
-std::string Address(const std::filesystem::path& path) {
-    constexpr std::string_view special = "%?#";
-    constexpr std::array escaped = {"%25", "%3F", "%23"};
-    std::string address = "file://";
-    for (const char character : path.native()) {
-        const std::size_t place = special.find(character);
-        address += place == std::string_view::npos ? std::string(1, character) : escaped[place];
-    }
-    return address;
+bool HasNoTables(Database& database) {
+    return database.Connection().execAndGet("SELECT count(*) FROM sqlite_master").getInt() == 0;
 }
 
 }  // namespace
 
-RegistryFile::RegistryFile(std::filesystem::path path, std::u16string root)
+RegistryFile::RegistryFile(std::filesystem::path path, std::string root)
     : path_(std::move(path)), root_(std::move(root)) {
 }
 
 Database& RegistryFile::ForReading() {
-    struct stat now = {};
-    if (stat(path_.c_str(), &now) != 0) {
-        if (errno != ENOENT && errno != ENOTDIR) {
-            throw RegistryFailure{StatusFromErrno(errno)};
-        }
-        now = {};
-    }
+    const struct stat now = FileStatus();
     if (database_ && IsSameFile(now, opened_)) {
+        database_->Connection().setBusyTimeout(BusyMilliseconds());
         return *database_;
     }
     database_.reset();
-    writable_ = (now.st_mode & S_IWUSR) != 0 && ProcessMayWrite(path_) &&
-                ProcessMayWrite(path_.parent_path());  // SQLite's log stands beside the file
-    if (now.st_size == 0) {
-        database_.emplace(":memory:", SQLite::OPEN_READWRITE);
-        CreateTables(*database_);
-    } else if (now.st_size < SmallestDatabase) {
-        throw RegistryFailure{StatusDatabaseDamaged};
-    } else {
-        database_ = OpenFile();
-    }
+    writable_ = (now.st_mode & S_IWUSR) != 0 && ProcessMay(W_OK, path_) &&
+                ProcessMay(W_OK, path_.parent_path());  // SQLite's journal is next to the file
+    database_ = now.st_size == 0 ? EmptyRegistry() : OpenFile(SQLite::OPEN_READWRITE);
     opened_ = now;
     return *database_;
 }
 
 Database& RegistryFile::ForWriting() {
-    if (!IsWritable()) {
-        throw RegistryFailure{StatusAccessDenied};
-    }
+    RequireWritable();
     if (opened_.st_size == 0) {
         CreateFile();
         ForReading();
@@ -111,58 +92,104 @@ Database& RegistryFile::ForWriting() {
     return *database_;
 }
 
-bool RegistryFile::IsWritable() {
+void RegistryFile::RequireWritable() {
     ForReading();
-    return opened_.st_ino == 0 || writable_;  // of a missing file the system judges when it is made
+    const bool isMissing = opened_.st_ino == 0;  // creating it may still fail
+    if (!isMissing && !writable_) {
+        throw Failure(StatusAccessDenied);
+    }
 }
 
-Status RegistryFile::StatusOf(const SQLite::Exception& failure) {
-    switch (failure.getErrorCode()) {
+RegistryFailure RegistryFile::FailureFrom(const SQLite::Exception& exception) {
+    switch (exception.getErrorCode()) {
         case SQLITE_BUSY:
-            return StatusBusy;
+            lastBusy_ = std::chrono::steady_clock::now();
+            return Failure(StatusBusy);
         case SQLITE_NOTADB:
         case SQLITE_CORRUPT:
         case SQLITE_ERROR:  // a database without the registry's tables
-            return StatusDatabaseDamaged;
+            return Failure(StatusDatabaseDamaged);
         case SQLITE_FULL:
-            return StatusDiskFull;
+            return Failure(StatusDiskFull);
         case SQLITE_READONLY:
-            return StatusAccessDenied;
-        default: {  // a commit leaves the reason in errno alone
-            const int number = database_ ? sqlite3_system_errno(database_->Connection().getHandle()) : 0;
-            return StatusFromErrno(number != 0 ? number : errno != 0 ? errno : EIO);
+        case SQLITE_CANTOPEN:
+            return Failure(StatusAccessDenied);
+        default:
+            return Failure(StatusIoDevice);
+    }
+}
+
+RegistryFailure RegistryFile::Failure(Status status) const {
+    const std::u16string file = u"Die Registrierungsdatei \"" + path_.u16string() + u"\" ";
+    switch (status) {
+        case StatusBusy:
+            return {status, file + u"wird von einem anderen Programm gesperrt."};
+        case StatusDatabaseDamaged:
+            return {status, file + u"ist beschädigt oder keine Registrierung."};
+        case StatusDiskFull:
+            return {status, file + u"kann nicht wachsen: Der Datenträger ist voll."};
+        case StatusAccessDenied:
+            return {status, file + u"erlaubt diesen Zugriff nicht."};
+        default:
+            return {status, file + u"kann nicht gelesen oder geschrieben werden."};
+    }
+}
+
+// Returns all zeros if the file is missing. Throws if the path leads to something that can't be a registry file.
+struct stat RegistryFile::FileStatus() const {
+    struct stat now = {};
+    if (stat(path_.c_str(), &now) != 0) {
+        if (errno != ENOENT && errno != ENOTDIR) {
+            throw Failure(StatusFromErrno(errno));
         }
+        return {};
     }
+    if (!S_ISREG(now.st_mode) || (now.st_size != 0 && now.st_size < SmallestDatabase)) {
+        throw Failure(StatusDatabaseDamaged);
+    }
+    return now;
 }
 
-// A file that takes no changes is read without a log where the last writer left none: a new log would stay, and its
-// rights would keep the next writer out.
-Database RegistryFile::OpenFile() const {
-    const std::string address = Address(path_);
-    if (writable_) {
-        Database database(address, SQLite::OPEN_READWRITE | SQLite::OPEN_URI);
-        // SQLite does not wait for another process to begin the log. Without one the file serves until the next open.
-        database.Connection().tryExec("PRAGMA synchronous = NORMAL; PRAGMA journal_mode = WAL");
-        return database;
-    }
-    std::error_code noLog;
-    const bool hasLog = std::filesystem::file_size(path_.native() + "-wal", noLog) > 0 && !noLog;
-    return {hasLog ? address : address + "?immutable=1", SQLite::OPEN_READONLY | SQLite::OPEN_URI};
+// Returns how long a call waits for another process, which normally holds a lock for milliseconds. Right after a
+// time-out calls don't wait, so that a locked file doesn't delay one operation again and again.
+int RegistryFile::BusyMilliseconds() const {
+    constexpr int longestWait = 1200;
+    constexpr std::chrono::seconds pause(10);
+    return lastBusy_ && std::chrono::steady_clock::now() - *lastBusy_ < pause ? 0 : longestWait;
 }
 
-// SQLite sees to it that the file is empty or whole, and that another process which makes it too finds it so.
-void RegistryFile::CreateFile() const {
-    std::error_code failure;  // told by the open
-    std::filesystem::create_directories(path_.parent_path(), failure);
-    Database database(Address(path_), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE | SQLite::OPEN_URI);
-    database.Connection().exec("PRAGMA page_size = 1024");  // a change writes whole pages to the log
+// Opens the file with a rollback journal that is truncated after each change: reading then needs no further file, and
+// thus no right to create one. Changes survive the death of the process, but not a power failure.
+Database RegistryFile::OpenFile(int flags) const {
+    Database database(path_.native(), flags, BusyMilliseconds());
+    database.Connection().exec("PRAGMA journal_mode = TRUNCATE; PRAGMA synchronous = OFF");
+    if (HasNoTables(database)) {  // a new file, or a process was killed while it created the file
+        CreateTables(database);
+    }
+    return database;
+}
+
+Database RegistryFile::EmptyRegistry() const {
+    Database database(":memory:", SQLite::OPEN_READWRITE, 0);
     CreateTables(database);
+    return database;
+}
+
+// Creates the folder and the file. The tables are created in one transaction, even if two processes create them at
+// once.
+void RegistryFile::CreateFile() const {
+    std::error_code error;
+    std::filesystem::create_directories(path_.parent_path(), error);
+    if (error) {
+        throw Failure(StatusFromErrno(error.value()));
+    }
+    std::ignore = OpenFile(SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
 }
 
 void RegistryFile::CreateTables(Database& database) const {
     SQLite::Transaction transaction(database.Connection(), SQLite::TransactionBehavior::IMMEDIATE);
     database.Connection().exec(Tables);
-    Query(database, InsertTop, root_).Run();
+    Query(database, InsertTop, root_)->exec();
     transaction.commit();
 }
 

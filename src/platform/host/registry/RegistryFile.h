@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -12,50 +13,54 @@
 
 namespace platform::host {
 
-inline constexpr Status StatusBusy = 170;              // ERROR_BUSY: another process keeps the file locked
-inline constexpr Status StatusDatabaseDamaged = 1009;  // ERROR_BADDB: the file is no registry, or a damaged one
-
-// What ends a call on the registry beside an SQLite::Exception.
+// Ends a registry call. The description is in German and names the registry file; it is empty if the file isn't the
+// cause.
 struct RegistryFailure {
     Status status;
+    std::u16string description = {};
 };
 
-// Keys that each file has from its beginning, by their numbers. They are never deleted.
-inline constexpr std::int64_t UsersKey = 1;  // HKEY_USERS in the user's file; takes no changes
-inline constexpr std::int64_t RootKey = 2;   // what the file is: HKEY_LOCAL_MACHINE or HKEY_CURRENT_USER
+// Ids of keys that every registry file has from the start. They can't be deleted.
+inline constexpr std::int64_t UsersKey = 1;  // HKEY_USERS in the user's file; read-only
+inline constexpr std::int64_t RootKey = 2;   // HKEY_LOCAL_MACHINE or HKEY_CURRENT_USER
 inline constexpr std::int64_t ClassesKey = 4;
 
-// A file of the registry. A missing one is an empty registry; it is made, with its folder, by the first change.
+// A registry file. A missing file is an empty registry; the first change creates the file and its folder.
 class RegistryFile {
 public:
-    // `root` is the name under which the file is shown to those who look in from outside.
-    RegistryFile(std::filesystem::path path, std::u16string root);
+    // `root` is the name of the file's root key in the view `registry`.
+    RegistryFile(std::filesystem::path path, std::string root);
 
-    // The database as it is at this moment: opened anew when the path leads to another file or its rights have changed.
+    // Returns the database in its present state. Reopens it if the path leads to another file or the file's mode has
+    // changed.
     Database& ForReading();
-    // The same, made where it is missing. Fails with status 5 when changes are refused.
+    // Returns the same database, after creating a missing file. Throws status 5 if the file is read-only.
     Database& ForWriting();
+    // Throws status 5 if the owner's write bit of the file is off or this process can't write to the file.
+    void RequireWritable();
 
-    // False when the owner's write bit of the file is off, or when this process may not write there.
-    bool IsWritable();
-
-    [[nodiscard]] const std::filesystem::path& Path() const { return path_; }
-    // The status for a failure that the database has just thrown.
-    [[nodiscard]] Status StatusOf(const SQLite::Exception& failure);
+    // Returns the failure that stands for an exception of the database.
+    [[nodiscard]] RegistryFailure FailureFrom(const SQLite::Exception& exception);
 
 private:
-    [[nodiscard]] Database OpenFile() const;
+    [[nodiscard]] RegistryFailure Failure(Status status) const;
+    [[nodiscard]] struct stat FileStatus() const;
+    [[nodiscard]] int BusyMilliseconds() const;
+    [[nodiscard]] Database OpenFile(int flags) const;
+    [[nodiscard]] Database EmptyRegistry() const;
     void CreateFile() const;
     void CreateTables(Database& database) const;
 
     std::filesystem::path path_;
-    std::u16string root_;
+    std::string root_;
     std::optional<Database> database_;
-    struct stat opened_ = {};  // of the file that is open; all zero when there is none
+    struct stat opened_ = {};  // the status of the open file; all zero if the file is missing
     bool writable_ = false;
+    std::optional<std::chrono::steady_clock::time_point> lastBusy_;
 };
 
-// What the user is told of a status that a file of the registry gave, with the file's path; empty for any other status.
+// Returns the German description of a failure of a registry file that ended the latest failed registry call, or an
+// empty string if that call had another status or cause.
 std::u16string RegistryStatusText(Status status);
 
 }  // namespace platform::host

@@ -1,8 +1,13 @@
 #include <SQLiteCpp/Database.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <functional>
+#include <future>
+#include <thread>
 
 #include "Check.h"
 #include "RawRegistry.h"
@@ -28,7 +33,11 @@ Status Open(const std::string& path, std::int32_t access) {
     return RegOpenKeyExA(KeyLocalMachine, path, 0, access, key);
 }
 
-// What the sqlite3 shell prints.
+bool NamesFile(Status status, const std::string& file) {
+    return StatusText(status).find(u"Registrierungsdatei \"" + OnMachine(file).u16string()) != Text::npos;
+}
+
+// Runs a statement in the sqlite3 shell and returns what the shell prints.
 std::string Shell(const std::string& file, const std::string& statement) {
     const std::string output = OnMachine("output").native();
     const std::string command =
@@ -39,7 +48,7 @@ std::string Shell(const std::string& file, const std::string& statement) {
 
 }  // namespace
 
-TEST_CASE("Nothing is made by looking, and an empty folder or file is an empty machine") {
+TEST_CASE("An empty folder is an empty machine, and reading it creates no file") {
     const TestMachine machine;
     CHECK(Open("Software\\Classes", KeyQueryValue | KeySetValue) == StatusSuccess);
     CHECK(Open("Software\\Other", KeyQueryValue) == StatusFileNotFound);
@@ -47,7 +56,17 @@ TEST_CASE("Nothing is made by looking, and an empty folder or file is an empty m
     CHECK_FALSE(std::filesystem::exists(OnMachine("machine.db")));
 }
 
-TEST_CASE("The sqlite3 shell reads the values") {
+TEST_CASE("A registry file whose creation was interrupted is completed") {
+    const TestMachine machine;
+    Shell("machine.db", "PRAGMA user_version = 1");
+    CHECK(Open("Software\\Classes", KeyQueryValue) == StatusSuccess);
+    CHECK(Create("k") == StatusSuccess);
+    Shell("user.db", "PRAGMA journal_mode = WAL");  // as earlier releases did before they created the tables
+    RawValueSet(KeyCurrentUser, "k", "n", RawNumber(1));
+    CHECK(RawValue(KeyCurrentUser, "k", "n") == RawNumber(1));
+}
+
+TEST_CASE("The sqlite3 shell shows the values") {
     const TestMachine machine;
     RawValueSet(KeyClassesRoot, "\xE4", "Zahl \xDC", RawNumber(0xFFFFFFFE));
     RawValueSet(KeyClassesRoot, "\xE4", "", RawText("a \x80 b"));
@@ -59,7 +78,7 @@ TEST_CASE("The sqlite3 shell reads the values") {
     CHECK(Shell("user.db", "SELECT path, typeof(value), value FROM registry") == "HKEY_CURRENT_USER\\k|text|\n");
 }
 
-TEST_CASE("Processes that change one machine at once lose nothing of each other") {
+TEST_CASE("Concurrent processes don't lose each other's registry changes") {
     constexpr int changes = 100;
     const TestMachine machine;
     std::vector<pid_t> processes;
@@ -78,7 +97,7 @@ TEST_CASE("Processes that change one machine at once lose nothing of each other"
     CHECK(RawValueNames(KeyLocalMachine, "Table").size() == 4 * changes + 1);
 }
 
-TEST_CASE("A file without the owner's right to write refuses changes, whoever the process is, and is read") {
+TEST_CASE("A read-only registry file refuses changes, for root too, and shows those of other processes") {
     const TestMachine machine;
     RawValueSet(KeyLocalMachine, "k", "n", RawNumber(1));
     Handle open = 0;
@@ -89,14 +108,16 @@ TEST_CASE("A file without the owner's right to write refuses changes, whoever th
     CHECK(RegSetValueExA(open, "n", RegDword, "1234") == StatusAccessDenied);
     CHECK(RegDeleteKeyA(KeyLocalMachine, "k") == StatusAccessDenied);
     CHECK(Create("new") == StatusAccessDenied);
+    CHECK(NamesFile(StatusAccessDenied, "machine.db"));
     CHECK(Create("k") == StatusSuccess);
     CHECK(RawValue(KeyLocalMachine, "k", "n") == RawNumber(1));
-    CHECK_FALSE(std::filesystem::exists(OnMachine("machine.db-shm")));
+    Shell("machine.db", "UPDATE value SET data = 2");
+    CHECK(RawValue(KeyLocalMachine, "k", "n") == RawNumber(2));
     Writable("machine.db", true);
     CHECK(RegSetValueExA(open, "n", RegDword, "1234") == StatusSuccess);
 }
 
-TEST_CASE("A full disk refuses the change, and what was there stays") {
+TEST_CASE("A failed write to a registry file is reported with its path and changes nothing") {
     const TestMachine machine;
     const pid_t process = Started([] {
         std::signal(SIGXFSZ, SIG_IGN);
@@ -109,7 +130,10 @@ TEST_CASE("A full disk refuses the change, and what was there stays") {
         for (int count = 0; status == StatusSuccess && count < 100; ++count) {
             status = RegSetValueExA(key, std::to_string(count), RegBinary, std::string(3000, 'x'));
         }
-        return status == StatusDiskFull && RegDeleteValueA(key, "missing") == StatusFileNotFound ? 0 : 1;
+        return status == StatusIoDevice && NamesFile(status, "machine.db") &&
+                       RegDeleteValueA(key, "missing") == StatusFileNotFound
+                   ? 0
+                   : 1;
     });
     CHECK(ExitCode(process) == 0);
     const std::string last = RawValueNames(KeyLocalMachine, "k").at(5);
@@ -117,34 +141,70 @@ TEST_CASE("A full disk refuses the change, and what was there stays") {
     CHECK(Create("further") == StatusSuccess);
 }
 
-TEST_CASE("A file that is no registry is told with its path, and left as it is") {
+TEST_CASE("An invalid registry file is reported with its path and left unchanged") {
     const TestMachine machine;
+    const std::filesystem::path file = OnMachine("machine.db");
     for (const std::string& content : {std::string(511, 'x'), std::string(5000, 'x')}) {
-        std::filesystem::remove(OnMachine("machine.db"));
-        DiskFile(OnMachine("machine.db"), content);
+        DiskFile(file, content);
         CHECK(Open("Software", KeyQueryValue) == Damaged);
         CHECK(Create("new") == Damaged);
-        CHECK(DiskFile(OnMachine("machine.db")) == content);
+        CHECK(DiskFile(file) == content);
+        std::filesystem::remove(file);
     }
-    ObjectReference object = 0;
-    CHECK(CreateObject(u"Some.Class", object) == Damaged);
-    CHECK(StatusText(Damaged).find(OnMachine("machine.db").u16string()) != Text::npos);
-    std::filesystem::remove(OnMachine("machine.db"));
     CHECK(Shell("machine.db", "CREATE TABLE mine (n)").empty());
     CHECK(Create("new") == Damaged);
     CHECK(Shell("machine.db", ".tables") == "mine\n");
+    const std::function<void()> others[] = {[&] { std::filesystem::create_directory(file); },
+                                            [&] { CHECK(mkfifo(file.c_str(), 0600) == 0); },
+                                            [] {
+                                                RawValueSet(KeyClassesRoot, "Some.Class\\CLSID", "", RawText("x"));
+                                                Shell("machine.db",
+                                                      "PRAGMA writable_schema = 1;"
+                                                      "UPDATE sqlite_master SET rootpage = 1 WHERE name = 'value';"
+                                                      "PRAGMA schema_version = 99");
+                                            }};
+    for (const auto& make : others) {
+        std::filesystem::remove(file);
+        make();
+        ObjectReference object = 0;
+        CHECK(CreateObject(u"Some.Class", object) == Damaged);
+        CHECK(NamesFile(Damaged, "machine.db"));
+        CHECK_FALSE(NamesFile(Busy, "machine.db"));
+    }
 }
 
-TEST_CASE("A file that another program keeps locked is told with its path, after a while") {
+TEST_CASE("Registry files locked by another program are reported within three seconds in total") {
+    const TestMachine machine;
+    std::vector<SQLite::Database> others;
+    for (const auto& [root, file] : {std::pair(KeyCurrentUser, "user.db"), {KeyLocalMachine, "machine.db"}}) {
+        RawValueSet(root, "k", "n", RawNumber(1));
+        others.emplace_back(OnMachine(file).native(), SQLite::OPEN_READWRITE);
+        others.back().exec("BEGIN IMMEDIATE");
+        CHECK(RawValue(root, "k", "n") == RawNumber(1));
+        others.back().exec("INSERT INTO key VALUES (99, 2, 'x', 'x'); COMMIT; BEGIN EXCLUSIVE");
+    }
+    const auto start = std::chrono::steady_clock::now();
+    Handle key = 0;
+    for (int call = 0; call < 5; ++call) {
+        CHECK(RegOpenKeyExA(KeyCurrentUser, "k", 0, KeySetValue, key) == Busy);
+        CHECK(NamesFile(Busy, "user.db"));
+        CHECK(RegOpenKeyExA(KeyLocalMachine, "k", 0, KeySetValue, key) == Busy);
+        CHECK(NamesFile(Busy, "machine.db"));
+    }
+    CHECK(std::chrono::steady_clock::now() - start < std::chrono::seconds(3));
+    others.clear();
+    CHECK(RegOpenKeyExA(KeyCurrentUser, "k", 0, KeySetValue, key) == StatusSuccess);
+    CHECK(RegSetValueExA(key, "n", RegBinary, "x") == StatusSuccess);
+}
+
+TEST_CASE("Deleting a key that another process deletes meanwhile reports it as missing") {
     const TestMachine machine;
     RawValueSet(KeyCurrentUser, "k", "n", RawNumber(1));
-    std::optional<SQLite::Database> other(std::in_place, OnMachine("user.db").native(), SQLite::OPEN_READWRITE);
-    other->exec("BEGIN IMMEDIATE");
-    CHECK(RawValue(KeyCurrentUser, "k", "n") == RawNumber(1));
-    Handle key = 0;
-    REQUIRE(RegOpenKeyExA(KeyCurrentUser, "k", 0, KeySetValue, key) == StatusSuccess);
-    CHECK(RegSetValueExA(key, "n", RegBinary, "x") == Busy);
-    CHECK(StatusText(Busy).find(OnMachine("user.db").u16string()) != Text::npos);
-    other.reset();
-    CHECK(RegSetValueExA(key, "n", RegBinary, "x") == StatusSuccess);
+    SQLite::Database other(OnMachine("user.db").native(), SQLite::OPEN_READWRITE);
+    other.exec("BEGIN IMMEDIATE; DELETE FROM key WHERE name = 'k'");
+    const auto commit = std::async(std::launch::async, [&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(200));
+        other.exec("COMMIT");
+    });
+    CHECK(RegDeleteKeyA(KeyCurrentUser, "k") == StatusFileNotFound);
 }
