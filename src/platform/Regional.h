@@ -8,23 +8,23 @@
 // The user's regional settings and the system's 8-bit code page.
 namespace platform {
 
-// Text in the code page, and back. A character that the code page has not becomes "?".
+// Convert text to the code page and back. Characters not in the code page become "?".
 std::string AnsiFromText(const std::u16string& text);
 std::u16string TextFromAnsi(const std::string& bytes);
 
-// The text in capital letters, each letter by itself: texts that differ in case alone become equal.
+// Returns the text in uppercase, converted letter by letter, so that texts that differ only in case become equal.
 std::u16string CharUpperW(const std::u16string& text);
 
-inline constexpr Status DispTypeMismatch = static_cast<Status>(0x80020005U);  // DISP_E_TYPEMISMATCH: no number
-inline constexpr Status DispOverflow = static_cast<Status>(0x8002000AU);      // DISP_E_OVERFLOW: beyond 32 bits
+inline constexpr Status DispTypeMismatch = static_cast<Status>(0x80020005U);  // DISP_E_TYPEMISMATCH: not a number
+inline constexpr Status DispOverflow = static_cast<Status>(0x8002000AU);      // DISP_E_OVERFLOW: more than 32 bits
 
-// The number that `text` reads as under the user's regional settings: blanks around it, a sign, the settings' decimal
-// and thousands separators, an exponent, "&H" and "&O". A fraction rounds to the nearest whole number, a tie to the
-// even one.
+// Converts text to a number under the user's regional settings. Accepts an exponent, "&H" and "&O", decimal and
+// thousands separators, and spaces, a sign, a currency symbol and parentheses (for a negative number) around the
+// digits. Rounds to the nearest whole number, a tie to the even one. On failure leaves `number` unchanged.
 Status VarI4FromStr(const std::u16string& text, std::int32_t& number);
 
-// The default text form of a date value (Now): on a German system "16.12.2017 10:16:40", and the date alone at
-// midnight.
+// Returns the default text form of a date value (see Now): "16.12.2017 10:16:40" on a German system. At midnight,
+// returns only the date.
 std::u16string VarBstrFromDate(double date);
 
 }  // namespace platform

@@ -15,60 +15,60 @@
 
 namespace {
 
-// What may become of an operation.
+// The expected outcome of an operation in which one of `calls` failed.
 struct Effect {
-    std::vector<Seam> calls;  // when one of these failed
-    Text told;                // one that ends in a line end is a head, behind which the fault is described
-    std::string left;         // as a regular expression
+    std::vector<Seam> calls;
+    Text message;       // if it ends in a line end, the description of the fault must follow
+    std::string state;  // a regular expression
 };
 
 struct Operation {
     std::string input;
-    std::string success;          // what is left by it, also when a call failed that none of the effects names
-    std::vector<Effect> effects;  // several of one call are alternatives
+    std::string success;          // the expected state, even if a call failed that no effect lists
+    std::vector<Effect> effects;  // effects of the same call are alternatives
 };
 
-bool Fits(const Effect& effect, const Outcome& outcome, const Text& description) {
-    const bool asTold = effect.told.ends_with(u'\n')
-                            ? outcome.told.starts_with(effect.told) && outcome.told.ends_with(description)
-                            : outcome.told == effect.told;
-    return asTold && std::regex_match(outcome.left, std::regex(effect.left));
+bool Matches(const Effect& effect, const Outcome& outcome, const Text& description) {
+    const bool hasMessage = effect.message.ends_with(u'\n') ? outcome.messages.starts_with(effect.message) &&
+                                                                  outcome.messages.ends_with(description)
+                                                            : outcome.messages == effect.message;
+    return hasMessage && std::regex_match(outcome.state, std::regex(effect.state));
 }
 
-// Lets each call that the operation makes behind the program's start fail, one after the other; then the same
-// operation has to succeed on what the fault left.
-void FailedInTurn(const Operation& operation) {
-    const std::string ended = "OK\nFertig\n";
-    const std::string input = operation.input + ended;
+// Runs the operation once for each call that it makes after the program's start, and lets that call fail. After each
+// fault the same operation must succeed.
+void FailEachCallInTurn(const Operation& operation) {
+    const std::string close = "OK\nFertig\n";
+    const std::string input = operation.input + close;
     const Effect success{{}, {}, operation.success};
     FaultMachine machine;
     std::map<Seam, int> start;
     if (!operation.input.empty()) {
-        machine.Session(ended);
+        machine.Session(close);
         start = SeamCalls();
     }
-    REQUIRE(Fits(success, machine.Session(input), {}));
+    REQUIRE(Matches(success, machine.Session(input), {}));
     const std::map<Seam, int> all = SeamCalls();
     for (const Effect& effect : operation.effects) {
         CHECK(std::ranges::all_of(effect.calls, [&](Seam call) { return all.at(call) > start[call]; }));
     }
     for (const auto& counted : all) {
         const Seam call = counted.first;
-        std::vector<Effect> right;
-        std::ranges::copy_if(operation.effects, std::back_inserter(right),
+        std::vector<Effect> expected;
+        std::ranges::copy_if(operation.effects, std::back_inserter(expected),
                              [&](const Effect& effect) { return std::ranges::count(effect.calls, call) > 0; });
-        if (right.empty()) {
-            right = {success};
+        if (expected.empty()) {
+            expected = {success};
         }
         for (const auto& failure : FailuresOf(call)) {
             for (int occurrence = start[call] + 1; occurrence <= counted.second; ++occurrence) {
                 INFO("call ", static_cast<std::size_t>(call), ", result ", failure.first, ", occurrence ", occurrence);
                 machine.Reset();
                 const Outcome outcome = machine.Session(input, {call, occurrence, failure.first});
-                const bool isRight =
-                    std::ranges::any_of(right, [&](const Effect& each) { return Fits(each, outcome, failure.second); });
-                CHECK_MESSAGE(isRight, outcome.told, "\n", outcome.left);
-                CHECK(Fits(success, machine.Session(input), {}));
+                const bool isExpected = std::ranges::any_of(
+                    expected, [&](const Effect& each) { return Matches(each, outcome, failure.second); });
+                CHECK_MESSAGE(isExpected, outcome.messages, "\n", outcome.state);
+                CHECK(Matches(success, machine.Session(input), {}));
             }
         }
     }
@@ -76,7 +76,7 @@ void FailedInTurn(const Operation& operation) {
 
 }  // namespace
 
-TEST_CASE("A call that fails once in the start, an export, an import, a clearing or an editing has its told effect") {
+TEST_CASE("A failed call in any operation has the expected effect, and the next attempt succeeds") {
     using enum Seam;
     const std::string main = R"(\(Standard\)=3;hugo=0;ruedi=1;\n)";
     const std::string reporting = R"(\(Standard\)=3;hugo=1;ruedi=99;\n)";
@@ -85,12 +85,12 @@ TEST_CASE("A call that fails once in the start, an export, an import, a clearing
     const std::string exported =
         main + reporting +
         R"(\[Tallora\];\(Standard\)=3;hugo=0;ruedi=1;;\[Reporting\];\(Standard\)=3;hugo=1;ruedi=99;;;\[End\];)";
-    // The list of the table that could not be read ends before the entry that failed.
+    // After a failed read, the export contains the entries before it.
     const std::string cut = main + reporting +
                             R"(\[Tallora\];(\(Standard\)=3;(hugo=0;(ruedi=1;)?)?;)?)"
                             R"(\[Reporting\];(\(Standard\)=3;(hugo=1;(ruedi=99;)?)?;)?;\[End\];)";
     const std::string imported = R"(a=1;b=2;c=3;\nd=4;e=5;\n)" + file;
-    // The second table is as before until the first one is complete.
+    // The second table remains unchanged until the first one is complete.
     const std::string partly = R"(((a=1;(b=2;)?)?\n)" + reporting + R"(|a=1;b=2;c=3;\n(d=4;)?\n))" + file;
     const std::string cleared = R"(\n\n)" + file;
     const Text path = u"\r\nC:\\Users\\hugo\\Eigene Dateien\\vtv4v.txt\r\n";
@@ -98,7 +98,7 @@ TEST_CASE("A call that fails once in the start, an export, an import, a clearing
     const Operation operations[] = {
         {"",
          before,
-         // A product's folder that is not found fails the check, an entry that is not read is none.
+         // If a product's folder can't be found, the check fails. A forced version that can't be read doesn't apply.
          {{{RegOpenKeyExA, RegQueryValueExA, RegEnumKeyExA}, u"", before},
           {{RegOpenKeyExA, RegQueryValueExA, RegEnumKeyExA, FindNormalFile, CreateObject},
            u"check failed, report copied",
@@ -116,7 +116,7 @@ TEST_CASE("A call that fails once in the start, an export, an import, a clearing
           {{ShellExecuteA}, noEditor, exported}}},
         {"Importieren\nJa\n",
          imported,
-         // An open that failed is tried again behind the creation of its key, or was one that may fail.
+         // Some keys are opened again after they were created, and some may be missing.
          {{{CreateFileA, ReadFile}, u"16 Fehlgeschlagen!", before},
           {{RegOpenKeyExA}, u"", imported},
           {{RegOpenKeyExA, RegCreateKeyExA, RegSetValueExA}, u"16 Fehlgeschlagen!", partly},
@@ -128,22 +128,23 @@ TEST_CASE("A call that fails once in the start, an export, an import, a clearing
         {"Bearbeiten\n", before, {{{ShellExecuteA}, noEditor, before}}}};
     for (const Operation& operation : operations) {
         INFO(operation.input);
-        FailedInTurn(operation);
+        FailEachCallInTurn(operation);
     }
 }
 
-TEST_CASE("A full disk leaves the earlier file, a refused deletion is silent, and a failed load names its product") {
+TEST_CASE("A full disk keeps the old file, a denied deletion is silent, a failed load names its product") {
     FaultMachine machine;
-    const std::string before = machine.Left();
+    const std::string before = machine.State();
     ControlFilePath = platform::TextFromAnsi(machine.ControlFile());
     SeamStart({Seam::CreateFileA, 1, platform::StatusDiskFull});
     CHECK(RaisedBy(WriteDemoFile).number == 61);
     SeamStart({Seam::RegDeleteValueA, 1, 5});
     CHECK(RaisedBy([] { ProductProfileMain().Profile.Table->ForcedVersion(true, u"hugo", -1); }).number == 0);
     SeamStop();
-    CHECK(machine.Left() == before);
+    CHECK(machine.State() == before);
     CHECK(machine.Session("OK\n", {Seam::RegSetValueExA, 1, 5})
-              .told.starts_with(u"48 Kann Versions-Einstellungen nicht laden:\r\nSoftware\\Vandrel\\Tallora\\V4\r\n"));
+              .messages.starts_with(
+                  u"48 Kann Versions-Einstellungen nicht laden:\r\nSoftware\\Vandrel\\Tallora\\V4\r\n"));
     const auto storeHugo = [](const RawData& data) {
         RawValueSet(platform::KeyLocalMachine, "Software\\Vandrel\\Tallora\\V4\\Reporting\\Version\\ForcedVersion",
                     "hugo", data);
@@ -151,29 +152,29 @@ TEST_CASE("A full disk leaves the earlier file, a refused deletion is silent, an
     storeHugo(RawText("3000000000"));
     // Status 6 isn't run-time error 6, so the system's text for it must not appear.
     CHECK(machine.Session("OK\n", {Seam::StatusText, 1, 0}, {Seam::MessageBoxW, 1, [&] { storeHugo(RawNumber(1)); }})
-              .told ==
+              .messages ==
           u"48 Kann Versions-Einstellungen nicht laden:\r\nSoftware\\Vandrel\\Tallora\\V4\\Reporting\r\n"
           u"Überlauf (Fehler 6)");
-    CHECK(machine.Session("Demo\nFertig\n").left.ends_with(";[End];"));
+    CHECK(machine.Session("Demo\nFertig\n").state.ends_with(";[End];"));
 }
 
-TEST_CASE("A click or a close in the middle of an import leaves it whole, and nothing else runs") {
-    // A question that a second click would ask is answered with yes.
+TEST_CASE("A click or close during an import doesn't interrupt it or start anything else") {
+    // If a second click asked its question, the input would answer yes.
     const std::string input = "Importieren\nJa\nJa\nOK\nOK\nFertig\n";
     FaultMachine machine;
     machine.Session("Fertig\n");
     const int start = SeamCalls()[Seam::DoEvents];
-    CHECK(start == 12);  // behind each product's five look-ups and its note
-    const Outcome whole = machine.Session(input);
+    CHECK(start == 12);  // five lookups and one recorded user name per product
+    const Outcome undisturbed = machine.Session(input);
     REQUIRE(SeamCalls()[Seam::DoEvents] == start + 5);
     for (std::size_t button = 0; button < 7; ++button) {
         const auto act = [&] { button < 6 ? SeamEvents().clicked(button) : platform::WindowDestroy(SeamWindow()); };
         machine.Reset();
-        CHECK(machine.Session(input, {}, {Seam::DoEvents, start + 3, act}) == whole);
+        CHECK(machine.Session(input, {}, {Seam::DoEvents, start + 3, act}) == undisturbed);
     }
 }
 
-TEST_CASE("The editor and the installer are started as told, and the installer is waited for") {
+TEST_CASE("The editor and the installer get the expected arguments, and the installer is waited for") {
     CHECK(ShellErrorText(33).empty());
     FaultMachine machine;
     machine.Session("Bearbeiten\nFertig\n");
@@ -190,7 +191,7 @@ TEST_CASE("The editor and the installer are started as told, and the installer i
                        {{Seam::StartCommandLine, 1, 2}, {}, 53, ""},
                        {{Seam::StartCommandLine, 1, 5}, {}, 5, ""}};
     for (const auto& each : waits) {
-        AllClosedBehind([&] {
+        CheckNoHandleLeaks([&] {
             SeamStart(each.fault);
             CHECK(RaisedBy([&] { ShellAndWait(u"true", each.timeOut); }).number == each.error);
             SeamStop();

@@ -9,10 +9,10 @@
 
 namespace {
 
-// The report of a check with a fault in it, which leaves nothing open and no error.
+// Returns the report of a check during which one call fails. Checks that no handle and no error remains.
 Text ReportUnder(const SeamFault& fault) {
     VcoreTest check;
-    AllClosedBehind([&] {
+    CheckNoHandleLeaks([&] {
         SeamStart(fault);
         const bool passed = check.Ok(false);
         SeamStop();
@@ -24,7 +24,7 @@ Text ReportUnder(const SeamFault& fault) {
 
 }  // namespace
 
-TEST_CASE("A call of the check that fails changes the row that it belongs to alone") {
+TEST_CASE("A failing call changes only its own row in the check's report") {
     using enum Seam;
     struct {
         SeamFault fault;
@@ -38,30 +38,30 @@ TEST_CASE("A call of the check that fails changes the row that it belongs to alo
         {{CreateObject, 1, 5}, u", Test=*** "},
     };
     const FaultMachine machine;
-    const std::vector<Text> sound = Split(ReportUnder({}), u'\n');
+    const std::vector<Text> faultless = Split(ReportUnder({}), u'\n');
     for (const auto& effect : effects) {
         CAPTURE(effect.row);
         std::vector<Text> changed;
         std::ranges::copy_if(
             Split(ReportUnder(effect.fault), u'\n'), std::back_inserter(changed),
-            [&](const Text& line) { return std::ranges::count(sound, line) == 0 && !line.starts_with(u"Error="); });
+            [&](const Text& line) { return std::ranges::count(faultless, line) == 0 && !line.starts_with(u"Error="); });
         CHECK(changed.size() == 1);
         CHECK(changed.at(0).find(effect.row) != Text::npos);
     }
 }
 
-TEST_CASE("A failed check is shown whatever becomes of the clipboard, and told when it has no window") {
+TEST_CASE("A failed check is shown without a clipboard, and reported if its window can't open") {
     FaultMachine machine({"sevCmd4.ocx"});
-    CHECK(machine.Session("x\n", {Seam::ClipboardSet, 1, 0}).told == u"check failed");
-    CHECK(machine.Session("x\n", {Seam::ClipboardClear, 1, 0}).told == u"check failed, report copied");
+    CHECK(machine.Session("x\n", {Seam::ClipboardSet, 1, 0}).messages == u"check failed");
+    CHECK(machine.Session("x\n", {Seam::ClipboardClear, 1, 0}).messages == u"check failed, report copied");
     CHECK(DiskFile(OnMachine("clipboard.txt"))
               .value_or("")
               .ends_with("\r\n[Status]\r\nError=*** Es fehlen Vandrel Core Elements! ***\r\n"));
-    CHECK(
-        machine.Session("OK\n", {Seam::WindowCreate, 1, 0}).told.starts_with(u"48 Kann Programm nicht ausführen:\r\n"));
+    CHECK(machine.Session("OK\n", {Seam::WindowCreate, 1, 0})
+              .messages.starts_with(u"48 Kann Programm nicht ausführen:\r\n"));
 }
 
-TEST_CASE("A message of several lines stays in its row, and a library that is there and does not start fails") {
+TEST_CASE("A multi-line message stays in its row, and a library that fails to initialise fails") {
     const FaultMachine machine({"VCUTIL1.DebugLog"});
     CHECK(ReportUnder({Seam::StatusText, 1, 0}).find(u", Test=*** erste Zeile zweite Zeile ***\r\n") != Text::npos);
     InstalledSuiteAdd({});

@@ -25,7 +25,7 @@ std::ptrdiff_t FilesIn(const fs::path& folder) {
     return std::distance(fs::directory_iterator(folder), {});
 }
 
-// Handles are numbered in the order in which they are given out.
+// Handles are numbered consecutively.
 platform::Handle NextHandle() {
     const platform::Handle next = platform::host::HandleAdd(platform::host::ProcessReference{});
     platform::host::HandleRemove(next);
@@ -34,7 +34,7 @@ platform::Handle NextHandle() {
 
 }  // namespace
 
-void AllClosedBehind(const std::function<void()>& steps) {
+void CheckNoHandleLeaks(const std::function<void()>& steps) {
     const platform::Handle first = NextHandle();
     steps();
     const platform::Handle last = NextHandle();
@@ -55,14 +55,14 @@ FaultMachine::FaultMachine(const std::set<std::string>& without) {
     Reset();
 }
 
-// The profiles also make the user's note, which a start finds then.
+// Creating the profiles also records the user's name, so that every later start finds it.
 void FaultMachine::Reset() {
     ProductProfileMain().Profile.Table->ForcedVersionAll(true, u"(Standard)=3;hugo=0;ruedi=1;");
     ProductProfileReporting().Profile.Table->ForcedVersionAll(true, u"(Standard)=3;hugo=1;ruedi=99;");
     FileContent(ControlFile(), "[Tallora]\r\na=1\r\nb=2\r\nc=3\r\n[Reporting]\r\nd=4\r\ne=5\r\n");
 }
 
-std::string FaultMachine::Left() const {
+std::string FaultMachine::State() const {
     std::string file = std::regex_replace(FileContent(ControlFile()).value_or("no file"), std::regex("\r\n"), ";");
     if (file.starts_with("[Info]") && file.ends_with(";[End];")) {
         file.erase(0, std::min(file.find("[Tallora]"), file.size()));
@@ -74,13 +74,13 @@ std::string FaultMachine::Left() const {
 
 Outcome FaultMachine::Session(const std::string& input, const SeamFault& fault, const SeamHook& hook) {
     const std::ptrdiff_t openFiles = FilesIn("/proc/self/fd");
-    Text told;
-    AllClosedBehind([&] {
+    Text messages;
+    CheckNoHandleLeaks([&] {
         const LineRun run(input);
         SeamStart(fault, hook);
         Main();
-        told = SeamStop() + (run.Shows("Vandrel Core Elements V1") ? u"check failed" : u"") +
-               (run.Shows("Zwisachenablage") ? u", report copied" : u"");
+        messages = SeamStop() + (run.Shows("Vandrel Core Elements V1") ? u"check failed" : u"") +
+                   (run.Shows("Zwisachenablage") ? u", report copied" : u"");
     });
     CHECK(FilesIn("/proc/self/fd") == openFiles);
     CHECK(MainVersions == nullptr);
@@ -88,5 +88,5 @@ Outcome FaultMachine::Session(const std::string& input, const SeamFault& fault, 
     CHECK(LastError().Number() == 0);
     CHECK(LastError().Description().empty());
     CHECK(FilesIn(OnDisk(ControlFile()).parent_path()) == 1);
-    return {told, Left()};
+    return {messages, State()};
 }

@@ -7,30 +7,31 @@
 #include "TestMachine.h"
 #include "faults/FaultySeam.h"
 
-// Runs `steps`, and checks that each key, file and process that they opened is closed.
-void AllClosedBehind(const std::function<void()>& steps);
+// Runs `steps` and checks that every key, file and process handle that they opened is closed.
+void CheckNoHandleLeaks(const std::function<void()>& steps);
 
-// What the user was told of failures while the program ran, and what it left behind.
+// The messages that a program run showed and the state that it left.
 struct Outcome {
-    Text told;  // in message boxes, as SeamStop gives it; "check failed" for the check's window, ", report copied" for
-                // its hint
-    std::string left;  // both tables as item strings, and the control file, which of an export are its two tables
+    Text messages;  // as SeamStop returns them; "check failed" for the check's window, ", report copied" for its hint
+    std::string state;  // as State() returns it
     bool operator==(const Outcome&) const = default;
 };
 
-// A machine with the whole suite, two tables, a control file with other ones, and an editor that ends at once.
+// A machine with the complete suite, an entry list in both tables, a control file with other entries, and an editor
+// that exits immediately.
 class FaultMachine : public TestMachine {
 public:
-    // Without the components of these names (InstalledSuiteAdd).
+    // Leaves out the components with these names (see InstalledSuiteAdd).
     explicit FaultMachine(const std::set<std::string>& without = {});
 
-    // Tables and control file as they are at the beginning.
+    // Restores the initial tables and control file.
     void Reset();
 
-    // The program from its start to its end, fed with `input`. Checks that it leaves no handle, no file beside the
-    // control file and no error behind.
+    // Runs the program from start to end with `input`. Checks that it leaves no handle, no error and no other file in
+    // the control file's folder.
     Outcome Session(const std::string& input, const SeamFault& fault = {}, const SeamHook& hook = {});
 
-    // What is there now, as in Outcome: a line for each table, and ";" for the line ends of the control file.
-    [[nodiscard]] std::string Left() const;
+    // Returns both tables as item strings, one per line, and the control file with its line ends replaced by ";". Of an
+    // exported control file, returns only the two tables.
+    [[nodiscard]] std::string State() const;
 };

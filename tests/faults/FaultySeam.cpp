@@ -20,9 +20,9 @@ struct SeamState {
     std::map<Seam, int> calls{};
     SeamFault fault;
     SeamHook hook;
-    Text told{};
+    Text messages{};
     std::string record{};
-    bool passes = true;  // the test is at work, or the platform, which may call itself
+    bool isBypassed = true;  // the call comes from the test or from within the platform
     platform::Handle opened = 0;
     platform::WindowEvents events{};
 };
@@ -33,36 +33,36 @@ SeamState state;
 constexpr std::array Names = {SEAM_CALLS(SEAM_TEXT)};
 #undef SEAM_TEXT
 
-// A result that is an exception, none of the language's errors.
+// A result that stands for an exception that isn't an Error.
 constexpr std::int64_t Thrown = -1;
 
 template <std::integral Number>
-std::string Shown(Number number) {
-    const auto shown = static_cast<std::int64_t>(number);
-    return shown != 0 && shown == state.opened ? "|it" : "|" + std::to_string(shown);
+std::string Format(Number number) {
+    const auto formatted = static_cast<std::int64_t>(number);
+    return formatted != 0 && formatted == state.opened ? "|it" : "|" + std::to_string(formatted);
 }
 
-std::string Shown(const std::string& text) {
+std::string Format(const std::string& text) {
     return "|" + text;
 }
 
-std::string Shown(const Text& text) {
-    return Shown(platform::AnsiFromText(text));
+std::string Format(const Text& text) {
+    return Format(platform::AnsiFromText(text));
 }
 
-std::string Shown(const platform::WindowDesign& design) {
-    return Shown(design.caption);
+std::string Format(const platform::WindowDesign& design) {
+    return Format(design.caption);
 }
 
-std::string Shown(const platform::WindowEvents& events) {
+std::string Format(const platform::WindowEvents& events) {
     state.events = events;
     return {};
 }
 
-void NoteBox(const Text& text, const Text& /*caption*/, std::uint32_t type) {
+void RecordMessageBox(const Text& text, const Text& /*caption*/, std::uint32_t type) {
     if (type != platform::ButtonsYesNoCancel + platform::IconQuestion &&
         type != platform::ButtonsOk + platform::IconInformation) {
-        state.told += DecimalText(static_cast<std::int32_t>(type)) + u" " + text;
+        state.messages += DecimalText(static_cast<std::int32_t>(type)) + u" " + text;
     }
 }
 
@@ -81,33 +81,32 @@ Result Failure() {
     }
 }
 
-// Calls within the platform are its own as long as this lives.
-struct Passing {
-    Passing() { state.passes = true; }
-    ~Passing() { state.passes = false; }
-    Passing(const Passing&) = delete;
-    Passing& operator=(const Passing&) = delete;
+struct ScopedBypass {
+    ScopedBypass() { state.isBypassed = true; }
+    ~ScopedBypass() { state.isBypassed = false; }
+    ScopedBypass(const ScopedBypass&) = delete;
+    ScopedBypass& operator=(const ScopedBypass&) = delete;
 };
 
-// Takes the place of the call whose declaration `real` has.
+// Replaces the function `real`.
 template <Seam call, auto* real, typename Function>
 struct Wrapper;
 
 template <Seam call, auto* real, typename Result, typename... Arguments>
 struct Wrapper<call, real, Result(Arguments...)> {
     [[gnu::used]] static Result Call(Arguments... arguments) {
-        if (state.passes) {
+        if (state.isBypassed) {
             return real(static_cast<Arguments&&>(arguments)...);
         }
         const int occurrence = ++state.calls[call];
         if (call == state.hook.call && occurrence == state.hook.occurrence) {
             state.hook.action();
         }
-        const Passing passing;
+        const ScopedBypass bypass;
         if constexpr (call == Seam::MessageBoxW) {
-            NoteBox(arguments...);
+            RecordMessageBox(arguments...);
         } else if constexpr (call >= Seam::ShellExecuteA) {
-            state.record += Names[static_cast<std::size_t>(call)] + (Shown(arguments) + ...) + "\n";
+            state.record += Names[static_cast<std::size_t>(call)] + (Format(arguments) + ...) + "\n";
         }
         if (call == state.fault.call && occurrence == state.fault.occurrence) {
             return Failed(arguments...);
@@ -137,8 +136,8 @@ struct Wrapper<call, real, Result(Arguments...) noexcept> : Wrapper<call, real, 
 
 }  // namespace
 
-// The linker leads each call to the symbol "__wrap_" and its own, which is made another name of the wrapper's function,
-// and the real call's symbol is "__real_" and its own.
+// The linker redirects each call to the symbol "__wrap_NAME", defined here as an alias of the wrapper. The real
+// function is "__real_NAME".
 namespace platform {
 
 #define SEAM_LINK(name, symbol)                                                                         \
@@ -153,12 +152,12 @@ SEAM_CALLS(SEAM_LINK)
 }  // namespace platform
 
 void SeamStart(const SeamFault& fault, const SeamHook& hook) {
-    state = {.fault = fault, .hook = hook, .passes = false};
+    state = {.fault = fault, .hook = hook, .isBypassed = false};
 }
 
 Text SeamStop() {
-    state.passes = true;
-    return state.told;
+    state.isBypassed = true;
+    return state.messages;
 }
 
 std::map<Seam, int> SeamCalls() {

@@ -1,6 +1,6 @@
-# Finds in LIBRARY, by NM, the symbols of the calls that pass through FaultySeam.cpp. Leaves them in OUTPUT.h as
-# SEAM_CALLS(Use), which makes a Use(name, symbol) of each, and in OUTPUT.txt what tells the linker to lead them there.
-# FaultySeam.cpp knows the order: calls on keys come first, then those on files; those from ShellExecuteA on are recorded.
+# Looks up the symbols of the seam's functions in LIBRARY with NM. Writes OUTPUT.h, which defines SEAM_CALLS(Use) as a
+# Use(name, symbol) for each function, and OUTPUT.txt, the linker options that redirect the calls to FaultySeam.cpp.
+# FaultySeam.cpp relies on the order: registry calls first, then file calls; calls from ShellExecuteA on are recorded.
 set(calls
   RegOpenKeyExA RegCreateKeyExA RegDeleteKeyA RegDeleteValueA RegEnumKeyExA RegEnumValueA RegQueryValueExA
   RegSetValueExA

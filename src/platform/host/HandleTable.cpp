@@ -22,12 +22,12 @@ bool host::HandleRemove(Handle handle) noexcept {
 }
 
 host::HandleObject* host::HandleFind(Handle handle) {
-    const auto place = objects.find(handle);
-    return place == objects.end() ? nullptr : &place->second;
+    const auto found = objects.find(handle);
+    return found == objects.end() ? nullptr : &found->second;
 }
 
 Status CloseHandle(Handle handle) noexcept {
-    const bool isKey = host::HandleFindAs<host::OpenKey>(handle) != nullptr;  // RegCloseKey closes those
+    const bool isKey = host::HandleFindAs<host::OpenKey>(handle) != nullptr;  // only RegCloseKey closes keys
     return !isKey && host::HandleRemove(handle) ? StatusSuccess : StatusInvalidHandle;
 }
 

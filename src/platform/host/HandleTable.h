@@ -9,8 +9,8 @@
 
 #include "platform/Handle.h"
 
-// What the handles of files, processes and registry keys stand for. They share their numbers; a number is not given out
-// again, so that a stale handle is told from a live one.
+// The open files, processes and registry keys by handle. They share one sequence of numbers. Numbers aren't reused, so
+// that a closed handle is never mistaken for an open one.
 namespace platform::host {
 
 struct CloseFile {
@@ -23,8 +23,8 @@ struct ProcessReference {
 };
 
 struct OpenKey {
-    bool isUsers;      // in the user's file, not in the machine's
-    std::int64_t key;  // its number there; that of a deleted key is not used again
+    bool isUsers;      // in the user's registry file, not in the machine's
+    std::int64_t key;  // its number in that file; numbers of deleted keys aren't reused
     std::int32_t rights;
 };
 
@@ -32,13 +32,13 @@ using HandleObject = std::variant<OpenFile, ProcessReference, OpenKey>;
 
 Handle HandleAdd(HandleObject object);
 
-// False when there is no such handle.
+// Returns false if the handle is invalid.
 bool HandleRemove(Handle handle) noexcept;
 
-// Null when there is no such handle.
+// Returns null if the handle is invalid.
 HandleObject* HandleFind(Handle handle);
 
-// The object when the handle stands for one of this type, null otherwise.
+// Returns null if the handle is invalid or stands for another type.
 template <typename Object>
 Object* HandleFindAs(Handle handle) {
     return std::get_if<Object>(HandleFind(handle));

@@ -21,8 +21,8 @@ std::filesystem::path MachineFolder() {
         folder =
             (data.empty() ? ProcessVariable("HOME") / std::filesystem::path(".local/share") : data) / "vtv4v/machine";
     }
-    std::error_code noWorkingDirectory;  // gives an empty path, where nothing is found
-    return std::filesystem::absolute(folder, noWorkingDirectory);
+    std::error_code error;  // without a working directory, the path is empty and nothing is found
+    return std::filesystem::absolute(folder, error);
 }
 
 std::map<std::u16string, std::u16string> NamedValues(const char* file) {

@@ -4,19 +4,18 @@
 #include <map>
 #include <string>
 
-// The stand-in machine: one folder that holds its registry, environment, drive and clipboard.
+// The machine is a folder that contains its registry, environment, drives and clipboard.
 namespace platform::host {
 
-// $VTV4V_MACHINE, or else vtv4v/machine below the user's data folder ($XDG_DATA_HOME, by default $HOME/.local/share).
-// The folder may be missing: that is an empty machine. Asked anew at each call, so that a process can change machines.
+// Returns $VTV4V_MACHINE, or by default vtv4v/machine in the user's data folder ($XDG_DATA_HOME or $HOME/.local/share).
+// A missing folder is an empty machine. The result isn't cached, so that a process can change machines.
 std::filesystem::path MachineFolder();
 
-// A variable of the process; empty for one that is missing.
+// Returns an environment variable of the process, or an empty string if it is unset.
 std::string ProcessVariable(const char* name);
 
-// The lines "name=value" of a file in the machine's folder, in UTF-8, read at each call. Names are in capital letters,
-// in which they are found without regard to case; a later line wins, and a line without a name or without "=" is passed
-// over.
+// Reads a UTF-8 file of "name=value" lines in the machine's folder. Converts names to uppercase, because letter case is
+// ignored. If a name occurs twice, the last line wins. Ignores lines without a name or "=".
 std::map<std::u16string, std::u16string> NamedValues(const char* file);
 
 }  // namespace platform::host

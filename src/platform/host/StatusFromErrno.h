@@ -4,7 +4,7 @@
 
 namespace platform::host {
 
-// The status that Windows gives for the failure that an errno number tells; StatusIoDevice where Windows has no like.
+// Returns the Windows status for an errno, or StatusIoDevice if there is no equivalent.
 Status StatusFromErrno(int number);
 
 }  // namespace platform::host

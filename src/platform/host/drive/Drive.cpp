@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-ResolvedPath PlaceOnDisk(const fs::path& path) {
+ResolvedPath StatPath(const fs::path& path) {
     struct stat found {};
     if (stat(path.c_str(), &found) != 0) {
         return {StatusFromErrno(errno), path.native()};
@@ -26,7 +26,7 @@ ResolvedPath PlaceOnDisk(const fs::path& path) {
 }
 
 ResolvedPath FindName(const fs::path& folder, const std::string& name) {
-    ResolvedPath exact = PlaceOnDisk(folder / name);
+    ResolvedPath exact = StatPath(folder / name);
     if (!exact.IsMissing()) {
         return exact;
     }
@@ -34,7 +34,7 @@ ResolvedPath FindName(const fs::path& folder, const std::string& name) {
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
         if (IsSameName(FromUtf8(entry->path().filename().native()), wanted)) {
-            return PlaceOnDisk(entry->path());
+            return StatPath(entry->path());
         }
     }
     return exact;
@@ -52,19 +52,19 @@ ResolvedPath ResolvePath(std::string_view path) {
     if (!HasDrive(text)) {
         std::error_code error;
         const bool isHostPath = !path.empty() && path.find_first_of("\\:") == std::string_view::npos;
-        return isHostPath ? PlaceOnDisk(fs::absolute(text, error)) : ResolvedPath{StatusPathNotFound};
+        return isHostPath ? StatPath(fs::absolute(text, error)) : ResolvedPath{StatusPathNotFound};
     }
-    ResolvedPath place = FindName(MachineFolder() / "drives", std::string(1, static_cast<char>(text[0] | 0x20)));
+    ResolvedPath resolved = FindName(MachineFolder() / "drives", std::string(1, static_cast<char>(text[0] | 0x20)));
     for (const fs::path& name : fs::path(text.substr(2)).lexically_normal().relative_path()) {
-        if (!place.IsFolder()) {
-            const bool known = place.status == StatusSuccess || place.status == StatusFileNotFound;
-            return {name.empty() ? StatusInvalidName : known ? StatusPathNotFound : place.status};
+        if (!resolved.IsFolder()) {
+            const bool isNoFolder = resolved.status == StatusSuccess || resolved.status == StatusFileNotFound;
+            return {name.empty() ? StatusInvalidName : isNoFolder ? StatusPathNotFound : resolved.status};
         }
         if (!name.empty()) {
-            place = FindName(place.path, name.native());
+            resolved = FindName(resolved.path, name.native());
         }
     }
-    return place;
+    return resolved;
 }
 
 }  // namespace platform::host

@@ -8,24 +8,21 @@
 
 #include "platform/Handle.h"
 
-// The machine's drives: drive C: is the folder drives/c of the machine, and so on.
+// The machine's drives. Drive C: is the folder drives/c of the machine.
 //
-// Names are found without regard to case, the exact spelling first. On the disk they are UTF-8, in the machine code
-// page 1252. A path begins with its drive; one with neither drive nor "\" is the host's own, as a shell takes it.
-// ".." is resolved in the path's text and ends at the drive's root. A symbolic link that a person put into a drive is
-// followed.
+// Lookups ignore letter case, but prefer the exact spelling. Names are UTF-8 on the host and code page 1252 on the
+// machine. A path without a drive or "\" is a path on the host. ".." is resolved lexically and stops at the drive's
+// root. Symbolic links are followed.
 //
-// A file or folder is read-only when its owner's write bit is off, for root too. A file whose name begins with "." is
+// A file or folder without the owner's write bit is read-only, even for root. A file whose name begins with "." is
 // hidden.
 namespace platform::host {
 
-// Where a path leads.
 struct ResolvedPath {
-    // StatusSuccess: to a file or folder; StatusFileNotFound: to a name that its folder has not; any other: nowhere.
-    Status status;
-    std::string path = {};     // on the host's disk, in the missing case where such a file would be
-    mode_t mode = 0;           // of what is there
-    std::time_t modified = 0;  // its content's last change
+    Status status;          // StatusFileNotFound if only the last name is missing
+    std::string path = {};  // on the host; if only the last name is missing, where a new file would be
+    mode_t mode = 0;
+    std::time_t modified = 0;  // last modification time
 
     [[nodiscard]] bool IsFolder() const { return S_ISDIR(mode); }
     [[nodiscard]] bool IsFile() const { return S_ISREG(mode); }

@@ -5,7 +5,7 @@
 
 namespace fs = std::filesystem;
 
-TEST_CASE("A machine that no variable names is in the user's data folder, and its first change makes the folder") {
+TEST_CASE("The first change creates the default machine folder in the user's data folder") {
     TestMachine machine;
     const fs::path home = OnMachine("home");
     machine.Environment("HOME", home.native());
@@ -17,7 +17,7 @@ TEST_CASE("A machine that no variable names is in the user's data folder, and it
     }
 }
 
-TEST_CASE("A variable of the process wins over the machine's own, of which the last line counts") {
+TEST_CASE("Process variables override the environment file, in which the last line wins") {
     TestMachine machine;
     DiskFile(OnMachine("environment"), "VTV4V_ONE=first\r\nno variable\nvtv4v_one=a=b\r\nUSERNAME=ruedi");
     machine.Environment("USERNAME", "G\u00F6tz");
