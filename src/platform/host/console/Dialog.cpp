@@ -17,7 +17,7 @@ bool IsControlCharacter(char16_t character) {
 std::vector<std::size_t> ButtonsOf(const Dialog& dialog) {
     std::vector<std::size_t> buttons;
     for (std::size_t control = 0; control < dialog.controls.size(); ++control) {
-        if (dialog.controls[control].design.kind == ControlKind::Button) {
+        if (dialog.controls[control].kind == ControlKind::Button) {
             buttons.push_back(control);
         }
     }

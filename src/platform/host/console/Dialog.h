@@ -11,8 +11,7 @@
 // Windows and message boxes, drawn on a terminal or printed as plain lines.
 namespace platform::host {
 
-struct DialogControl {
-    Control design;
+struct DialogControl : Control {
     std::u16string toolTip = {};
     std::optional<Colour> background = {};
     std::optional<Colour> text = {};
@@ -48,7 +47,13 @@ public:
     virtual void Update(const Dialog& dialog) = 0;
 };
 
+// Shows the dialog on the terminal if possible, otherwise on standard output.
 std::unique_ptr<DialogView> ShowDialog(const Dialog& dialog);
+
+// Prints the dialog on standard output and reads the actions as lines from standard input: a button's caption or
+// number,
+// "?" for the tool tips if there are any, or "x" to close the dialog. The end of input closes it too.
+std::unique_ptr<DialogView> PrintDialog(const Dialog& dialog);
 
 // Returns the text in UTF-8, with LF between lines and other control characters replaced by spaces.
 std::string DisplayText(std::u16string text);

@@ -1,13 +1,13 @@
-#include "platform/host/console/LineView.h"
-
 #include <unistd.h>
 
 #include <algorithm>
 #include <iostream>
 #include <map>
+#include <utility>
 
 #include "platform/Regional.h"
 #include "platform/host/Unicode.h"
+#include "platform/host/console/Dialog.h"
 
 namespace platform::host {
 
@@ -32,77 +32,89 @@ std::u16string Comparable(std::u16string text) {
     return CharUpperW(text);
 }
 
+class LineView : public DialogView {
+public:
+    explicit LineView(Dialog dialog) : dialog_(std::move(dialog)) {
+        std::cout << "== " << DisplayText(dialog_.caption) << " ==\n";
+        std::multimap<std::int32_t, std::u16string> labels;  // by top
+        for (const DialogControl& control : dialog_.controls) {
+            if (control.kind == ControlKind::Label && control.visible) {
+                labels.emplace(control.bounds.top, control.caption);
+            }
+        }
+        for (const auto& [top, caption] : labels) {
+            std::cout << DisplayText(caption) << '\n';
+        }
+        PrintChoices();
+    }
+
+    UserAction Next() override {
+        for (;;) {
+            std::cout << "> " << std::flush;
+            std::string line;
+            if (!std::getline(std::cin, line)) {
+                std::cout << '\n';
+                return {UserAction::Kind::Close};
+            }
+            line.erase(line.find_last_not_of('\r') + 1);
+            const std::u16string typed = FromUtf8(line);
+            if (isatty(STDIN_FILENO) != 1) {  // a terminal echoes the line itself
+                std::cout << DisplayText(typed) << '\n';
+            }
+            if (const std::optional<UserAction> action = ActionFor(Comparable(typed))) {
+                return *action;
+            }
+            if (HasToolTips() && Comparable(typed) == u"?") {
+                PrintButtons(true);
+            } else {
+                std::cout << "Das gibt es hier nicht. Eingeben lässt sich:\n";
+                PrintChoices();
+            }
+        }
+    }
+
+    void Update(const Dialog& dialog) override { dialog_ = dialog; }
+
+private:
+    [[nodiscard]] std::optional<UserAction> ActionFor(const std::u16string& line) const {
+        if (line == u"X") {
+            return UserAction{UserAction::Kind::Close};
+        }
+        std::size_t number = 0;
+        for (const std::size_t button : ButtonsOf(dialog_)) {
+            ++number;
+            if (line == Comparable(dialog_.controls[button].caption) || line == FromUtf8(std::to_string(number))) {
+                return UserAction{UserAction::Kind::Click, button};
+            }
+        }
+        return std::nullopt;
+    }
+
+    void PrintButtons(bool withToolTips) const {
+        std::size_t number = 0;
+        for (const std::size_t button : ButtonsOf(dialog_)) {
+            const DialogControl& control = dialog_.controls[button];
+            std::cout << "  " << ++number << ' ' << DisplayText(control.caption)
+                      << (withToolTips ? ": " + DisplayText(control.toolTip) : "") << '\n';
+        }
+    }
+
+    void PrintChoices() const {
+        PrintButtons(false);
+        std::cout << (HasToolTips() ? "  ? Erklärungen\n" : "") << "  x Schließen\n";
+    }
+
+    [[nodiscard]] bool HasToolTips() const {
+        return std::ranges::any_of(dialog_.controls, [](const DialogControl& it) { return !it.toolTip.empty(); });
+    }
+
+    Dialog dialog_;
+};
+
 }  // namespace
 
-LineView::LineView(Dialog dialog) : dialog_(std::move(dialog)) {
-    std::cout << "== " << DisplayText(dialog_.caption) << " ==\n";
-    std::multimap<std::int32_t, std::u16string> labels;  // by top
-    for (const DialogControl& control : dialog_.controls) {
-        if (control.design.kind == ControlKind::Label && control.design.visible) {
-            labels.emplace(control.design.bounds.top, control.design.caption);
-        }
-    }
-    for (const auto& [top, caption] : labels) {
-        std::cout << DisplayText(caption) << '\n';
-    }
-    PrintChoices();
-}
-
-UserAction LineView::Next() {
-    for (;;) {
-        std::cout << "> " << std::flush;
-        std::string line;
-        if (!std::getline(std::cin, line)) {
-            std::cout << '\n';
-            return {UserAction::Kind::Close};
-        }
-        line.erase(line.find_last_not_of('\r') + 1);
-        const std::u16string typed = FromUtf8(line);
-        if (isatty(STDIN_FILENO) != 1) {  // a terminal echoes the line itself
-            std::cout << DisplayText(typed) << '\n';
-        }
-        if (const std::optional<UserAction> action = ActionFor(Comparable(typed))) {
-            return *action;
-        }
-        if (HasToolTips() && Comparable(typed) == u"?") {
-            PrintButtons(true);
-        } else {
-            std::cout << "Das gibt es hier nicht. Eingeben lässt sich:\n";
-            PrintChoices();
-        }
-    }
-}
-
-std::optional<UserAction> LineView::ActionFor(const std::u16string& line) const {
-    if (line == u"X") {
-        return UserAction{UserAction::Kind::Close};
-    }
-    std::size_t number = 0;
-    for (const std::size_t button : ButtonsOf(dialog_)) {
-        ++number;
-        if (line == Comparable(dialog_.controls[button].design.caption) || line == FromUtf8(std::to_string(number))) {
-            return UserAction{UserAction::Kind::Click, button};
-        }
-    }
-    return std::nullopt;
-}
-
-void LineView::PrintButtons(bool withToolTips) const {
-    std::size_t number = 0;
-    for (const std::size_t button : ButtonsOf(dialog_)) {
-        const DialogControl& control = dialog_.controls[button];
-        std::cout << "  " << ++number << ' ' << DisplayText(control.design.caption)
-                  << (withToolTips ? ": " + DisplayText(control.toolTip) : "") << '\n';
-    }
-}
-
-void LineView::PrintChoices() const {
-    PrintButtons(false);
-    std::cout << (HasToolTips() ? "  ? Erklärungen\n" : "") << "  x Schließen\n";
-}
-
-bool LineView::HasToolTips() const {
-    return std::ranges::any_of(dialog_.controls, [](const DialogControl& control) { return !control.toolTip.empty(); });
+std::unique_ptr<DialogView> PrintDialog(const Dialog& dialog) {
+    return std::make_unique<LineView>(dialog);
 }
 
 }  // namespace platform::host

@@ -11,8 +11,8 @@
 #include <map>
 #include <memory>
 #include <sstream>
-#include <string_view>
 
+#include "platform/host/Unicode.h"
 #include "platform/host/console/Clipboard.h"
 #include "platform/host/console/Terminal.h"
 
@@ -22,14 +22,10 @@ namespace {
 
 constexpr int FrameRows = 2;
 constexpr int HelpRows = 1;
+constexpr int ScrollbarColumns = 2;
 
-// Marks a failure in the check's report.
-constexpr std::string_view FailureMark = "***";
-
-// Returns the width of a line in characters.
 int Columns(const std::string& line) {
-    return static_cast<int>(
-        std::ranges::count_if(line, [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80; }));
+    return static_cast<int>(FromUtf8(line).size());
 }
 
 std::string Padded(std::string line, int columns) {
@@ -63,22 +59,6 @@ char* ColourName(int number) {
     return names.at(static_cast<std::size_t>(number)).data();
 }
 
-// Returns the distance between two buttons in the direction of an arrow key; 0 or less if `to` isn't in that direction.
-std::int32_t Distance(int key, const Rectangle& from, const Rectangle& to) {
-    switch (key) {
-        case NEWT_KEY_LEFT:
-            return from.top == to.top ? from.left - to.left : 0;
-        case NEWT_KEY_RIGHT:
-            return from.top == to.top ? to.left - from.left : 0;
-        case NEWT_KEY_UP:
-            return from.left == to.left ? from.top - to.top : 0;
-        case NEWT_KEY_DOWN:
-            return from.left == to.left ? to.top - from.top : 0;
-        default:
-            return 0;
-    }
-}
-
 }  // namespace
 
 NewtForm::NewtForm(const Dialog& dialog, std::optional<std::size_t> focus, bool endsProgram)
@@ -88,13 +68,11 @@ NewtForm::NewtForm(const Dialog& dialog, std::optional<std::size_t> focus, bool 
     toolTipRows_ = dialog.isBox ? 0 : buttons_.empty() ? 1 : 4;
     CreateControls();
     OpenWindow();
-    for (const newtComponent control : controls_) {
-        if (control != nullptr) {
-            newtFormAddComponent(form_, control);
-        }
-    }
     AddKeys();
-    newtComponentAddCallback(form_, OnFocusMoved, this);
+    const auto focusMoved = [](newtComponent /*form*/, void* self) {
+        static_cast<const NewtForm*>(self)->ShowToolTip();
+    };
+    newtComponentAddCallback(form_, focusMoved, this);
     if (!buttons_.empty()) {
         newtFormSetCurrent(form_, controls_[focus.value_or(buttons_.front())]);
     }
@@ -153,11 +131,11 @@ std::optional<std::size_t> NewtForm::Focus() const {
 }
 
 newtComponent NewtForm::CreateButton(std::size_t number) const {
-    std::string caption = DisplayText(dialog_.controls[buttons_[number]].design.caption);
+    std::string caption = DisplayText(dialog_.controls[buttons_[number]].caption);
     if (!dialog_.isBox) {
         int columns = 0;
         for (const std::size_t button : buttons_) {
-            columns = std::max(columns, Columns(DisplayText(dialog_.controls[button].design.caption)));
+            columns = std::max(columns, Columns(DisplayText(dialog_.controls[button].caption)));
         }
         caption = std::to_string(number + 1) + " " + Padded(caption, columns);
     }
@@ -166,18 +144,16 @@ newtComponent NewtForm::CreateButton(std::size_t number) const {
 
 // Creates a label of the size of its text. If the text has more than `maxRows` rows, the label scrolls.
 newtComponent NewtForm::CreateLabel(const DialogControl& label, int maxRows) {
-    constexpr int maxColumns = 60;
-    constexpr int scrollbarColumns = 2;
-    const int columns = std::min(columns_ - 6, maxColumns);
-    const std::vector<std::string> lines = Wrapped(label.design.caption, columns);
+    const int columns = std::min(columns_ - 6, 60);
+    const std::vector<std::string> lines = Wrapped(label.caption, columns);
     const auto height = static_cast<int>(lines.size());
     int width = 0;
     std::ranges::for_each(lines, [&](const std::string& line) { width = std::max(width, Columns(line)); });
     const bool scrolls = height > maxRows;
-    const newtComponent box = newtTextbox(-1, -1, scrolls ? columns - scrollbarColumns : width,
+    const newtComponent box = newtTextbox(-1, -1, scrolls ? columns - ScrollbarColumns : width,
                                           std::min(height, maxRows), NEWT_FLAG_WRAP | (scrolls ? NEWT_FLAG_SCROLL : 0));
     scrolls_ = scrolls_ || scrolls;
-    newtTextboxSetText(box, DisplayText(label.design.caption).c_str());
+    newtTextboxSetText(box, DisplayText(label.caption).c_str());
     if (label.background && label.text) {
         const int background = ColourNumber(*label.background);
         const int front = ColourNumber(*label.text);
@@ -197,43 +173,42 @@ newtComponent NewtForm::CreateReport(const DialogControl& label, int maxRows) {
     newtSetColor(NEWT_COLORSET_LISTBOX, text, background);
     newtSetColor(NEWT_COLORSET_ACTSELLISTBOX, background, text);
     const newtComponent box = newtListbox(-1, -1, maxRows, NEWT_FLAG_SCROLL);
-    const std::vector<std::string> lines = Wrapped(label.design.caption, columns - 3);
+    const std::vector<std::string> lines = Wrapped(label.caption, columns - 3);
     for (const std::string& line : lines) {
         newtListboxAppendEntry(box, line.c_str(), nullptr);
     }
     newtListboxSetWidth(box, columns);
     scrolls_ = static_cast<int>(lines.size()) > maxRows;
-    const auto failure = std::ranges::find_if(
-        lines, [](const std::string& line) { return line.find(FailureMark) != std::string::npos; });
+    const auto isFailure = [](const std::string& line) { return line.find("***") != std::string::npos; };
+    const auto failure = std::ranges::find_if(lines, isFailure);
     const auto marked = failure == lines.end() ? 0 : static_cast<int>(failure - lines.begin());
     newtListboxSetCurrent(box, std::min(marked + maxRows / 2, static_cast<int>(lines.size()) - 1));
     newtListboxSetCurrent(box, marked);
     return box;
 }
 
-// Creates the longest label last and gives it the rows that remain.
+// Creates the report last, because it fills the rows that remain.
 void NewtForm::CreateControls() {
     controls_.resize(dialog_.controls.size());
-    std::multimap<std::size_t, std::size_t> labels;  // by length
-    for (std::size_t control = 0; control < controls_.size(); ++control) {
-        const Control& design = dialog_.controls[control].design;
-        if (design.kind == ControlKind::Label && design.visible) {
-            labels.emplace(design.caption.size(), control);
-        }
-    }
-    int remaining = rows_ - HelpRows - toolTipRows_ - FrameRows - (buttons_.empty() ? 0 : roomy_ ? 5 : 1);
-    for (const auto& [length, label] : labels) {
-        const DialogControl& design = dialog_.controls[label];
-        const int maxRows = std::max(remaining, 1);
-        const bool isReport = dialog_.sizable && design.background;
-        controls_[label] = isReport ? CreateReport(design, maxRows) : CreateLabel(design, maxRows);
-        int width = 0;
-        int height = 0;
-        newtComponentGetSize(controls_[label], &width, &height);
-        remaining -= height;
-    }
     for (std::size_t number = 0; number < buttons_.size(); ++number) {
         controls_[buttons_[number]] = CreateButton(number);
+        newtFormAddComponent(form_, controls_[buttons_[number]]);
+    }
+    int remaining = rows_ - HelpRows - toolTipRows_ - FrameRows - (buttons_.empty() ? 0 : roomy_ ? 5 : 1);
+    for (const bool reports : {false, true}) {
+        for (std::size_t index = 0; index < controls_.size(); ++index) {
+            const DialogControl& control = dialog_.controls[index];
+            const bool isReport = dialog_.sizable && control.background;
+            if (control.kind == ControlKind::Label && control.visible && isReport == reports) {
+                const int maxRows = std::max(remaining, 1);
+                controls_[index] = isReport ? CreateReport(control, maxRows) : CreateLabel(control, maxRows);
+                newtFormAddComponent(form_, controls_[index]);
+                int width = 0;
+                int height = 0;
+                newtComponentGetSize(controls_[index], &width, &height);
+                remaining -= height;
+            }
+        }
     }
 }
 
@@ -242,7 +217,7 @@ newtGrid NewtForm::ArrangeControls() const {
     std::map<std::int32_t, std::map<std::int32_t, std::size_t>> lines;
     for (std::size_t control = 0; control < controls_.size(); ++control) {
         if (controls_[control] != nullptr) {
-            const Rectangle& bounds = dialog_.controls[control].design.bounds;
+            const Rectangle& bounds = dialog_.controls[control].bounds;
             lines[bounds.top][bounds.left] = control;
         }
     }
@@ -256,10 +231,9 @@ newtGrid NewtForm::ArrangeControls() const {
                              0, 0);
             ++column;
         }
-        const bool isLabel = dialog_.controls[line.begin()->second].design.kind == ControlKind::Label;
-        newtGridSetField(grid, 0, row, NEWT_GRID_SUBGRID, fields, 0, dialog_.isBox && !isLabel && roomy_ ? 1 : 0, 0, 0,
-                         isLabel ? NEWT_ANCHOR_LEFT : 0, 0);
-        ++row;
+        const bool isLabel = dialog_.controls[line.begin()->second].kind == ControlKind::Label;
+        newtGridSetField(grid, 0, row++, NEWT_GRID_SUBGRID, fields, 0, dialog_.isBox && !isLabel && roomy_ ? 1 : 0, 0,
+                         0, isLabel ? NEWT_ANCHOR_LEFT : 0, 0);
     }
     return grid;
 }
@@ -280,11 +254,9 @@ void NewtForm::OpenWindow() {
 }
 
 void NewtForm::AddKeys() {
-    for (const int key : {int{NEWT_KEY_ESCAPE}, NEWT_KEY_RESIZE, KeyInterrupt}) {
-        newtFormAddHotKey(form_, key);
-    }
-    for (int key = ' ' + 1; key < 0x7F; ++key) {
-        if (ButtonFor(key)) {
+    newtFormAddHotKey(form_, NEWT_KEY_RESIZE);
+    for (int key = 1; key < 0x7F; ++key) {
+        if (key == NEWT_KEY_ESCAPE || key == KeyInterrupt || ButtonFor(key)) {
             newtFormAddHotKey(form_, key);
         }
     }
@@ -297,22 +269,21 @@ void NewtForm::AddKeys() {
 
 // Names the keys that have an effect in this dialog, as far as the screen has room.
 std::string NewtForm::HelpLine(bool endsProgram) const {
-    const bool hasButtons = !buttons_.empty();
-    std::string keys = scrolls_ ? hasButtons ? " Bild auf/ab Blättern " : " Pfeile, Bild auf/ab Blättern " : "";
-    keys += buttons_.size() + (scrolls_ ? 1 : 0) > 1 ? " Tab Wählen " : "";
-    keys += hasButtons ? " Enter Drücken " : "";
-    keys += endsProgram ? " Esc Ende" : " Esc Zurück";
-    if (roomy_ && hasButtons) {
-        keys += dialog_.isBox ? "  Anfangsbuchstabe Sofort" : "  Ziffer, Anfangsbuchstabe Sofort";
+    const std::string escape = endsProgram ? " Esc Ende" : " Esc Zurück";
+    if (buttons_.empty()) {
+        return (scrolls_ ? " Pfeile, Bild auf/ab Blättern " : "") + escape;
     }
-    return keys;
+    const std::string scroll = scrolls_ ? " Bild auf/ab Blättern " : "";
+    const std::string select = scrolls_ || buttons_.size() > 1 ? " Tab Wählen " : "";
+    const std::string press = dialog_.isBox ? "  Anfangsbuchstabe Sofort" : "  Ziffer, Anfangsbuchstabe Sofort";
+    return scroll + select + " Enter Drücken " + escape + (roomy_ ? press : "");
 }
 
 // Returns the button with this number or first letter.
 std::optional<std::size_t> NewtForm::ButtonFor(int key) const {
     int number = '1';
     for (const std::size_t button : buttons_) {
-        const char16_t first = dialog_.controls[button].design.caption.front();
+        const char16_t first = dialog_.controls[button].caption.front();
         if (key == number++ || (key < 0x80 && std::toupper(key) == first)) {
             return button;
         }
@@ -322,21 +293,22 @@ std::optional<std::size_t> NewtForm::ButtonFor(int key) const {
 
 // Returns the nearest button in the direction of an arrow key.
 std::optional<std::size_t> NewtForm::Neighbour(int key) const {
+    const int right = key == NEWT_KEY_RIGHT ? 1 : key == NEWT_KEY_LEFT ? -1 : 0;
+    const int down = key == NEWT_KEY_DOWN ? 1 : key == NEWT_KEY_UP ? -1 : 0;
     const auto focus = Focus();
-    const auto distance = [&](std::size_t button) {
-        return Distance(key, dialog_.controls[*focus].design.bounds, dialog_.controls[button].design.bounds);
-    };
+    const Rectangle from = focus ? dialog_.controls[*focus].bounds : Rectangle{};
     std::optional<std::size_t> nearest;
+    std::int32_t least = 0;
     for (const std::size_t button : buttons_) {
-        if (focus && distance(button) > 0 && (!nearest || distance(button) < distance(*nearest))) {
+        const Rectangle& to = dialog_.controls[button].bounds;
+        const std::int32_t distance = right * (to.left - from.left) + down * (to.top - from.top);
+        const bool inLine = right != 0 ? to.top == from.top : to.left == from.left;
+        if (focus && inLine && distance > 0 && (!nearest || distance < least)) {
             nearest = button;
+            least = distance;
         }
     }
     return nearest;
-}
-
-void NewtForm::OnFocusMoved(newtComponent /*form*/, void* self) {
-    static_cast<const NewtForm*>(self)->ShowToolTip();
 }
 
 // Shows the focused button's tool tip above the help line. A dialog without buttons shows the clipboard's file there.

@@ -48,7 +48,6 @@ private:
     [[nodiscard]] std::string HelpLine(bool endsProgram) const;
     [[nodiscard]] std::optional<std::size_t> ButtonFor(int key) const;
     [[nodiscard]] std::optional<std::size_t> Neighbour(int key) const;
-    static void OnFocusMoved(newtComponent form, void* self);
     void ShowToolTip() const;
 
     const Dialog& dialog_;

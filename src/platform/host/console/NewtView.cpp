@@ -7,7 +7,6 @@
 #include <utility>
 
 #include "platform/host/console/Dialog.h"
-#include "platform/host/console/LineView.h"
 #include "platform/host/console/NewtForm.h"
 #include "platform/host/console/Terminal.h"
 
@@ -112,10 +111,7 @@ void RedrawAll() {
 }  // namespace
 
 std::unique_ptr<DialogView> ShowDialog(const Dialog& dialog) {
-    if (views.empty() && !CanDraw()) {
-        return std::make_unique<LineView>(dialog);
-    }
-    return std::make_unique<NewtView>(dialog);
+    return views.empty() && !CanDraw() ? PrintDialog(dialog) : std::make_unique<NewtView>(dialog);
 }
 
 }  // namespace platform::host

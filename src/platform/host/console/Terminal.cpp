@@ -45,14 +45,11 @@ void EndProgram(int signal) {
     std::raise(signal);
 }
 
-// Handles all signals that end the program by default.
 void HandleEndingSignals() {
-    for (int signal = 1; signal < SIGRTMIN; ++signal) {
-        struct sigaction earlier {};
-        const bool isHarmless = signal == SIGCHLD || signal == SIGCONT || signal == SIGURG || signal == SIGWINCH;
-        const bool stops = signal == SIGTSTP || signal == SIGTTIN || signal == SIGTTOU;
-        if (!isHarmless && !stops && sigaction(signal, nullptr, &earlier) == 0 && earlier.sa_handler == SIG_DFL) {
-            std::signal(signal, EndProgram);
+    for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGPIPE,
+                             SIGALRM, SIGUSR1, SIGUSR2, SIGXCPU, SIGXFSZ}) {
+        if (const auto earlier = std::signal(signal, EndProgram); earlier != SIG_DFL) {
+            std::signal(signal, earlier);  // an ignored signal stays ignored
         }
     }
 }

@@ -40,9 +40,11 @@ bool IsVisible(Handle window) {
     return found != nullptr && found->visible;
 }
 
-DialogControl* FindControl(Handle window, std::size_t control) {
+// Returns a control that isn't shown if there is none with this index.
+DialogControl& ControlOf(Handle window, std::size_t control) {
+    static DialogControl missing;
     HostWindow* const found = FindWindow(window);
-    return found == nullptr || control >= found->dialog.controls.size() ? nullptr : &found->dialog.controls[control];
+    return found == nullptr || control >= found->dialog.controls.size() ? missing : found->dialog.controls[control];
 }
 
 // Takes the handler by value, because it may destroy the window that owns it.
@@ -135,46 +137,29 @@ void WindowDestroy(Handle window) noexcept {
 }
 
 void ControlCaption(Handle window, std::size_t control, const std::u16string& caption) {
-    if (auto* const found = FindControl(window, control)) {
-        found->design.caption = caption;
-    }
+    ControlOf(window, control).caption = caption;
 }
 
 void ControlToolTip(Handle window, std::size_t control, const std::u16string& text) {
-    if (auto* const found = FindControl(window, control)) {
-        found->toolTip = text;
-    }
+    ControlOf(window, control).toolTip = text;
 }
 
 void ControlColours(Handle window, std::size_t control, Colour background, Colour text) {
-    if (auto* const found = FindControl(window, control)) {
-        found->background = background;
-        found->text = text;
-    }
+    ControlOf(window, control).background = background;
+    ControlOf(window, control).text = text;
 }
 
 void ControlVisible(Handle window, std::size_t control, bool visible) {
-    if (auto* const found = FindControl(window, control)) {
-        found->design.visible = visible;
-    }
+    ControlOf(window, control).visible = visible;
 }
 
 void ControlBounds(Handle window, std::size_t control, const Rectangle& bounds) {
-    if (auto* const found = FindControl(window, control)) {
-        found->design.bounds = bounds;
-    }
+    ControlOf(window, control).bounds = bounds;
 }
 
 Size WindowOuterSize(Handle window) {
     const HostWindow* const found = FindWindow(window);
     return found == nullptr ? Size{0, 0} : found->outer;
-}
-
-bool ShutdownBlockReasonCreate(Handle /*window*/, const std::u16string& /*reason*/) {
-    return false;
-}
-
-void ShutdownBlockReasonDestroy(Handle /*window*/) noexcept {
 }
 
 void WindowOuterSize(Handle window, Size size) {
@@ -183,6 +168,13 @@ void WindowOuterSize(Handle window, Size size) {
         found->outer = size;
         InvokeHandler(found->events.resized);
     }
+}
+
+bool ShutdownBlockReasonCreate(Handle /*window*/, const std::u16string& /*reason*/) {
+    return false;
+}
+
+void ShutdownBlockReasonDestroy(Handle /*window*/) noexcept {
 }
 
 Handle GetDesktopWindow() {
@@ -223,23 +215,19 @@ std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& capti
             ? std::vector<BoxButton>{{u"Ja", AnswerYes}, {u"Nein", AnswerNo}, {u"Abbrechen", AnswerCancel}}
             : std::vector<BoxButton>{{u"OK", AnswerOk}};
     const auto* const icon = std::ranges::find(Icons, type & IconMask, &BoxIcon::number);
-    Dialog dialog{caption,
-                  true,
-                  false,
-                  {{{ControlKind::Label, icon->word, {}}, {}, icon->background, icon->text},
-                   {{ControlKind::Label, text, {0, 1, 0, 0}}}}};
-    const std::size_t firstButton = dialog.controls.size();
     // Only the order of the positions matters: the icon, the text below it, and a row of buttons.
-    std::int32_t left = 0;
+    Dialog dialog{caption, true, false, {}};
+    dialog.controls.push_back({{ControlKind::Label, icon->word, {}}, {}, icon->background, icon->text});
+    dialog.controls.push_back({{ControlKind::Label, text, {0, 1, 0, 0}}});
     for (const BoxButton& button : buttons) {
-        dialog.controls.push_back({{ControlKind::Button, button.caption, {left++, 2, 0, 0}}});
+        const auto left = static_cast<std::int32_t>(dialog.controls.size());
+        dialog.controls.push_back({{ControlKind::Button, button.caption, {left, 2, 0, 0}}});
     }
     const Handle owner = activeWindow;
     const UserAction action = host::ShowDialog(dialog)->Next();
     Activate(owner);
     // The close box means Cancel, or the only button.
-    return action.kind == UserAction::Kind::Click ? buttons.at(action.control - firstButton).answer
-                                                  : buttons.back().answer;
+    return action.kind == UserAction::Kind::Click ? buttons.at(action.control - 2).answer : buttons.back().answer;
 }
 
 void MessageBeep() {
