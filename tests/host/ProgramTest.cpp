@@ -9,7 +9,7 @@
 
 namespace {
 
-// The program in a process of its own, for the shell to start: `start` is its way of becoming it.
+// Runs the program in its own process, with `input` as standard input. `start` is a command that executes it.
 int Run(const std::string& input, const std::string& arguments = "-master", const std::string& start = {}) {
     DiskFile(OnMachine("typed"), input);
     const std::string files = " <'" + OnMachine("typed").native() + "' >'" + OnMachine("shown").native() + "' 2>&1";
@@ -18,7 +18,7 @@ int Run(const std::string& input, const std::string& arguments = "-master", cons
 
 }  // namespace
 
-TEST_CASE("Anything but the one option ends the program without a word") {
+TEST_CASE("Any command line except -master ends the program without output") {
     const TestMachine machine;
     for (const char* const arguments : {"", "-MASTER", "-master x", "'\"-master\"'"}) {
         CHECK(Run("", arguments) == 0);
@@ -29,7 +29,7 @@ TEST_CASE("Anything but the one option ends the program without a word") {
     CHECK(DiskFile(OnMachine("shown")) != "");
 }
 
-TEST_CASE("An import killed at any moment leaves every entry whole or absent") {
+TEST_CASE("An import killed at any time leaves every entry either complete or missing") {
     const platform::Handle root = platform::KeyLocalMachine;
     const std::string key = "Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion";
     const std::string input = "Importieren\nJa\nOK\nFertig\n";
@@ -41,22 +41,22 @@ TEST_CASE("An import killed at any moment leaves every entry whole or absent") {
         file += "user" + std::to_string(item) + "=" + std::to_string(item % 6) + "\r\n";
     }
     FileContent(machine.ControlFile(), file);
-    std::mt19937 random(4863);  // NOLINT: the same moments at each run
+    std::mt19937 random(4863);  // NOLINT: a fixed seed repeats the same delays
     const auto start = std::chrono::steady_clock::now();
     Run(input);
-    const std::chrono::duration<double> whole = std::chrono::steady_clock::now() - start;
-    std::uniform_real_distribution<double> moment(1e-6, whole.count());
-    int cut = 0;
+    const std::chrono::duration<double> duration = std::chrono::steady_clock::now() - start;
+    std::uniform_real_distribution<double> delay(1e-6, duration.count());
+    int interrupted = 0;
     for (int round = 0; round < 200; ++round) {
-        Run(input, "-master", "timeout --foreground -s KILL " + std::to_string(moment(random)));
+        Run(input, "-master", "timeout --foreground -s KILL " + std::to_string(delay(random)));
         const auto names = RawValueNames(root, key);
-        cut += !names.empty() && names.size() < items ? 1 : 0;
+        interrupted += !names.empty() && names.size() < items ? 1 : 0;
         for (const std::string& name : names) {
             const unsigned number = static_cast<unsigned>(std::stoul(name.substr(4)));
             REQUIRE(RawValue(root, key, name) == RawNumber(number % 6));
         }
     }
-    CHECK(cut > 0);
+    CHECK(interrupted > 0);
     CHECK(Run(input) == 0);
     CHECK(RawValueNames(root, key).size() == items);
 }

@@ -4,7 +4,7 @@
 #include <sstream>
 #include <string>
 
-// The front end fed with lines in the place of standard input, and what it has told so far.
+// Redirects standard input and output for its lifetime: dialogs read the given lines, and their output is collected.
 class LineRun {
 public:
     explicit LineRun(const std::string& input) : input_(input) {

@@ -6,7 +6,7 @@ using namespace platform;
 
 namespace {
 
-Handle Created(WindowEvents events) {
+Handle CreateTestWindow(WindowEvents events) {
     WindowDesign design{u"Ein Fenster", {3040, 1320}, false, 1, {}};
     design.controls = {{ControlKind::Button, u"Löschen", {1520, 220, 1335, 375}},
                        {ControlKind::Label, u"zwei\x1B\r\ndrei", {160, 620, 800, 660}, true},
@@ -17,9 +17,9 @@ Handle Created(WindowEvents events) {
 
 }  // namespace
 
-TEST_CASE("A window tells its caption, labels and buttons, and explains them") {
+TEST_CASE("A window prints its caption, labels and buttons, and tool tips on request") {
     const LineRun run("qu\x1Btsch\n?\n");
-    const Handle window = Created({});
+    const Handle window = CreateTestWindow({});
     ControlToolTip(window, 3, u"Warum.");
     WindowShowModal(window);
     const std::string choices = "  1 Löschen\n  2 LÖSCHEN\n  ? Erklärungen\n  x Schließen\n";
@@ -28,24 +28,24 @@ TEST_CASE("A window tells its caption, labels and buttons, and explains them") {
                               "> ?\n  1 Löschen: \n  2 LÖSCHEN: Warum.\n> \n");
 }
 
-TEST_CASE("A line of input clicks the button that it names or numbers, and nothing else does") {
+TEST_CASE("An input line clicks a button only by its caption or number") {
     const std::vector<std::pair<std::string, std::vector<std::size_t>>> cases{
         {"  LÖSCHEN \r\nlo\u0308schen\n2\n", {0, 0, 3}},
         {"0\n01\n3\n4\n-1\n1 2\n99999999999999999999\nLösch\n\n\t\n\xFF\n1", {0}},
         {std::string(100000, '1') + "\n2\n", {3}},
         {"X\n1\n", {}},
     };
-    for (const auto& [input, wanted] : cases) {
+    for (const auto& [input, expected] : cases) {
         const LineRun run(input);
         std::vector<std::size_t> clicks;
         int activations = 0;
-        WindowShowModal(Created({[&] { ++activations; }, [&](std::size_t control) { clicks.push_back(control); }, {}}));
-        CHECK(clicks == wanted);
+        WindowShowModal(CreateTestWindow({[&] { ++activations; }, [&](std::size_t control) { clicks.push_back(control); }, {}}));
+        CHECK(clicks == expected);
         CHECK(activations == 1);
     }
 }
 
-TEST_CASE("A message box gives the answer of the button, of its close box, and of the end of input") {
+TEST_CASE("A message box returns the clicked button; closing it means Cancel or OK") {
     for (const auto& [input, answer] : {std::pair("OK\n?\n4\n\nnein\nJa\n", AnswerNo),
                                         {"JA\n", AnswerYes},
                                         {"x\n", AnswerCancel},
