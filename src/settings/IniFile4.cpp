@@ -12,23 +12,23 @@
 
 namespace {
 
-// The name under whose key a section's heading stands.
-constexpr TextView HeadingName = u"_";
+// A section's heading has the key of this name.
+constexpr char16_t HeadingName[] = u"_";
 
 Text ItemKey(const Text& name) {
     return u"KEY" + name;
 }
 
-// What follows `position`. MidFixed would overflow here: it adds position and length, which is beyond 16 bits for a
-// line of 32767 characters, and such a line is read, found and shown whole.
-Text Behind(const Text& line, std::int16_t position) {
+// Returns the rest of a line after `position`. MidFixed would raise an overflow for a line of 32767 characters, because
+// it adds position and length; such a line must be read, found and shown.
+Text TextAfter(const Text& line, std::int16_t position) {
     return line.substr(static_cast<std::size_t>(position));
 }
 
-// A heading is shown from behind its first ";".
+// Returns the part of a heading that is shown: the text after its first ";".
 Text HeadingText(const Text& line) {
     const std::int16_t semicolon = FindAnyChar(line, u";");
-    return semicolon == 0 ? line : Behind(line, semicolon);
+    return semicolon == 0 ? line : TextAfter(line, semicolon);
 }
 
 void StreamLine(Text& streamText, const Text& line) {
@@ -40,7 +40,7 @@ void StreamLine(Text& streamText, const Text& line) {
 
 void StreamSection(Text& streamText, const IniSection& section) {
     StreamLine(streamText, HeadingText(section.First()));
-    for (const auto& [place, line] : section) {
+    for (const auto& [key, line] : section) {
         if (!line.starts_with(u'[')) {
             StreamLine(streamText, line);
         }
@@ -95,15 +95,15 @@ void IniFile4::ParseLine(const Text& fileLine) {
         return;
     }
     if (const std::int16_t equals = FindAnyChar(line, u"="); equals > 1) {
-        Value(readSection_, MidFixed(line, 1, static_cast<std::int16_t>(equals - 1)), Behind(line, equals));
+        Value(readSection_, MidFixed(line, 1, static_cast<std::int16_t>(equals - 1)), TextAfter(line, equals));
     }
 }
 
 void IniFile4::Section(const Text& thisName) {
-    IgnoreErrors([&] {
+    TrapError([&] {
         if (sections_->Find(ItemKey(thisName)) == nullptr) {
             IniSection section;
-            section.Add(ItemKey(Text(HeadingName)), u"[" + thisName + u"]");
+            section.Add(ItemKey(HeadingName), u"[" + thisName + u"]");
             sections_->Add(ItemKey(thisName), std::move(section));
         }
     });
@@ -112,7 +112,7 @@ void IniFile4::Section(const Text& thisName) {
 void IniFile4::Value(const Text& thisSection, const Text& thisName, const Text& thisValue) {
     const Text line = thisValue.empty() ? thisName : thisName + u"=" + thisValue;
     Section(thisSection);
-    IgnoreErrors([&] {
+    TrapError([&] {
         if (IniSection* const section = sections_->Find(ItemKey(thisSection))) {
             section->Remove(ItemKey(thisName));
             section->Add(ItemKey(thisName), line);
@@ -123,11 +123,11 @@ void IniFile4::Value(const Text& thisSection, const Text& thisName, const Text& 
 Text IniFile4::Value(const Text& thisSection, const Text& thisName) const {
     const Text line = ValueFull(thisSection, thisName);
     const std::int16_t equals = FindAnyChar(line, u"=");
-    return equals == 0 || static_cast<std::size_t>(equals) == line.size() ? line : Behind(line, equals);
+    return equals == 0 || static_cast<std::size_t>(equals) == line.size() ? line : TextAfter(line, equals);
 }
 
 Text IniFile4::ValueFull(const Text& thisSection, const Text& thisName) const {
-    const IniSection* const section = sections_->Find(ItemKey(thisSection));
+    IniSection* const section = sections_->Find(ItemKey(thisSection));
     const Text* const line = section == nullptr ? nullptr : section->Find(ItemKey(thisName));
     return line == nullptr ? Text() : *line;
 }
@@ -148,7 +148,7 @@ Text IniFile4::Stream() const {
         return streamText;
     }
     const std::optional<Error> error = TrapError([&] {
-        for (const auto& [place, section] : *sections_) {
+        for (const auto& [key, section] : *sections_) {
             StreamSection(streamText, section);
         }
     });

@@ -5,55 +5,54 @@
 #include "common/Text.h"
 #include "settings/KeyedList.h"
 
-// The lines of a section: first its heading "[name]", under the key of the name "_", then "name=value" for each item,
-// or the bare name of an item without a value.
+// The lines of a section: first the heading "[name]", with the key of the name "_", then a line "name=value" for each
+// item, or the bare name of an item without a value.
 using IniSection = KeyedList<Text>;
 using IniSections = KeyedList<IniSection>;
 
-// A document of sections and items in the style of an INI file, held in memory. Names that differ only in case are one
-// name; of a section the first spelling stays. Reading and looking up never fail: a file that cannot be read gives what
-// could be read of it, a missing item the empty text. Comments and empty lines of a file are not kept.
+// An INI document in memory. Section and item names are case-insensitive; a section keeps its first spelling. Read
+// errors aren't raised: the document keeps what was read before the error. Looking up a missing item returns an empty
+// string. Reading drops lines that are neither `[name]` nor `name=value`, such as comments and empty lines.
 class IniFile4 {
 public:
-    // The document itself, shared with whoever holds it. Clearing and reading begin a new one, and so does setting it
-    // to null.
+    // The document itself, which the caller may share. Clear, ReadFile and setting it to null replace it by a new one.
     [[nodiscard]] std::shared_ptr<IniSections> Sections() const { return sections_; }
     void Sections(std::shared_ptr<IniSections> sections);
 
-    // Setting the path of the document's file replaces the document by what the file holds.
+    // Setting the path also reads the file, replacing the document.
     [[nodiscard]] Text FilePath() const { return filePath_; }
     void FilePath(const Text& thisFilePath);
 
-    // Empties the document. The path stays, and so does the section that lines being read go to.
+    // Empties the document. Keeps the path and the section that the next lines read belong to.
     void Clear();
 
-    // Replaces the document by the file's content; a path that is given becomes FilePath first. A line of more than
-    // 32767 characters ends the reading.
+    // Replaces the document with the file's content. If a path is passed, sets FilePath to it first. Stops at a line of
+    // more than 32767 characters.
     void ReadFile(const Text& thisFilePath = {});
 
-    // Makes sure that the section exists.
+    // Creates the section if it is missing.
     void Section(const Text& thisName);
 
-    // Sets an item, which moves to the end of its section; the section is created when needed.
+    // Sets an item and moves it to the end of its section. Creates the section if it is missing.
     void Value(const Text& thisSection, const Text& thisName, const Text& thisValue);
-    // An item's value. An item without one gives its name. A line of more than 32767 characters raises the overflow
-    // error (6).
+    // Returns an item's value, or its name if it has no value. Raises 6 (overflow) if its line has more than 32767
+    // characters.
     [[nodiscard]] Text Value(const Text& thisSection, const Text& thisName) const;
-    // An item's whole line.
+    // Returns an item's whole line.
     [[nodiscard]] Text ValueFull(const Text& thisSection, const Text& thisName) const;
 
-    // Writes the document to the file, whole or not at all; a path that is given becomes FilePath first. An empty
-    // document writes nothing. Raises that the file exists (58) unless it is to be overwritten, and the error of a
-    // write that fails.
+    // Writes the document to the file, completely or not at all. If a path is passed, sets FilePath to it first. An
+    // empty document isn't written. Raises 58 if the file exists and `thisOverwite` is false, or the error of a failed
+    // write.
     void WriteFile(const Text& thisFilePath = {}, bool thisOverwite = false);
 
-    // The document as one text: each section's heading, its items and one empty line, joined by CR LF. An error ends it
-    // with the error's description as the last line.
+    // Returns the document as a string: for each section its heading, its items and an empty line, separated by CR LF.
+    // If an error occurs, the last line is the error's description.
     [[nodiscard]] Text Stream() const;
 
-    // Deletes the document's file, if that can be done.
+    // Deletes the document's file. Ignores a failure.
     void Delete() const;
-    // True when the document's file is there, hidden or not; a folder is none.
+    // True if the document's file exists, even if it is hidden, and isn't a folder.
     [[nodiscard]] bool Exists() const;
 
 private:

@@ -1,66 +1,55 @@
 #pragma once
 
-#include <cstdint>
-#include <map>
-#include <unordered_map>
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "common/Error.h"
 #include "common/Text.h"
 #include "platform/Regional.h"
 
-// Items in their order of adding, each found by its key. Keys are compared without regard to letter case; blanks count.
+// A map that keeps insertion order. Keys are case-insensitive; spaces are significant. Meant for short lists: a lookup
+// compares key after key.
 template <typename Item>
 class KeyedList {
 public:
-    // Items by their places, in the order of adding.
-    using Places = std::map<std::uint64_t, Item>;
+    struct Entry {
+        Text key;  // in uppercase
+        Item item;
+    };
 
-    [[nodiscard]] bool IsEmpty() const { return items_.empty(); }
-    [[nodiscard]] typename Places::const_iterator begin() const { return items_.begin(); }
-    [[nodiscard]] typename Places::const_iterator end() const { return items_.end(); }
+    [[nodiscard]] bool IsEmpty() const { return entries_.empty(); }
+    [[nodiscard]] auto begin() const { return entries_.begin(); }
+    [[nodiscard]] auto end() const { return entries_.end(); }
 
-    // The item added first; the subscript error (9) when there is none.
+    // Returns the item that was added first. Raises 9 (subscript) if the list is empty.
     [[nodiscard]] const Item& First() const {
-        if (items_.empty()) {
+        if (entries_.empty()) {
             Raise(RuntimeError::SubscriptOutOfRange);
         }
-        return items_.begin()->second;
+        return entries_.front().item;
     }
 
-    // The item under `key`, null when there is none. It stays where it is until it is removed.
-    [[nodiscard]] const Item* Find(const Text& key) const {
-        const auto found = places_.find(platform::CharUpperW(key));
-        return found == places_.end() ? nullptr : &items_.at(found->second);
-    }
+    // Returns the item with this key, or null. The pointer is valid until the list changes.
     [[nodiscard]] Item* Find(const Text& key) {
-        const auto found = places_.find(platform::CharUpperW(key));
-        return found == places_.end() ? nullptr : &items_.at(found->second);
+        const auto found = std::ranges::find(entries_, platform::CharUpperW(key), &Entry::key);
+        return found == entries_.end() ? nullptr : &found->item;
     }
 
-    // Adds `item` at the end. A key that is taken raises the invalid argument error (5).
+    // Adds `item` at the end. Raises 5 (invalid argument) if the key exists.
     void Add(const Text& key, Item item) {
         if (Find(key) != nullptr) {
             Raise(RuntimeError::InvalidArgument);
         }
-        // Where memory runs out, neither is added: an item without its key could not be found or removed.
-        Places added;
-        added.emplace(nextPlace_, std::move(item));
-        places_.emplace(platform::CharUpperW(key), nextPlace_);
-        items_.merge(added);
-        ++nextPlace_;
+        entries_.push_back({platform::CharUpperW(key), std::move(item)});
     }
 
-    // Removes the item under `key`, if there is one.
+    // Removes the item with this key, if it exists.
     void Remove(const Text& key) {
-        if (const auto found = places_.find(platform::CharUpperW(key)); found != places_.end()) {
-            items_.erase(found->second);
-            places_.erase(found);
-        }
+        std::erase_if(entries_,
+                      [folded = platform::CharUpperW(key)](const Entry& entry) { return entry.key == folded; });
     }
 
 private:
-    Places items_;
-    std::unordered_map<Text, std::uint64_t> places_;
-    std::uint64_t nextPlace_ = 0;
+    std::vector<Entry> entries_;
 };
