@@ -10,31 +10,31 @@ namespace {
 
 constexpr std::size_t ListCapacity = 1000;
 
-constexpr TextView UnInstallRoot = u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\UnInstall";
-// The installer keeps what it installed for all users under the identity of the system's own account.
-constexpr TextView InstallerRoot =
+constexpr char16_t UnInstallRoot[] = u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\UnInstall";
+// S-1-5-18 is the system account, for which Windows Installer registers what it installs for all users.
+constexpr char16_t InstallerRoot[] =
     u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Installer\\UserData\\S-1-5-18\\Products";
-constexpr TextView InstallerSubKey = u"\\InstallProperties";
+constexpr char16_t InstallerSubKey[] = u"\\InstallProperties";
 
-// What stands in the first braces of an uninstall string, without a look at its form.
+// Returns the text in the first braces of an uninstall string. Doesn't check its form.
 Text ExtractGUI(const Text& unInstallString) {
     if (unInstallString.empty()) {
         return {};
     }
     const std::int16_t opening = FindAnyChar(unInstallString, u"{");
-    const Text behind = MidFixed(unInstallString, static_cast<std::int16_t>(opening + 1));
-    const std::int16_t closing = FindAnyChar(behind, u"}");
-    return MidFixed(behind, 1, static_cast<std::int16_t>(closing - 1));
+    const Text rest = MidFixed(unInstallString, static_cast<std::int16_t>(opening + 1));
+    const std::int16_t closing = FindAnyChar(rest, u"}");
+    return MidFixed(rest, 1, static_cast<std::int16_t>(closing - 1));
 }
 
 }  // namespace
 
 void Installer::DisplayName(const Text& thisDisplayName) {
-    FindProduct(thisDisplayName, false);
+    FindProduct(thisDisplayName, &Record::displayName);
 }
 
 void Installer::GUI(const Text& thisGUI) {
-    FindProduct(thisGUI, true);
+    FindProduct(thisGUI, &Record::gui);
 }
 
 std::int16_t Installer::VersionMajor() const {
@@ -67,9 +67,8 @@ Text Installer::DisplayVersions(std::int32_t index, bool fancy, bool noPoints) {
 }
 
 void Installer::ReScan() {
-    // A copy, because the record is cleared before it is filled again.
-    const Text gui = record_.gui;
-    FindProduct(gui, true);
+    const Text gui = record_.gui;  // a copy, because FindProduct clears the record first
+    FindProduct(gui, &Record::gui);
 }
 
 void Installer::UnInstall(bool quiet) {
@@ -84,28 +83,43 @@ void Installer::UnInstall(bool quiet) {
 void Installer::List(bool userMode) {
     count_ = 0;
     list_.clear();
-    ScanProducts({}, false, userMode);
+    VisitProducts(userMode, [this](const Record& record) {
+        record_ = record;
+        if (record.IsEntry()) {
+            ++count_;
+            if (list_.size() < ListCapacity) {
+                list_.push_back(record);
+            }
+        }
+        return false;
+    });
 }
 
-void Installer::FindProduct(const Text& match, bool byGUI) {
-    ClearRecord();
-    if (!match.empty()) {
-        ScanProducts(match, byGUI, false);
+void Installer::FindProduct(const Text& match, Text Record::*field) {
+    record_ = {};
+    if (match.empty()) {
+        return;
     }
+    VisitProducts(false, [&](const Record& record) {
+        const bool found = record.IsEntry() && record.*field == match;
+        if (found) {
+            record_ = record;
+        }
+        return found;
+    });
 }
 
-// The one walk behind every lookup and, with an empty `match`, behind the list.
-void Installer::ScanProducts(const Text& match, bool byGUI, bool userMode) {
-    const Text root(userMode ? InstallerRoot : UnInstallRoot);
-    const TextView below = userMode ? InstallerSubKey : TextView();
+// Reads one product after the other until `visit` returns true.
+void Installer::VisitProducts(bool userMode, const std::function<bool(const Record&)>& visit) {
+    const Text root = userMode ? InstallerRoot : UnInstallRoot;
+    const TextView suffix = userMode ? InstallerSubKey : u"";
     Registry products;
     const KeyCloser closer(products);
     TrapError([&] {
         products.KeyOpenLocalMachine(root);
         for (products.SubKeyFirst(); !products.EOF_SubKey(); products.SubKeyNext()) {
             Text path = root;
-            ReadRecord(path.append(u"\\").append(products.SubKey()).append(below));
-            if (EndsWalk(match, byGUI)) {
+            if (visit(ReadRecord(path.append(u"\\").append(products.SubKey()).append(suffix)))) {
                 return;
             }
             platform::DoEvents();
@@ -113,68 +127,26 @@ void Installer::ScanProducts(const Text& match, bool byGUI, bool userMode) {
     });
 }
 
-// Each field on its own: one that is missing, or that does not convert, stays empty.
-void Installer::ReadRecord(const Text& path) {
-    ClearRecord();
+// A field that is missing or doesn't convert stays empty; the others are still read.
+Installer::Record Installer::ReadRecord(const Text& path) {
+    Record record;
     Registry product;
     const KeyCloser closer(product);
     IgnoreErrors([&] { product.KeyOpenLocalMachine(path); },
-                 [&] { record_.displayName = TextFrom(product.Value(u"DisplayName")); },
-                 [&] { record_.unInstallString = TextFrom(product.Value(u"UnInstallString")); },
-                 [&] { record_.gui = ExtractGUI(record_.unInstallString); },
-                 [&] { record_.version = LongFrom(product.Value(u"Version")); },
-                 [&] { record_.installLocation = TextFrom(product.Value(u"InstallLocation")); });
+                 [&] { record.displayName = TextFrom(product.Value(u"DisplayName")); },
+                 [&] { record.unInstallString = TextFrom(product.Value(u"UnInstallString")); },
+                 [&] { record.gui = ExtractGUI(record.unInstallString); },
+                 [&] { record.version = LongFrom(product.Value(u"Version")); },
+                 [&] { record.installLocation = TextFrom(product.Value(u"InstallLocation")); });
+    return record;
 }
 
-bool Installer::EndsWalk(const Text& match, bool byGUI) {
-    if (match.empty()) {
-        if (IsEntry()) {
-            ListAdd();
-        }
-        return false;
-    }
-    if (IsEntry() && match == (byGUI ? record_.gui : record_.displayName)) {
-        return true;
-    }
-    ClearRecord();
-    return false;
-}
-
-void Installer::ListAdd() {
-    ++count_;
-    if (list_.size() < ListCapacity) {
-        list_.push_back(record_);
-    }
-}
-
-template <typename Field>
-Field Installer::ListEntry(Field Record::*field, std::int32_t index) const {
+Installer::Record Installer::ListEntry(std::int32_t index) const {
     if (index < 1 || index > count_) {
         return {};
     }
-    const auto place = static_cast<std::size_t>(index - 1);
-    if (place >= list_.size()) {
+    if (static_cast<std::size_t>(index) > list_.size()) {
         Raise(RuntimeError::SubscriptOutOfRange);
     }
-    return list_[place].*field;
-}
-
-Text Installer::DisplayNames(std::int32_t index) const {
-    return ListEntry(&Record::displayName, index);
-}
-
-Text Installer::UnInstallStrings(std::int32_t index) const {
-    return ListEntry(&Record::unInstallString, index);
-}
-
-Text Installer::GUIs(std::int32_t index) const {
-    return ListEntry(&Record::gui, index);
-}
-
-std::int32_t Installer::Versions(std::int32_t index) const {
-    return ListEntry(&Record::version, index);
-}
-
-Text Installer::InstallLocations(std::int32_t index) const {
-    return ListEntry(&Record::installLocation, index);
+    return list_[static_cast<std::size_t>(index - 1)];
 }

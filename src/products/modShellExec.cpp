@@ -10,9 +10,9 @@
 namespace {
 
 constexpr std::int32_t FirstSuccess = 33;
-constexpr std::int32_t InheritHandle = -1;  // true, as the system's Boolean with all bits set
+constexpr std::int32_t InheritHandle = -1;  // the system's True, with all bits set
 
-// A program that is there and cannot be started is an invalid argument to the start.
+// Raises 53 (file not found) or, if the program exists, 5 (invalid argument).
 void RaiseStartStatus(platform::Status status) {
     if (status == platform::StatusFileNotFound || status == platform::StatusPathNotFound) {
         Raise(RuntimeError::FileNotFound);

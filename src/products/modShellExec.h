@@ -5,19 +5,19 @@
 
 #include "common/Text.h"
 
-// Starts things through the system: a document with the program of its type, and a command line.
+// Opens documents with their associated programs, and runs command lines.
 
-// Opens a document, and does not wait for its program. Raises the result code of a failure, described by
-// ShellErrorText. A `path` that ends in ":" is given a backslash, in the caller's variable.
+// Opens a document without waiting for its program. On failure raises the system's result code, described by
+// ShellErrorText. If `path` ends in ":", appends a backslash to the caller's variable.
 void ShellOpen(Text& path);
 
-// The same, giving the system's result code: 33 and above is success.
+// Does the same, but returns the system's result code, which is 33 or more on success.
 std::int32_t ShellOpenDocument(Text& path);
 
-// Starts a command line, minimised and with the focus, and waits for its end, by default without a limit and otherwise
-// no longer than `timeOut` milliseconds; the process goes on after that. Gives platform::WaitObject0, WaitTimeout or
-// WaitFailed. Raises the error of a start that failed.
+// Starts a command line, minimised and with the focus, and waits until the process ends or `timeOut` milliseconds have
+// passed (default: no limit). After a time-out the process keeps running. Returns platform::WaitObject0, WaitTimeout or
+// WaitFailed. Raises 53 if the program is missing, 5 if it can't be started.
 std::uint32_t ShellAndWait(const Text& command, std::optional<std::uint32_t> timeOut = {});
 
-// The text for a result code below 33; the empty text for success.
+// Returns the description of a result code, or an empty string for 33 or more.
 Text ShellErrorText(std::int32_t code);
