@@ -20,13 +20,13 @@ std::int32_t LongFromText(const Text& text) {
 }  // namespace
 
 std::optional<std::int32_t> WholeNumber(const Variant& value) {
-    if (const std::uint8_t* const byte = std::get_if<std::uint8_t>(&value)) {
+    if (const auto* const byte = std::get_if<std::uint8_t>(&value)) {
         return *byte;
     }
-    if (const std::int16_t* const integer = std::get_if<std::int16_t>(&value)) {
+    if (const auto* const integer = std::get_if<std::int16_t>(&value)) {
         return *integer;
     }
-    if (const std::int32_t* const number = std::get_if<std::int32_t>(&value)) {
+    if (const auto* const number = std::get_if<std::int32_t>(&value)) {
         return *number;
     }
     return {};
@@ -52,19 +52,11 @@ std::int32_t LongFrom(const Variant& value) {
 }
 
 std::int16_t IntegerFrom(double number) {
-    const double rounded = std::nearbyint(number);  // a tie to the even number, as the C library starts
+    const double rounded = std::nearbyint(number);  // ties to even, the C library's initial rounding mode
     if (!(rounded >= INT16_MIN && rounded <= INT16_MAX)) {
         Raise(RuntimeError::Overflow);
     }
     return static_cast<std::int16_t>(rounded);
-}
-
-std::uint32_t NumberFromBytes(std::span<const char, 4> bytes) {
-    std::uint32_t number = 0;
-    for (std::size_t place = bytes.size(); place-- > 0;) {
-        number = number << 8U | static_cast<unsigned char>(bytes[place]);
-    }
-    return number;
 }
 
 Text TextFrom(const Variant& value) {

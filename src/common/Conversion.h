@@ -2,28 +2,25 @@
 
 #include <cstdint>
 #include <optional>
-#include <span>
 
 #include "common/Text.h"
 #include "common/Variant.h"
 
-// The general tests and conversions of values, under the user's regional settings.
+// Tests and conversions of variants, under the user's regional settings.
 
-// The number of a variant of one of the whole number kinds; nothing for any other kind.
+// Returns the number in a variant of an integer kind, or nothing for any other kind.
 std::optional<std::int32_t> WholeNumber(const Variant& value);
 
-// True for a whole number, and for a text that reads as a number, also as one beyond the signed 32-bit range.
+// True for an integer and for a string that is a number, even one that exceeds 32 bits.
 bool IsNumeric(const Variant& value);
 
-// A whole number, or what a text reads as, as a signed 32-bit number; a fraction rounds to the nearest, a tie to the
-// even one. Raises the overflow error (6) beyond 32 bits and the type mismatch (13) for any other value.
+// Converts an integer or a numeric string to 32 bits. Rounds to the nearest whole number, ties to even. Raises 6
+// (overflow) if the number exceeds 32 bits, 13 (type mismatch) for any other value.
 std::int32_t LongFrom(const Variant& value);
 
-// The number as a signed 16-bit one, rounded in the same way. Raises the overflow error (6) beyond 16 bits.
+// Converts the number to 16 bits, rounding in the same way. Raises 6 (overflow) if the number exceeds 16 bits.
 std::int16_t IntegerFrom(double number);
 
-// A number of 32 bits from its four bytes, the lowest first.
-std::uint32_t NumberFromBytes(std::span<const char, 4> bytes);
-
-// A text as it is, a whole number in decimal digits, a date in its default form; the empty text for any other value.
+// Returns a string unchanged, an integer in decimal digits, or a date in its default form. Returns an empty string for
+// any other value.
 Text TextFrom(const Variant& value);

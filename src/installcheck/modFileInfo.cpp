@@ -4,11 +4,10 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string>
 
-#include "common/Conversion.h"
 #include "common/modStringLibrary.h"
+#include "platform/Bytes.h"
 #include "platform/Regional.h"
 #include "platform/VersionCalls.h"
 
@@ -23,7 +22,7 @@ constexpr std::size_t FileType = 36;
 using FixedInfo = std::array<char, FixedInfoSize>;
 
 std::uint32_t NumberAt(const FixedInfo& info, std::size_t offset) {
-    return NumberFromBytes(std::span(info).subspan(offset).first<4>());
+    return platform::NumberFromBytes({&info.at(offset), sizeof(std::uint32_t)});
 }
 
 // Returns zeros if there is no version information.

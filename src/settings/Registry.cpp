@@ -2,11 +2,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <span>
 #include <string>
 
 #include "common/Conversion.h"
 #include "common/Error.h"
+#include "platform/Bytes.h"
 #include "platform/Regional.h"
 
 namespace {
@@ -30,14 +30,15 @@ void RaiseAsErrorOnFailure(platform::Status status) {
     }
 }
 
-// Converts only the bytes that were delivered: in UTF-8 and in double-byte code pages a character may take several.
+// Returns the string in the first `byteCount` bytes. A character can take several bytes, in UTF-8 and in double-byte
+// code pages.
 Text BufferText(const std::string& buffer, std::size_t byteCount) {
     return platform::TextFromAnsi(buffer.substr(0, byteCount));
 }
 
-// Signed, so that a number with the top bit set overflows.
+// Returns the number in the buffer's first four bytes. Raises 6 (overflow) if it is 0x80000000 or more.
 std::int32_t StoredNumber(const std::string& buffer) {
-    const std::uint32_t number = NumberFromBytes(std::span(buffer).first<4>());
+    const std::uint32_t number = platform::NumberFromBytes(buffer.substr(0, sizeof(std::uint32_t)));
     if (number > INT32_MAX) {
         Raise(RuntimeError::Overflow);
     }
@@ -82,8 +83,8 @@ void Registry::KeyOpen(platform::Handle hKey, const Text& szKey, bool force) {
     KeyAccess(0, force);
 }
 
-// The only place that opens a key. `accessMode` holds the rights that the coming operation needs, 0 for an open that
-// takes what AccessMode says.
+// Opens the key, or reopens it with the rights in `accessMode` added. An `accessMode` of 0 opens the key with the
+// rights of AccessMode and keeps an open key. No other function opens a key.
 void Registry::KeyAccess(std::int32_t accessMode, bool force) {
     if (hCurrentKey_ != 0) {
         if ((accessMode_ & accessMode) == accessMode) {
@@ -93,21 +94,21 @@ void Registry::KeyAccess(std::int32_t accessMode, bool force) {
         hCurrentKey_ = 0;
         accessMode_ |= accessMode;
     }
-    const std::string path = platform::AnsiFromText(key_);
-    platform::Status status = platform::RegOpenKeyExA(hKey_, path, 0, accessMode_, hCurrentKey_);
+    const std::string subKey = platform::AnsiFromText(key_);
+    platform::Status status = platform::RegOpenKeyExA(hKey_, subKey, 0, accessMode_, hCurrentKey_);
     if (hCurrentKey_ == 0 && force) {
         CreateFromRoot();
-        status = platform::RegOpenKeyExA(hKey_, path, 0, accessMode_, hCurrentKey_);
+        status = platform::RegOpenKeyExA(hKey_, subKey, 0, accessMode_, hCurrentKey_);
     }
     if (hCurrentKey_ == 0) {
-        const Text refused = key_;
+        const Text path = key_;
         KeyClose();
-        Raise(status, u"Key not opened: " + refused);
+        Raise(status, u"Key not opened: " + path);
     }
 }
 
-// Creates the key of `key_` from the root. With the path held aside, widening the rights opens the root anew and not
-// the key that is still missing. The root itself belongs to the caller, one that was opened anew to us.
+// Creates the key `key_`, starting at the root. Clears `key_` meanwhile, so that widening the rights reopens the root
+// and not the missing key. Closes the handle if the root was reopened; `hKey_` itself belongs to the caller.
 void Registry::CreateFromRoot() {
     hCurrentKey_ = hKey_;
     const Text path = key_;
@@ -120,7 +121,7 @@ void Registry::CreateFromRoot() {
     hCurrentKey_ = 0;
 }
 
-// Whatever the status, the step has advanced; only a name that was delivered is not the end.
+// Ends an enumeration step: advances the index, sets name and end flag, and raises any status but 0 and 259.
 void Registry::EnumerationStep(platform::Status status, const std::string& buffer, std::uint32_t size,
                                std::int32_t& index, Text& name, bool& end) {
     ++index;
@@ -216,12 +217,7 @@ void Registry::StoreNumber(const Text& name, std::int32_t number) {
     if (number < 0) {
         Raise(RuntimeError::InvalidArgument);
     }
-    std::string bytes;
-    for (int place = 0; place < 4; ++place) {
-        bytes += static_cast<char>(static_cast<unsigned char>(number % 256));
-        number /= 256;
-    }
-    Store(name, platform::RegDword, bytes);
+    Store(name, platform::RegDword, platform::BytesFromNumber(static_cast<std::uint32_t>(number)));
 }
 
 void Registry::Store(const Text& name, std::uint32_t type, const std::string& data) {

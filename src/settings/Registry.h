@@ -8,26 +8,26 @@
 #include "platform/Handle.h"
 #include "platform/RegistryCalls.h"
 
-// The one way to the registry. An object stands on at most one open key, below one of the roots. It opens the key with
-// the right to query values alone, unless AccessMode was set before, and opens it anew with wider rights the moment
-// that an operation needs them.
+// The only class that accesses the registry. Holds at most one open key, below one of the roots. Opens the key with the
+// right to query values, unless AccessMode was set before, and reopens it with wider rights when an operation needs
+// them.
 //
-// Every failure is raised with the status of the system's call as its number. Where no other description is told, it is
-// the pending one: what the error state holds at that moment.
+// Every failure is raised with the system's status as its number. Unless documented otherwise, the description is the
+// pending one, which is the description in the error state at that moment.
 //
-// A user opens with one of the KeyOpen family, works, and ends with KeyClose, also after an error: the object does not
-// close its key when it goes. While a key is open another KeyOpen does not move the object.
+// Callers open a key with one of the KeyOpen functions, use it, and call KeyClose, even after an error: the destructor
+// doesn't close the key. While a key is open, KeyOpen doesn't open another one.
 class Registry {
 public:
-    // True when the last SubKeyNext or ValueNameNext delivered no name. A name alone does not tell the end: the unnamed
-    // value has an empty one. The flags and the places of both enumerations survive KeyClose.
+    // True if the last SubKeyNext or ValueNameNext returned no name. An empty name doesn't mean the end: the unnamed
+    // value has an empty name. KeyClose changes neither these flags nor the enumerations' indexes.
     [[nodiscard]] bool EOF_SubKey() const { return eofSubKey_; }
     void EOF_SubKey(bool end) { eofSubKey_ = end; }
     [[nodiscard]] bool EOF_ValueName() const { return eofValueName_; }
     void EOF_ValueName(bool end) { eofValueName_ = end; }
 
-    // The rights that the next open asks for (platform::KeyQueryValue and the like); they only grow while a key is
-    // open.
+    // The rights to open the next key with, such as platform::KeyQueryValue. While a key is open, operations only add
+    // rights.
     [[nodiscard]] std::int32_t AccessMode() const { return accessMode_; }
     void AccessMode(std::int32_t accessMode) { accessMode_ = accessMode; }
 
@@ -39,35 +39,35 @@ public:
 
     void KeyClose() noexcept;
 
-    // Open the key `szKey` below a root, the empty text for the root itself. With `force` a missing key is created with
-    // all its levels; when that is refused, SubKeyCreate's error is raised. Any other failure closes and resets the
-    // object and is described "Key not opened: " and the path.
+    // Open the key `szKey` below a root; an empty `szKey` opens the root itself. If the key is missing and `force` is
+    // true, create it and any missing parents; if that fails, raise SubKeyCreate's error. Any other failure closes and
+    // resets the object and raises an error described as "Key not opened: " plus the path.
     void KeyOpenLocalMachine(const Text& szKey, bool force = false);
     void KeyOpenCurrentUser(const Text& szKey, bool force = false);
     void KeyOpenClassesRoot(const Text& szKey, bool force = false);
     void KeyOpenUsers(const Text& szKey, bool force = false);
     void KeyOpen(platform::Handle hKey, const Text& szKey, bool force = false);
 
-    // The subkeys one by one: SubKeyFirst; until EOF_SubKey, use SubKey and call SubKeyNext. A failed step ends the
-    // enumeration and has advanced all the same.
+    // Enumerate the subkeys: call SubKeyFirst; until EOF_SubKey is true, use SubKey and call SubKeyNext. A failed step
+    // ends the enumeration, but a further SubKeyNext continues with the next subkey.
     void SubKeyFirst();
     void SubKeyNext();
-    // Creates a key of one or several levels below the open one, on which the object stays.
+    // Creates a key of one or several levels below the open key, which stays open.
     void SubKeyCreate(const Text& newSubKey);
-    // Deletes a key that has no subkeys, with its values. A failure is described "Error " and the pending description.
+    // Deletes a key without subkeys, and its values. Describes a failure as "Error " plus the pending description.
     void SubKeyDelete(const Text& key);
 
-    // The values in the same way. A value with more than 255 bytes of data fails its step (234).
+    // Enumerate the values in the same way. The step of a value with more than 255 bytes of data raises 234.
     void ValueNameFirst();
     void ValueNameNext();
-    // Deletes a value; described as SubKeyDelete.
+    // Deletes a value. Describes a failure as SubKeyDelete does.
     void ValueNameDelete(const Text& name);
 
-    // A value's text or number; null for every other stored type. 2 for a missing value, 234 for one of more than 1024
-    // bytes with its terminator, the overflow error (6) for a stored number of 0x80000000 and above.
+    // Returns the value's string or number, or Null for any other stored type. Raises 2 if the value is missing, 234 if
+    // its data, including the terminator, exceeds 1024 bytes, 6 (overflow) if the stored number is 0x80000000 or more.
     [[nodiscard]] Variant Value(const Text& name);
-    // Stores a text, or a number from 0 upward as 32 bits; a negative one is an invalid argument (5). Any other kind
-    // stores nothing.
+    // Stores a string, or a whole number as 32 bits. Raises 5 (invalid argument) if the number is negative. Stores
+    // nothing for any other kind of variant.
     void Value(const Text& name, const Variant& value);
 
 private:
@@ -91,7 +91,7 @@ private:
     std::int32_t valueNameIndex_ = 0;
 };
 
-// Closes the key of a Registry at the end of a scope, so that no error leaves it open.
+// Closes the key of a Registry at the end of the scope.
 class KeyCloser {
 public:
     explicit KeyCloser(Registry& registry) : registry_(registry) {}
