@@ -2,5 +2,5 @@
 
 #include "common/Text.h"
 
-// The environment variable of this name; the empty text when it is unset.
+// Returns the environment variable `name`, or an empty string if it isn't set.
 Text EnvironmentVariable(const Text& name);

@@ -37,7 +37,7 @@ TextView RuntimeErrorText(RuntimeError error) {
     return {};
 }
 
-RuntimeError FromFileStatus(platform::Status status) {
+RuntimeError RuntimeErrorFromFileStatus(platform::Status status) {
     switch (status) {
         case platform::StatusFileNotFound:
             return RuntimeError::FileNotFound;
@@ -107,6 +107,6 @@ void Raise(RuntimeError error) {
 
 void RaiseFileStatus(platform::Status status) {
     if (status != platform::StatusSuccess) {
-        Raise(FromFileStatus(status));
+        Raise(RuntimeErrorFromFileStatus(status));
     }
 }

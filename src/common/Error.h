@@ -8,7 +8,7 @@
 #include "common/Text.h"
 #include "platform/Handle.h"
 
-// A raised error on its way to the trap that ends it.
+// A raised error. Thrown by Raise and caught by a trap.
 struct Error : std::runtime_error {
     Error(std::int32_t thisNumber, Text thisDescription);
 
@@ -16,8 +16,8 @@ struct Error : std::runtime_error {
     Text description;
 };
 
-// Number and description of the last raised error, from the raise until a trap ends or the state is cleared. Operations
-// that raise anew read the description from here: it is their pending description.
+// Number and description of the last raised error, kept until a trap handles the error or Clear is called. An operation
+// that raises an error without a description of its own uses this one (the pending description).
 class ErrorState {
 public:
     [[nodiscard]] std::int32_t Number() const { return number_; }
@@ -30,10 +30,10 @@ private:
     Text description_;
 };
 
-// The program's one error state.
+// Returns the program's only error state.
 ErrorState& LastError();
 
-// The language's own errors, by their customary numbers.
+// Run-time errors, by their conventional numbers.
 enum class RuntimeError : std::int32_t {
     InvalidArgument = 5,
     Overflow = 6,
@@ -50,20 +50,20 @@ enum class RuntimeError : std::int32_t {
     PathNotFound = 76,
 };
 
-// The error with its German text.
+// Returns the error with its German description.
 Error RuntimeErrorOf(RuntimeError error);
 
-// Enters the error in the error state and throws it as an Error.
+// Raise an error: set the error state and throw an Error.
 [[noreturn]] void Raise(const Error& error);
 [[noreturn]] void Raise(std::int32_t number, const Text& description);
-// With the error's German text as the description.
+// Raises a run-time error with its German description.
 [[noreturn]] void Raise(RuntimeError error);
 
-// Raises the language's error for a file call's status; StatusSuccess raises nothing.
+// Raises the run-time error that corresponds to a file call's status. Does nothing on StatusSuccess.
 void RaiseFileStatus(platform::Status status);
 
-// The trap that jumps: runs `steps`, which an error leaves at once, and gives that error. The error state is clear
-// then. Without an error the state stays as it was: what it holds may be an outer trap's.
+// Runs `steps` until an error is raised. Returns the error and clears the error state. Without an error, leaves the
+// state unchanged: it may belong to an outer trap.
 template <typename Steps>
 std::optional<Error> TrapError(const Steps& steps) {
     std::optional<Error> trapped;
@@ -80,8 +80,8 @@ std::optional<Error> TrapError(const Steps& steps) {
     return trapped;
 }
 
-// The trap that goes on with the next step: runs each of `steps`, and an error ends its own step alone. The steps
-// behind it find it in the error state, which is clear once all have run. Without an error the state stays as it was.
+// Runs each of `steps`; an error ends only its own step. Later steps find the error in the error state, which is
+// cleared after the last step. Without an error, leaves the state unchanged.
 template <typename... Steps>
 void IgnoreErrors(const Steps&... steps) {
     bool trapped = false;

@@ -5,17 +5,17 @@
 #include <string_view>
 #include <vector>
 
-// A text of 16-bit characters. Positions in it count from 1.
+// A string of UTF-16 code units. Documented positions in it count from 1.
 using Text = std::u16string;
 
-// Part of a text that is kept elsewhere; the form of all texts that are known at compile time.
+// A view of a string that is owned elsewhere.
 using TextView = std::u16string_view;
 
-// Decimal digits, with a "-" before a negative number.
+// Returns the number in decimal digits, with a leading "-" if it is negative.
 Text DecimalText(std::int32_t number);
 
-// `text` without the blanks (U+0020 alone), or without any of `characters`, at both its ends.
+// Removes spaces (only U+0020), or all of `characters`, from both ends.
 Text Trim(const Text& text, TextView characters = u" ");
 
-// The pieces between the `separator`s of a text; the empty text has none.
+// Splits a string at each `separator`. Returns no pieces for an empty string.
 std::vector<Text> Split(const Text& text, char16_t separator);

@@ -5,8 +5,8 @@
 
 #include "common/Text.h"
 
-// The kinds of a variant that hold no value. An argument that was not given, one that is empty and one that is null are
-// three different things.
+// The kinds of a variant without a value. A missing argument, an empty value and a null value are three different
+// things.
 struct NotGiven {
     bool operator==(const NotGiven&) const = default;
 };
@@ -17,11 +17,11 @@ struct Null {
     bool operator==(const Null&) const = default;
 };
 
-// Days since 30 December 1899, the time of day as the fraction.
+// Days since 30 December 1899; the fraction is the time of day.
 struct Date {
     double days;
     bool operator==(const Date&) const = default;
 };
 
-// A value that carries its kind.
+// A value of one of a fixed set of kinds.
 using Variant = std::variant<NotGiven, Empty, Null, bool, std::uint8_t, std::int16_t, std::int32_t, double, Date, Text>;

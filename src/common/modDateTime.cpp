@@ -21,7 +21,7 @@ Text TwoDigits(std::int32_t number) {
     return ZeroPadLong(number, 2);
 }
 
-// The day, `days` after the base date.
+// Returns the day `days` after the base date.
 std::chrono::year_month_day DayOf(double days) {
     if (!(days >= (FirstDate - BaseDate).count() && days <= (LastDate - BaseDate).count())) {
         Raise(RuntimeError::InvalidArgument);
@@ -37,7 +37,7 @@ Text DateTimeStamp(double when) {
     }
     double days = std::trunc(when);
     double seconds = std::round(std::abs(when - days) * SecondsPerDay);
-    // The last half second of a day rounds to the start of the next.
+    // The last half second of a day rounds up to the next day.
     if (seconds == SecondsPerDay) {
         days += 1;
         seconds = 0;

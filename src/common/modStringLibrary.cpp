@@ -8,7 +8,7 @@
 
 namespace {
 
-// A number in the 16 bits that lengths, positions and widths have.
+// Converts to 16 bits. Raises 6 (overflow) if the number is too large.
 std::int16_t ToInt16(std::int64_t number) {
     if (number < std::numeric_limits<std::int16_t>::min() || number > std::numeric_limits<std::int16_t>::max()) {
         Raise(RuntimeError::Overflow);
@@ -20,12 +20,12 @@ std::int16_t Length(const Text& text) {
     return ToInt16(static_cast<std::int64_t>(text.size()));
 }
 
-// The width from `start` to the end of a text of `length` characters.
+// Returns the width from `start` to the end of a string of `length` characters.
 std::int16_t WidthToEnd(std::int16_t length, std::int16_t start) {
     return ToInt16(ToInt16(length - start) + 1);
 }
 
-// The last position of a range. The sum is taken first, so that it is the sum that must fit.
+// Returns the last position of a range. Adds first, because the sum must fit 16 bits too.
 std::int16_t LastPosition(std::int16_t start, std::int16_t width) {
     return ToInt16(ToInt16(start + width) - 1);
 }
@@ -34,7 +34,7 @@ char16_t PadCharacter(const std::optional<Text>& pad) {
     return pad && !pad->empty() ? pad->front() : u' ';
 }
 
-Text Row(std::int16_t width, char16_t character) {
+Text Repeat(std::int16_t width, char16_t character) {
     return Text(static_cast<std::size_t>(width), character);
 }
 
@@ -52,12 +52,12 @@ Text MidFixed(const Text& text, std::int16_t start, std::optional<std::int16_t> 
         return {};
     }
     if (LastPosition(start, width) < 1 || start > n) {
-        return Row(width, PadCharacter(pad));
+        return Repeat(width, PadCharacter(pad));
     }
     if (start >= 1) {
         return FixLeft(FromPosition(text, start), width, pad);
     }
-    return FixLeft(Row(ToInt16(1 - start), PadCharacter(pad)) + text, width, pad);
+    return FixLeft(Repeat(ToInt16(1 - start), PadCharacter(pad)) + text, width, pad);
 }
 
 Text DeleteChars(const Text& text, std::int16_t start, std::optional<std::int16_t> length) {
@@ -90,7 +90,7 @@ Text FixLeft(const Text& text, std::int16_t width, const std::optional<Text>& pa
     if (n >= width) {
         return text.substr(0, static_cast<std::size_t>(width));
     }
-    return text + Row(static_cast<std::int16_t>(width - n), PadCharacter(pad));
+    return text + Repeat(static_cast<std::int16_t>(width - n), PadCharacter(pad));
 }
 
 Text FixRight(const Text& text, std::optional<std::int16_t> width, const std::optional<Text>& pad) {
@@ -103,7 +103,7 @@ Text FixRight(const Text& text, std::optional<std::int16_t> width, const std::op
     if (n >= field) {
         return trimmed.substr(static_cast<std::size_t>(n - field));
     }
-    return Row(static_cast<std::int16_t>(field - n), PadCharacter(pad)) + trimmed;
+    return Repeat(static_cast<std::int16_t>(field - n), PadCharacter(pad)) + trimmed;
 }
 
 std::int16_t FindAnyChar(const Text& text, const Text& chars) {
@@ -119,7 +119,7 @@ std::int16_t ScanChars(const Text& text, const Text& chars, std::optional<bool> 
     if (chars.empty() && !fromEnd) {
         return 1;
     }
-    Length(text);  // a text that is too long overflows, wherever its first hit stands
+    Length(text);  // raises an overflow if the string is too long, wherever the match is
     const std::size_t found = fromEnd ? (outside ? text.find_last_not_of(chars) : text.find_last_of(chars))
                                       : (outside ? text.find_first_not_of(chars) : text.find_first_of(chars));
     return found == Text::npos ? std::int16_t{0} : ToInt16(static_cast<std::int64_t>(found) + 1);
@@ -134,8 +134,8 @@ Text TranslateChars(const Text& text, const Text& fromChars, const Text& toChars
     const Text from = fromChars.substr(0, static_cast<std::size_t>(width));
     Text translated = text;
     for (char16_t& character : translated) {
-        if (const std::size_t place = from.find(character); place != Text::npos) {
-            character = toChars[place];
+        if (const std::size_t index = from.find(character); index != Text::npos) {
+            character = toChars[index];
         }
     }
     return translated;
@@ -160,11 +160,11 @@ Text ReplaceAll(const Text& text, const Text& find, const Text& replacement) {
         return text;
     }
     Text replaced = text;
-    std::size_t hit = replaced.find(find);
-    while (hit != Text::npos) {
-        const std::int16_t position = ToInt16(static_cast<std::int64_t>(hit) + 1);
+    std::size_t match = replaced.find(find);
+    while (match != Text::npos) {
+        const std::int16_t position = ToInt16(static_cast<std::int64_t>(match) + 1);
         replaced = InsertText(DeleteChars(replaced, position, Length(find)), replacement, position);
-        hit = replaced.find(find, static_cast<std::size_t>(ToInt16(position + Length(replacement)) - 1));
+        match = replaced.find(find, static_cast<std::size_t>(ToInt16(position + Length(replacement)) - 1));
     }
     return replaced;
 }
@@ -181,7 +181,7 @@ Text PathDirectory(Text& path) {
     if (path.ends_with(u':')) {
         path += u'\\';
     }
-    return path.substr(0, path.rfind(u'\\') + 1);  // npos + 1 is 0: no backslash, no directory
+    return path.substr(0, path.rfind(u'\\') + 1);  // without a backslash, npos + 1 is 0
 }
 
 Text PathFileName(const Text& path) {

@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr TextView ProbeName = u"_ProgOption_";
-constexpr TextView ProbeText = u"_Test1234_";
+constexpr char16_t ProbeName[] = u"_ProgOption_";
+constexpr char16_t ProbeText[] = u"_Test1234_";
 
 }  // namespace
 
@@ -27,8 +27,8 @@ Text ProgOption::SectionKey(const Text& section) const {
     return path;
 }
 
-Variant ProgOption::Get(Store open, const Text& section, const Text& name, const Variant& byDefault) {
-    Variant result = std::holds_alternative<NotGiven>(byDefault) ? Variant(Empty{}) : byDefault;
+Variant ProgOption::Get(Store open, const Text& section, const Text& name, const Variant& defaultValue) {
+    Variant result = std::holds_alternative<NotGiven>(defaultValue) ? Variant(Empty{}) : defaultValue;
     TrapError([&] {
         (optionKey_.*open)(SectionKey(section), false);
         result = optionKey_.Value(name);
@@ -38,9 +38,8 @@ Variant ProgOption::Get(Store open, const Text& section, const Text& name, const
     return result;
 }
 
-// Root and section are opened to be read, and each step then asks for the one right that it needs besides. To open them
-// with all rights at once would be fewer calls; but a right that is refused must fail the step that needs it, in that
-// step's words.
+// Opens root and section for reading; each step then adds the one right it needs. Opening with all rights at once would
+// save calls, but a denied right must fail the step that needs it, with that step's error description.
 void ProgOption::StoreValue(Store open, const Text& section, const Text& name, const Variant& value) {
     const KeyCloser closer(optionKey_);
     if (!section.empty()) {
@@ -67,28 +66,27 @@ void ProgOption::Delete(Store open, const Text& section, const Text& name) {
 }
 
 bool ProgOption::CanWrite(Store open, const Text& section) {
-    const Text probe(ProbeName);
     const std::optional<Error> error = TrapError([&] {
-        Set(open, section, probe, Text(ProbeText));
-        Delete(open, section, probe);
+        Set(open, section, ProbeName, Text(ProbeText));
+        Delete(open, section, ProbeName);
     });
     return !error;
 }
 
-Variant ProgOption::CurrentUser(const Text& section, const Text& name, const Variant& byDefault) {
-    return Get(&Registry::KeyOpenCurrentUser, section, name, byDefault);
+Variant ProgOption::CurrentUser(const Text& section, const Text& name, const Variant& defaultValue) {
+    return Get(&Registry::KeyOpenCurrentUser, section, name, defaultValue);
 }
 
-Variant ProgOption::LocalMachine(const Text& section, const Text& name, const Variant& byDefault) {
-    return Get(&Registry::KeyOpenLocalMachine, section, name, byDefault);
+Variant ProgOption::LocalMachine(const Text& section, const Text& name, const Variant& defaultValue) {
+    return Get(&Registry::KeyOpenLocalMachine, section, name, defaultValue);
 }
 
-void ProgOption::CurrentUser(const Text& section, const Text& name, const Variant& /*byDefault*/,
+void ProgOption::CurrentUser(const Text& section, const Text& name, const Variant& /*defaultValue*/,
                              const Variant& value) {
     Set(&Registry::KeyOpenCurrentUser, section, name, value);
 }
 
-void ProgOption::LocalMachine(const Text& section, const Text& name, const Variant& /*byDefault*/,
+void ProgOption::LocalMachine(const Text& section, const Text& name, const Variant& /*defaultValue*/,
                               const Variant& value) {
     Set(&Registry::KeyOpenLocalMachine, section, name, value);
 }
