@@ -39,7 +39,8 @@ TEST_CASE("An input line clicks a button only by its caption or number") {
         const LineRun run(input);
         std::vector<std::size_t> clicks;
         int activations = 0;
-        WindowShowModal(CreateTestWindow({[&] { ++activations; }, [&](std::size_t control) { clicks.push_back(control); }, {}}));
+        WindowShowModal(
+            CreateTestWindow({[&] { ++activations; }, [&](std::size_t control) { clicks.push_back(control); }, {}}));
         CHECK(clicks == expected);
         CHECK(activations == 1);
     }
