@@ -57,7 +57,7 @@ quietly() {
 # Configures build/PRESET. CMake rejects a build folder that was copied along with its tree, so that one is set up again.
 configure() {
     local cache=build/$1/CMakeCache.txt
-    if [[ -f $cache ]] && ! grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$cache"; then
+    if [[ -f $cache && ! $(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$cache") -ef . ]]; then
         echo "build/$1 belongs to another folder and is set up again." >&2
         rm -rf "build/$1"
     fi
