@@ -25,13 +25,13 @@ bool SkipUnknownKey() {
     if (SLang_input_pending(0) <= 0) {
         return false;
     }
-    int key = SLang_getkey();
+    int key = static_cast<int>(SLang_getkey());
     if ((key != '[' && key != 'O') || SLang_input_pending(0) <= 0) {
         SLang_ungetkey(static_cast<unsigned char>(key));
         return false;
     }
     do {
-        key = SLang_getkey();
+        key = static_cast<int>(SLang_getkey());
     } while (std::isalpha(key) == 0 && key != '~' && SLang_input_pending(0) > 0);
     return true;
 }
