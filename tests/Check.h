@@ -11,18 +11,18 @@
 #include "common/Error.h"
 #include "common/Text.h"
 
-// What the cases share: texts printed as text, and errors checked by number and description.
+// Prints strings of failed checks as text, and traps errors so that tests can check them.
 
 namespace doctest {
 template <>
 struct StringMaker<Text> {
     static String convert(const Text& text) {
-        return std::filesystem::path(text).string().c_str();  // in the system's own encoding
+        return std::filesystem::path(text).string().c_str();  // in the native encoding
     }
 };
 }  // namespace doctest
 
-// The error that `steps` raise; number 0 when they raise none.
+// Returns the error that `steps` raise, or an error with the number 0.
 template <typename Steps>
 Error RaisedBy(Steps&& steps) {
     return TrapError(steps).value_or(Error(0, {}));

@@ -6,7 +6,7 @@
 
 #include "RawRegistry.h"
 
-// Entries of installed products in the local machine's registry, gone with their owner.
+// Adds installed products to the local machine's registry and removes them on destruction.
 class ProductEntries {
 public:
     ProductEntries() = default;
@@ -14,7 +14,7 @@ public:
     ProductEntries(const ProductEntries&) = delete;
     ProductEntries& operator=(const ProductEntries&) = delete;
 
-    // Below the key of setup programs or, with `userMode`, of the system's own installer.
+    // Adds a product below the key of setup programs or, with `userMode`, of Windows Installer.
     void Add(const std::string& subKey, const std::string& displayName, const std::string& unInstallString,
              const std::optional<RawData>& version = {}, const std::string& installLocation = {},
              bool userMode = false) {

@@ -6,14 +6,14 @@ using namespace platform;
 
 namespace {
 
-// A key opened to be read; 0 when there is none.
-Handle Opened(Handle root, const std::string& key) {
+// Opens a key for reading. Returns 0 if it is missing.
+Handle OpenForReading(Handle root, const std::string& key) {
     Handle handle = 0;
     RegOpenKeyExA(root, key, 0, KeyQueryValue, handle);
     return handle;
 }
 
-constexpr std::uint32_t Room = 4096;
+constexpr std::uint32_t BufferSize = 4096;
 
 }  // namespace
 
@@ -34,9 +34,9 @@ void RawValueSet(Handle root, const std::string& key, const std::string& name, c
 }
 
 std::optional<RawData> RawValue(Handle root, const std::string& key, const std::string& name) {
-    const Handle handle = Opened(root, key);
-    RawData data{0, std::string(Room, '\0')};
-    std::uint32_t size = Room;
+    const Handle handle = OpenForReading(root, key);
+    RawData data{0, std::string(BufferSize, '\0')};
+    std::uint32_t size = BufferSize;
     const Status status = RegQueryValueExA(handle, name, data.type, data.bytes, size);
     RegCloseKey(handle);
     data.bytes.resize(size);
@@ -44,23 +44,23 @@ std::optional<RawData> RawValue(Handle root, const std::string& key, const std::
 }
 
 bool RawKeyExists(Handle root, const std::string& key) {
-    const Handle handle = Opened(root, key);
+    const Handle handle = OpenForReading(root, key);
     RegCloseKey(handle);
     return handle != 0;
 }
 
 std::vector<std::string> RawValueNames(Handle root, const std::string& key) {
-    const Handle handle = Opened(root, key);
+    const Handle handle = OpenForReading(root, key);
     std::vector<std::string> names;
-    std::string name(Room, '\0');
-    std::string data(Room, '\0');
-    std::uint32_t nameSize = Room;
-    std::uint32_t dataSize = Room;
+    std::string name(BufferSize, '\0');
+    std::string data(BufferSize, '\0');
+    std::uint32_t nameSize = BufferSize;
+    std::uint32_t dataSize = BufferSize;
     std::uint32_t type = 0;
     for (std::int32_t index = 0; RegEnumValueA(handle, index, name, nameSize, type, data, dataSize) == StatusSuccess;
          ++index) {
         names.push_back(name.substr(0, nameSize));
-        nameSize = dataSize = Room;
+        nameSize = dataSize = BufferSize;
     }
     RegCloseKey(handle);
     return names;

@@ -7,7 +7,7 @@
 
 #include "platform/RegistryCalls.h"
 
-// The registry as the system's own calls see it, beside the classes under test.
+// Accesses the registry with the system's calls, without the classes under test.
 
 struct RawData {
     std::uint32_t type;
@@ -15,9 +15,9 @@ struct RawData {
     bool operator==(const RawData&) const = default;
 };
 
-// The four bytes of a number, in the order in which the processor keeps them too.
+// Returns a RegDword.
 RawData RawNumber(std::uint32_t number);
-// A text with its terminator.
+// Returns a RegSz with its terminator.
 RawData RawText(const std::string& text);
 
 void RawValueSet(platform::Handle root, const std::string& key, const std::string& name, const RawData& data);

@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 TestMachine::TestMachine() {
-    Make();
+    SetUp();
     Environment("USERNAME", "hugo");
     Environment("USERDOMAIN", "OFFICE");
     Environment("USERDNSDOMAIN", "office.example");
@@ -19,7 +19,7 @@ TestMachine::~TestMachine() {
     }
     std::error_code ignored;
     std::filesystem::remove_all(folder_, ignored);
-    Unmake();
+    TearDown();
 }
 
 std::string TestMachine::ControlFile() const {

@@ -1,7 +1,7 @@
 #include "Check.h"
 #include "common/modDateTime.h"
 
-TEST_CASE("A date value is stamped to the second, and refused outside the calendar") {
+TEST_CASE("A date is rounded to the second and must be between the years 100 and 9999") {
     constexpr double second = 1.0 / 86400;
     struct {
         double when;

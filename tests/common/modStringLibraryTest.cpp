@@ -1,7 +1,7 @@
 #include "Check.h"
 #include "common/modStringLibrary.h"
 
-TEST_CASE("A part is cut as out of an endless row of pads, and fields have exactly their width") {
+TEST_CASE("MidFixed pads outside the string, and FixLeft and FixRight keep the width") {
     CHECK(MidFixed(u"abc", 2, 5, u"*") == u"bc***");
     CHECK(MidFixed(u"abc", 5, 2, u"*x") == u"**");
     CHECK(MidFixed(u"abc", -2, 7, u"*") == u"***abc*");
@@ -17,7 +17,7 @@ TEST_CASE("A part is cut as out of an endless row of pads, and fields have exact
     CHECK(FixRight(u"abc", -1) == u"");
 }
 
-TEST_CASE("Deleting and inserting stay inside the text") {
+TEST_CASE("DeleteChars and InsertText ignore positions outside the string") {
     CHECK(DeleteChars(u"abcdef", 5) == u"abcd");
     CHECK(DeleteChars(u"abcdef", 0, 2) == u"bcdef");
     CHECK(DeleteChars(u"abcdef", 4, 10) == u"abc");
@@ -29,7 +29,7 @@ TEST_CASE("Deleting and inserting stay inside the text") {
     CHECK(InsertText(u"abc", u"X", 0) == u"abc");
 }
 
-TEST_CASE("ScanChars finds by membership, from either end") {
+TEST_CASE("ScanChars finds listed or unlisted characters from either end") {
     CHECK(ScanChars(u"banana", u"n", true) == 1);
     CHECK(ScanChars(u"banana", u"n", {}, true) == 5);
     CHECK(ScanChars(u"banana", u"an", true, true) == 1);
@@ -41,7 +41,7 @@ TEST_CASE("ScanChars finds by membership, from either end") {
     CHECK(FindAnyChar(u"banana", u"xa") == 2);
 }
 
-TEST_CASE("Characters and texts are replaced once, and quotes inside are doubled") {
+TEST_CASE("Replaced text isn't replaced again, and quotes inside are doubled") {
     CHECK(TranslateChars(u"abc", u"abc", u"x") == u"xbc");
     CHECK(TranslateChars(u"aba", u"aa", u"xy") == u"xbx");
     CHECK(TranslateChars(u"ab", u"ab", u"ba") == u"ba");
@@ -54,7 +54,7 @@ TEST_CASE("Characters and texts are replaced once, and quotes inside are doubled
     CHECK(QuoteText(u"a", u"") == u"a");
 }
 
-TEST_CASE("Paths are taken apart and joined at their backslashes") {
+TEST_CASE("Paths are split and joined at backslashes") {
     for (const auto& [directory, file] : {std::pair<Text, Text>{u"C:\\a\\", u"b.txt"},
                                           {u"C:\\a\\", u""},
                                           {u"", u"b.txt"},
@@ -71,17 +71,17 @@ TEST_CASE("Paths are taken apart and joined at their backslashes") {
     CHECK(PathCombine(u"C:\\a\\", u"\\\\b") == u"C:\\a\\\\b");
 }
 
-TEST_CASE("What does not fit 16 bits overflows") {
+TEST_CASE("A length or position that exceeds 16 bits raises an overflow") {
     const Text longest(32767, u'a');
     const Text tooLong(32768, u'a');
-    CHECK(RaisedBy([] { MidFixed(u"abc", 1, 32767); }).number == 6);  // the sum of both is beyond
+    CHECK(RaisedBy([] { MidFixed(u"abc", 1, 32767); }).number == 6);  // the sum exceeds 16 bits
     CHECK(RaisedBy([] { MidFixed(u"abc", -32767, 32767); }).number == 0);
     CHECK(RaisedBy([] { MidFixed(u"abc", -32767); }).number == 6);
     CHECK(RaisedBy([&] { InsertText(longest, u"b", 1); }).number == 6);
     CHECK(RaisedBy([&] { FindAnyChar(tooLong, u"a"); }).number == 6);
     CHECK(RaisedBy([&] { TranslateChars(tooLong, u"a", u"b"); }).number == 6);
     CHECK(RaisedBy([&] { ReplaceAll(longest, u"a", u"bb"); }).number == 6);
-    // Whatever else decides about the result.
+    // Even if the length isn't needed for the result.
     CHECK(RaisedBy([&] { InsertText(tooLong, {}, 0); }).number == 6);
     CHECK(RaisedBy([&] { ReplaceAll(tooLong, {}, u"b"); }).number == 6);
     CHECK(RaisedBy([&] { ExpandUmlauts(tooLong); }).number == 6);

@@ -8,16 +8,16 @@
 
 #include "TestMachine.h"
 
-// What the host's cases share beside TestMachine: the machine's folder on the host's own disk, and processes.
+// Helpers for tests that run only on the host: files in the machine's folder, and processes.
 
-// A place in the machine's folder, as "user.db" or "drives/c/Users".
+// Returns the path of a file in the machine's folder, such as "user.db" or "drives/c/Users".
 std::filesystem::path OnMachine(const std::string& below);
 
-// Gives the owner's right to write a file or folder there, or takes it.
+// Sets or clears the owner's write bit of a file or folder in the machine's folder.
 void Writable(const std::string& below, bool writable);
 
-// Runs `steps` in a process of its own, which ends with what they return, and at once when one of them throws: what the
-// case has made is not its to undo.
+// Runs `steps` in a child process, which exits with the value they return. The child is aborted if they throw, so that
+// it doesn't clean up after the test case.
 template <typename Steps>
 pid_t Started(Steps&& steps) {
     const pid_t process = fork();
@@ -27,5 +27,5 @@ pid_t Started(Steps&& steps) {
     return process;
 }
 
-// Waits for the end of a process; -1 when a signal ended it.
+// Waits for a process to exit and returns its exit code, or -1 if a signal ended it.
 int ExitCode(pid_t process);

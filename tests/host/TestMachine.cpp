@@ -12,8 +12,8 @@
 
 namespace fs = std::filesystem;
 
-// No program that a case starts may wait for the person who runs the tests.
-void TestMachine::Make() {
+// Standard input is empty, so that no program that a case starts waits for input.
+void TestMachine::SetUp() {
     std::string folder = (fs::temp_directory_path() / "vtv4v-test-XXXXXX").native();
     if (std::freopen("/dev/null", "r", stdin) == nullptr || mkdtemp(folder.data()) == nullptr) {
         throw std::runtime_error("no empty input or no folder for a test's machine");
@@ -24,7 +24,7 @@ void TestMachine::Make() {
     Environment("HOMEPATH", "\\Users\\hugo");
 }
 
-void TestMachine::Unmake() {
+void TestMachine::TearDown() {
 }
 
 void ProcessVariable(const std::string& name, const std::optional<std::string>& value) {
@@ -35,7 +35,7 @@ void ProcessVariable(const std::string& name, const std::optional<std::string>& 
     }
 }
 
-// The tests' paths are of drive C: and have no letters beyond ASCII.
+// Supports only ASCII paths on drive C:.
 fs::path OnDisk(const std::string& path) {
     std::string below = path;
     std::ranges::replace(below, '\\', '/');

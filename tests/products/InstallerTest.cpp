@@ -5,8 +5,8 @@
 
 namespace {
 
-struct MachineWithProducts : TestMachine {
-    // The cases' own in the list; a machine may have other products.
+struct InstallerFixture : TestMachine {
+    // Returns the list entries of the test; a Windows machine has other products too.
     Text OwnProducts() {
         Text own;
         for (std::int32_t index = 1; index <= installer.Count(); ++index) {
@@ -25,8 +25,7 @@ struct MachineWithProducts : TestMachine {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(MachineWithProducts,
-                  "A lookup fills the record with the first product that matches whole, or empties it") {
+TEST_CASE_FIXTURE(InstallerFixture, "A lookup fills the record with the first exact match, or clears it") {
     products.Add("VT1", "Vandrel Test", "no braces", RawNumber(1), "C:\\A1");
     products.Add("VT2", "Vandrel Test", "{VT-2} {a}", RawNumber(2), "C:\\A2\\");
     products.Add("VT3", "Vandrel Test", "MsiExec.exe /X{VT-3}", RawNumber(3), "C:\\A3\\");
@@ -54,7 +53,7 @@ TEST_CASE_FIXTURE(MachineWithProducts,
     }
 }
 
-TEST_CASE_FIXTURE(MachineWithProducts, "The list holds one key's products, lives apart from lookups, and stores 1000") {
+TEST_CASE_FIXTURE(InstallerFixture, "The list holds up to 1000 products of one key, independent of lookups") {
     products.Add("VT1", "Vandrel Test", "x {VT-1}", RawNumber(0x0408003F), "C:\\A");
     products.Add("VT2", "Vandrel Test", "no braces");
     products.Add("VT3", "", "{VT-3}");
@@ -67,7 +66,7 @@ TEST_CASE_FIXTURE(MachineWithProducts, "The list holds one key's products, lives
     CHECK_FALSE(installer.IsInstalled());
     installer.GUI(u"VT-4");
     CHECK(OwnProducts() == u"VT-1,Vandrel Test,x {VT-1},C:\\A,04.08.063;VT-4,Vandrel Test B,{VT-4},,;");
-    CHECK(installer.Version() == installer.Versions(installer.Count()));  // the list's last version was shown last
+    CHECK(installer.Version() == installer.Versions(installer.Count()));  // DisplayVersions copied it to the record
     CHECK(installer.DisplayName() == u"Vandrel Test B");
     for (const std::int32_t outside : {0, installer.Count() + 1}) {
         CHECK(installer.DisplayNames(outside).empty());
@@ -81,7 +80,7 @@ TEST_CASE_FIXTURE(MachineWithProducts, "The list holds one key's products, lives
     CHECK(RaisedBy([&] { return installer.DisplayNames(1001); }).number == 9);
 }
 
-TEST_CASE_FIXTURE(MachineWithProducts, "A version is cut into its fields and shown with and without zeros and points") {
+TEST_CASE_FIXTURE(InstallerFixture, "DisplayVersion shows the fields with and without zeros and points") {
     struct {
         RawData stored;
         Text plain, fancy, noPoints;

@@ -3,7 +3,7 @@
 #include "platform/Regional.h"
 #include "settings/IniFile4.h"
 
-TEST_CASE_FIXTURE(TestMachine, "A file is read by its headings and its equals signs, and nothing else of it is kept") {
+TEST_CASE_FIXTURE(TestMachine, "Reading a file keeps its headings and items and drops all other lines") {
     const std::string longest(32768, 'x');
     struct {
         std::string file;
@@ -29,7 +29,7 @@ TEST_CASE_FIXTURE(TestMachine, "A file is read by its headings and its equals si
     }
 }
 
-TEST_CASE("Items are set, moved to the end, and looked up") {
+TEST_CASE("Setting an item moves it to the end of its section") {
     IniFile4 document;
     document.Value(u"S", u"a", u"1=2");
     document.Value(u"S", u"[b", u"3");
@@ -37,7 +37,7 @@ TEST_CASE("Items are set, moved to the end, and looked up") {
     document.Value(u"s", u"A", u"4");
     document.Section(u"T");
     CHECK(document.Stream() == u"[S]\r\nc\r\nA=4\r\n\r\n[T]\r\n");
-    CHECK(RaisedBy([&] { document.WriteFile(); }).number == 0);  // has no path
+    CHECK(RaisedBy([&] { document.WriteFile(); }).number == 0);  // without a path
     document.Value(u"S", u"d", u"5=6=");
     document.Value(u"S", u"e=", u"");
     struct {
@@ -49,25 +49,25 @@ TEST_CASE("Items are set, moved to the end, and looked up") {
         CHECK(document.Value(each.section, each.name) == each.value);
         CHECK(document.ValueFull(each.section, each.name) == each.line);
     }
-    // A line may have 32767 characters, its name and "=" among them, and not one more.
+    // A line can have up to 32767 characters, including the name and "=".
     const Text longest(32765, u'x');
     document.Value(u"U", u"e", longest);
     CHECK(document.Value(u"U", u"e") == longest);
     document.Value(u"U", u"ee", longest);
     CHECK(RaisedBy([&] { return document.Value(u"U", u"ee"); }).number == 6);
     CHECK(RaisedBy([&] { document.Sections()->Add(u"keyU", {}); }).number == 5);
-    // What goes wrong in a section's text is told in its place.
+    // An error in a section replaces the rest of the text by its description.
     document.Sections()->Add(u"KEYV", {});
     document.Section(u"W");
     CHECK(document.Stream().ends_with(u"=" + longest + u"\r\n\r\nIndex außerhalb des gültigen Bereichs"));
 }
 
-TEST_CASE_FIXTURE(TestMachine, "Two documents share their sections until one is cleared; a file may be read twice") {
+TEST_CASE_FIXTURE(TestMachine, "Documents can share sections until one of them is cleared") {
     FileContent(ControlFile(), "a=1\n[S]\n");
     IniFile4 document;
     document.FilePath(platform::TextFromAnsi(ControlFile()));
     CHECK(document.Stream() == u"[S]\r\n");
-    document.ReadFile();  // what stands above the first heading belongs to the section that was read last
+    document.ReadFile();  // items above the first heading belong to the section that was read last
     IniFile4 other;
     other.Sections(document.Sections());
     CHECK(other.Stream() == u"[S]\r\na=1\r\n");
@@ -79,11 +79,11 @@ TEST_CASE_FIXTURE(TestMachine, "Two documents share their sections until one is 
     CHECK(other.Stream() == u"[T]\r\nb=2\r\n");
 }
 
-TEST_CASE_FIXTURE(TestMachine, "The document is written over an earlier file only where that is asked for") {
+TEST_CASE_FIXTURE(TestMachine, "An existing file is replaced only if the caller asks for it") {
     const Text path = platform::TextFromAnsi(ControlFile());
     FileContent(ControlFile(), "earlier");
     IniFile4 document;
-    document.WriteFile(path, true);  // has nothing to write
+    document.WriteFile(path, true);  // an empty document
     document.Value(u"Ä", u"b", u"2");
     CHECK(RaisedBy([&] { document.WriteFile(); }).number == 58);
     CHECK(FileContent(ControlFile()) == "earlier");

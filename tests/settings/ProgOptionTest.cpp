@@ -13,7 +13,7 @@ const platform::Handle Machine = platform::KeyLocalMachine;
 
 }  // namespace
 
-TEST_CASE("Root and section make a path") {
+TEST_CASE("Root and section are joined to a path") {
     const TestMachine machine;
     struct {
         Text root, section;
@@ -29,7 +29,7 @@ TEST_CASE("Root and section make a path") {
         option.CurrentUserDelete(each.section, u"here");
         CHECK_FALSE(RawValue(User, each.key, "here"));
     }
-    // A path that begins with a backslash is none.
+    // A path that begins with a backslash is invalid.
     for (const auto& [root, section] : {std::pair(Text(), u"\\" + Root), {Text(u"\\"), Root}}) {
         ProgOption option;
         option.SectionRoot(root);
@@ -38,7 +38,7 @@ TEST_CASE("Root and section make a path") {
     }
 }
 
-TEST_CASE("A get gives what is stored in its own store, else the default, else empty") {
+TEST_CASE("A get returns the stored value, or the default, or Empty") {
     const TestMachine machine;
     RawValueSet(Machine, RawRoot + "\\S", "number", RawNumber(5));
     RawValueSet(Machine, RawRoot + "\\S", "big", RawNumber(0x80000000U));
@@ -50,7 +50,7 @@ TEST_CASE("A get gives what is stored in its own store, else the default, else e
     CHECK(option.CurrentUser(u"S", u"number") == Variant(Empty{}));
 }
 
-TEST_CASE("A set creates root and section, and probing and deleting leave no value behind") {
+TEST_CASE("A set creates root and section; a probe and a delete leave no value") {
     const TestMachine machine;
     ProgOption option;
     option.SectionRoot(Root);
@@ -62,7 +62,7 @@ TEST_CASE("A set creates root and section, and probing and deleting leave no val
     CHECK(option.CurrentUserCanWrite(u"S\\T"));
     option.CurrentUserDelete(u"S\\T", u"name");
     CHECK(RawValueNames(User, RawRoot + "\\S\\T").empty());
-    // The section is created as it was named, but stands where its name without blanks leads: also when both are there.
+    // The section is created under its untrimmed name, but the value is stored under the trimmed name.
     for (std::int32_t number : {1, 2}) {
         option.CurrentUser(u" U", u"name", NotGiven{}, number);
         CHECK(RawKeyExists(User, RawRoot + "\\ U"));

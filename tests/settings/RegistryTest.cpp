@@ -12,18 +12,17 @@ const Text Key = u"Software\\Vandrel\\Tallora\\Test";
 const std::string RawKey = "Software\\Vandrel\\Tallora\\Test";
 const platform::Handle User = platform::KeyCurrentUser;
 
-// A machine whose user has the key, and an object that is closed at the end.
-struct RegistryOnKey : TestMachine {
-    RegistryOnKey() { RawValueSet(User, RawKey, "", RawNumber(1)); }
-    ~RegistryOnKey() { registry.KeyClose(); }
+// A machine on which the user has the key, and a Registry that is closed at the end.
+struct RegistryKeyFixture : TestMachine {
+    RegistryKeyFixture() { RawValueSet(User, RawKey, "", RawNumber(1)); }
+    ~RegistryKeyFixture() { registry.KeyClose(); }
 
     Registry registry;
 };
 
 }  // namespace
 
-TEST_CASE_FIXTURE(RegistryOnKey,
-                  "A key opens for reading, widens its rights as operations need them, and does not move") {
+TEST_CASE_FIXTURE(RegistryKeyFixture, "A key opens for reading and gains rights as operations need them") {
     registry.KeyOpenCurrentUser(Key);
     registry.SubKeyFirst();
     registry.Value(u"b", std::int32_t{1});
@@ -42,7 +41,7 @@ TEST_CASE_FIXTURE(RegistryOnKey,
     CHECK(RaisedBy([&] { registry.SubKeyFirst(); }).description == u"Key not opened: ");
 }
 
-TEST_CASE_FIXTURE(RegistryOnKey, "Each operation asks for its right, and each way to open has its root") {
+TEST_CASE_FIXTURE(RegistryKeyFixture, "Each operation adds its right, and each KeyOpen function has its root") {
     struct {
         std::int32_t rights;
         std::function<void()> operation;
@@ -58,7 +57,7 @@ TEST_CASE_FIXTURE(RegistryOnKey, "Each operation asks for its right, and each wa
         CHECK(registry.AccessMode() == each.rights);
         registry.KeyClose();
     }
-    // A key that is gone when it is opened anew is not created again.
+    // A deleted key isn't created again when it is reopened.
     for (const auto& each : operations) {
         RawValueSet(User, RawKey, "", RawNumber(1));
         registry.KeyOpenCurrentUser(Key);
@@ -80,7 +79,7 @@ TEST_CASE_FIXTURE(RegistryOnKey, "Each operation asks for its right, and each wa
     }
 }
 
-TEST_CASE_FIXTURE(RegistryOnKey, "A missing key is refused, or forced into being") {
+TEST_CASE_FIXTURE(RegistryKeyFixture, "Opening a missing key fails, or creates the key if force is true") {
     const Text missing = Key + u"\\a\\b";
     const Error raised = RaisedBy([&] { registry.KeyOpenCurrentUser(missing); });
     CHECK(raised.number == 2);
@@ -93,10 +92,11 @@ TEST_CASE_FIXTURE(RegistryOnKey, "A missing key is refused, or forced into being
     CHECK(registry.AccessMode() == 5);
     registry.Value(u"n", std::int32_t{7});
     CHECK(RawValue(User, RawKey + "\\a\\b", "n") == RawNumber(7));
-    RawValueSet(User, RawKey + "\\a\\b\\c", "", RawNumber(1));  // refused below a key that does not stay
+    RawValueSet(User, RawKey + "\\a\\b\\c", "", RawNumber(1));  // fails if the key is volatile
 }
 
-TEST_CASE_FIXTURE(RegistryOnKey, "Subkeys and values are enumerated to their end, and a value too long stops it once") {
+TEST_CASE_FIXTURE(RegistryKeyFixture,
+                  "Enumeration visits every entry, and an oversized value fails only its own step") {
     RawValueSet(User, RawKey, "a", RawText(std::string(255, 'x')));
     RawValueSet(User, RawKey, "b", RawNumber(1));
     RawValueSet(User, RawKey, "B", RawText(std::string(254, 'x')));
@@ -104,7 +104,7 @@ TEST_CASE_FIXTURE(RegistryOnKey, "Subkeys and values are enumerated to their end
         RawValueSet(User, RawKey + "\\" + key, "x", RawNumber(1));
     }
     registry.KeyOpenCurrentUser(Key);
-    // What an earlier enumeration has left is no matter.
+    // An unfinished enumeration doesn't affect the next one.
     registry.SubKeyFirst();
     registry.ValueNameFirst();
     std::vector<Text> keys;
@@ -124,7 +124,7 @@ TEST_CASE_FIXTURE(RegistryOnKey, "Subkeys and values are enumerated to their end
     CHECK(registry.EOF_ValueName());
 }
 
-TEST_CASE_FIXTURE(RegistryOnKey, "A refused deletion raises with the pending description") {
+TEST_CASE_FIXTURE(RegistryKeyFixture, "A failed deletion raises an error with the pending description") {
     RawValueSet(User, RawKey + "\\a\\b", "x", RawNumber(1));
     registry.KeyOpenCurrentUser(Key);
     CHECK(RaisedBy([&] { registry.SubKeyDelete(u"missing"); }).description == u"Error ");
@@ -138,7 +138,7 @@ TEST_CASE_FIXTURE(RegistryOnKey, "A refused deletion raises with the pending des
                  });
 }
 
-TEST_CASE_FIXTURE(RegistryOnKey, "Stored values read as text, number or null") {
+TEST_CASE_FIXTURE(RegistryKeyFixture, "A stored value reads as string, number or Null") {
     struct {
         RawData stored;
         Variant read;
@@ -158,7 +158,7 @@ TEST_CASE_FIXTURE(RegistryOnKey, "Stored values read as text, number or null") {
     CHECK(RaisedBy([&] { std::ignore = registry.Value(u"v"); }).number == 6);
 }
 
-TEST_CASE_FIXTURE(RegistryOnKey, "Texts and numbers are stored, other kinds are not") {
+TEST_CASE_FIXTURE(RegistryKeyFixture, "Strings and numbers are stored, other kinds of variants aren't") {
     struct {
         Variant value;
         RawData stored;

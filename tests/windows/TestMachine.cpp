@@ -20,7 +20,7 @@ std::string UniqueName() {
 
 }  // namespace
 
-void TestMachine::Make() {
+void TestMachine::SetUp() {
     static int machines = 0;
     const std::string number = std::to_string(++machines);
     for (const HKEY root : Roots) {
@@ -37,7 +37,7 @@ void TestMachine::Make() {
     Environment("HOMEPATH", (folder_.root_directory() / folder_.relative_path()).string());
 }
 
-void TestMachine::Unmake() {
+void TestMachine::TearDown() {
     for (const HKEY root : Roots) {
         ::RegOverridePredefKey(root, nullptr);
     }

@@ -21,19 +21,19 @@ Status Create(Handle root, const std::string& path) {
 
 }  // namespace
 
-TEST_CASE("A path leads through the machine's roots, of which classes and users lie in others") {
+TEST_CASE("HKEY_CLASSES_ROOT and HKEY_USERS show keys of the other roots") {
     const TestMachine machine;
     REQUIRE(Create(KeyCurrentUser, "Software\\\\One\\two\\") == StatusSuccess);
     CHECK(Create(KeyCurrentUser, "\\Software") == 161);
     CHECK(Create(KeyCurrentUser, std::string(256, 'k')) == StatusInvalidParameter);
-    REQUIRE(Create(KeyClassesRoot, "\\.txt") == StatusSuccess);  // the one root that takes such a path
+    REQUIRE(Create(KeyClassesRoot, "\\.txt") == StatusSuccess);  // only this root allows a leading backslash
     CHECK(RegDeleteKeyA(KeyLocalMachine, "Software\\Classes\\.TXT") == StatusSuccess);
     CHECK(RegDeleteKeyA(KeyLocalMachine, "Software\\Classes") == StatusAccessDenied);
     CHECK(RawKeyExists(KeyUsers, "S-1-5-21-0-0-0-1000\\SOFTWARE\\one\\Two"));
     CHECK(Create(KeyUsers, "another") == StatusAccessDenied);
 }
 
-TEST_CASE("A handle has its rights and no others, which are looked at before its key, and lasts to its close") {
+TEST_CASE("A handle's rights are checked before its key, and it stays valid until closed") {
     const TestMachine machine;
     REQUIRE(Create(KeyLocalMachine, "k") == StatusSuccess);
     const Handle reading = Opened(KeyQueryValue);

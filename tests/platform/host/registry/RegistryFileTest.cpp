@@ -97,7 +97,7 @@ TEST_CASE("Concurrent processes don't lose each other's registry changes") {
     CHECK(RawValueNames(KeyLocalMachine, "Table").size() == 4 * changes + 1);
 }
 
-TEST_CASE("A read-only registry file refuses changes, for root too, and shows those of other processes") {
+TEST_CASE("A read-only registry file refuses changes but shows those of other processes") {
     const TestMachine machine;
     RawValueSet(KeyLocalMachine, "k", "n", RawNumber(1));
     Handle open = 0;
@@ -173,7 +173,7 @@ TEST_CASE("An invalid registry file is reported with its path and left unchanged
     }
 }
 
-TEST_CASE("Registry files locked by another program are reported within three seconds in total") {
+TEST_CASE("Calls on locked registry files fail within three seconds in total") {
     const TestMachine machine;
     std::vector<SQLite::Database> others;
     for (const auto& [root, file] : {std::pair(KeyCurrentUser, "user.db"), {KeyLocalMachine, "machine.db"}}) {
