@@ -23,7 +23,7 @@ private:
 
 }  // namespace
 
-void ApartmentEnter() {
+void EnterApartment() {
     static const Apartment apartment;
 }
 

@@ -20,7 +20,7 @@ TextFunction TextFunctionOf(HMODULE library, const std::string& name) {
 }  // namespace
 
 Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReference& object) {
-    windows::ApartmentEnter();
+    windows::EnterApartment();
     object = 0;
     CLSID classIdentifier;
     Status status = ::CLSIDFromProgID(windows::Wide(programmaticIdentifier), &classIdentifier);

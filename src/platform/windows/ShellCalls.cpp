@@ -26,7 +26,7 @@ std::string SystemProgram(const std::string& command) {
 
 std::int32_t ShellExecuteA(Handle owner, const std::string& verb, const std::string& file,
                            const std::string& parameters, const std::string& directory, std::int32_t show) {
-    windows::ApartmentEnter();
+    windows::EnterApartment();
     return windows::HandleOf(::ShellExecuteA(windows::SystemHandleOf<HWND>(owner), verb.c_str(), file.c_str(),
                                              parameters.c_str(), directory.c_str(), show));
 }
