@@ -41,6 +41,9 @@ exit /b 0
 :run
 >>proof.txt echo.
 >>proof.txt echo == %*
-%1\tests\%2.exe --duration %3 >>proof.txt 2>&1
+rem The program writes its own file: a process that it leaves running could keep a redirected proof.txt open.
+%1\tests\%2.exe --duration --out=cases.txt %3
 if not "%errorlevel%"=="0" set failed=%failed% %1\%2
+type cases.txt >>proof.txt 2>&1
+del cases.txt
 exit /b 0
