@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cstdlib>
 #include <limits>
 #include <string_view>
 
@@ -45,27 +44,13 @@ Status ReadBased(std::string_view& text, std::int32_t& number) {
     }
     text.remove_prefix(2);
     const std::string digits = Take(text, isHexadecimal ? "0123456789ABCDEFabcdef" : "01234567");
-    std::uint32_t bits = 0;
-    const std::errc error =
-        std::from_chars(digits.data(), digits.data() + digits.size(), bits, isHexadecimal ? 16 : 8).ec;
-    number = static_cast<std::int32_t>(bits);
-    return error == std::errc()                      ? StatusSuccess
-           : error == std::errc::result_out_of_range ? DispOverflow
-                                                     : DispTypeMismatch;
-}
-
-// Multiplies the number whose digits before and after the decimal separator are given by 10 to the power of `exponent`.
-void MoveSeparator(std::string& whole, std::string& fraction, int exponent) {
-    const auto distance = static_cast<std::size_t>(std::abs(exponent));
-    if (exponent > 0) {
-        fraction.append(distance, '0');
-        whole += fraction.substr(0, distance);
-        fraction.erase(0, distance);
-    } else {
-        whole.insert(0, distance, '0');
-        fraction.insert(0, whole.substr(whole.size() - distance));
-        whole.resize(whole.size() - distance);
+    if (digits.empty()) {
+        return DispTypeMismatch;
     }
+    std::uint32_t bits = 0;
+    const auto parsed = std::from_chars(digits.data(), digits.data() + digits.size(), bits, isHexadecimal ? 16 : 8);
+    number = static_cast<std::int32_t>(bits);
+    return parsed.ec == std::errc() ? StatusSuccess : DispOverflow;
 }
 
 // Leaves a malformed exponent in `text`.
@@ -91,19 +76,24 @@ int TakeExponent(std::string_view& text) {
 // to the even one.
 Status ReadDecimal(std::string_view& text, std::int64_t& number) {
     const bool startsWithPoint = text.starts_with('.');
-    std::string whole = Take(text, "0123456789.");
-    std::erase(whole, '.');
-    const bool hasSeparator = text.starts_with(',');
-    text.remove_prefix(hasSeparator ? 1 : 0);
-    std::string fraction = hasSeparator ? Take(text, Digits) : std::string();
-    if (startsWithPoint || (whole.empty() && fraction.empty())) {
+    std::string digits = "0" + Take(text, "0123456789.");
+    std::erase(digits, '.');
+    const std::size_t wholeDigits = digits.size();
+    if (text.starts_with(',')) {
+        text.remove_prefix(1);
+        digits += Take(text, Digits);
+    }
+    if (startsWithPoint || digits.size() == 1) {
         return DispTypeMismatch;
     }
-    MoveSeparator(whole, fraction, TakeExponent(text));
-    whole.insert(0, 1, '0');
-    if (std::from_chars(whole.data(), whole.data() + whole.size(), number).ec != std::errc()) {
+    const int separator = static_cast<int>(wholeDigits) + TakeExponent(text);
+    digits.insert(0, static_cast<std::size_t>(std::max(-separator, 0)), '0');
+    const auto end = static_cast<std::size_t>(std::max(separator, 0));
+    digits.resize(std::max(digits.size(), end), '0');
+    if (std::from_chars(digits.data(), digits.data() + end, number).ec == std::errc::result_out_of_range) {
         return DispOverflow;
     }
+    std::string fraction = digits.substr(end);
     fraction.erase(fraction.find_last_not_of('0') + 1);
     number += fraction > "5" || (fraction == "5" && number % 2 != 0) ? 1 : 0;
     return StatusSuccess;

@@ -5,6 +5,7 @@
 #include <fstream>
 #include <iterator>
 
+#include "platform/Bytes.h"
 #include "platform/host/drive/Drive.h"
 
 namespace platform {
@@ -20,10 +21,6 @@ constexpr std::size_t KeyOffset = 6;
 constexpr std::size_t FixedInfoOffset = 40;
 constexpr std::size_t FixedInfoSize = 52;
 
-std::size_t BlockLength(std::string_view block) {
-    return static_cast<std::size_t>(static_cast<unsigned char>(block[0]) | static_cast<unsigned char>(block[1]) << 8);
-}
-
 std::string_view FixedInfo(std::string_view block) {
     const std::string_view info = block.substr(std::min(FixedInfoOffset, block.size()), FixedInfoSize);
     return info.size() == FixedInfoSize && info.starts_with(FixedInfoSignature) ? info : std::string_view();
@@ -33,7 +30,7 @@ std::string_view FindVersionBlock(std::string_view image) {
     std::size_t key = image.starts_with("MZ") ? image.find(Key, KeyOffset) : std::string_view::npos;
     for (; key != std::string_view::npos; key = image.find(Key, key + 1)) {
         const std::string_view rest = image.substr(key - KeyOffset);
-        const std::string_view block = rest.substr(0, BlockLength(rest));
+        const std::string_view block = rest.substr(0, NumberFromBytes(rest.substr(0, 2)));
         if (!FixedInfo(block).empty()) {
             return block;
         }
