@@ -162,11 +162,11 @@ void frmVTV4V::ShowModal() {
 }
 
 bool frmVTV4V::TryLoad() {
-    TextView product = MainRegistryPath;
+    TextView product = MainProduct.registryPath;
     const std::optional<Error> error = TrapError([&] {
         mainProfile_ = std::make_unique<ProductProfileMain>();
         MainVersions = mainProfile_->Profile.Table;
-        product = ReportingRegistryPath;
+        product = ReportingProduct.registryPath;
         reportingProfile_ = std::make_unique<ProductProfileReporting>();
         ReportingVersions = reportingProfile_->Profile.Table;
     });

@@ -105,6 +105,10 @@ void Raise(RuntimeError error) {
     Raise(RuntimeErrorOf(error));
 }
 
+void Raise(RuntimeError error, const Text& description) {
+    Raise(static_cast<std::int32_t>(error), description);
+}
+
 void RaiseFileStatus(platform::Status status) {
     if (status != platform::StatusSuccess) {
         Raise(RuntimeErrorFromFileStatus(status));

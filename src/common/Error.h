@@ -58,6 +58,7 @@ Error RuntimeErrorOf(RuntimeError error);
 [[noreturn]] void Raise(std::int32_t number, const Text& description);
 // Raises a run-time error with its German description.
 [[noreturn]] void Raise(RuntimeError error);
+[[noreturn]] void Raise(RuntimeError error, const Text& description);
 
 // Raises the run-time error that corresponds to a file call's status. Does nothing on StatusSuccess.
 void RaiseFileStatus(platform::Status status);

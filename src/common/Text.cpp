@@ -5,6 +5,15 @@ Text DecimalText(std::int32_t number) {
     return {digits.begin(), digits.end()};
 }
 
+Text HexText(std::uint32_t number) {
+    constexpr TextView digits = u"0123456789ABCDEF";
+    Text text;
+    for (int shift = 28; shift >= 0; shift -= 4) {
+        text += digits[(number >> shift) & 0xF];
+    }
+    return text;
+}
+
 Text Trim(const Text& text, TextView characters) {
     const std::size_t first = text.find_first_not_of(characters);
     if (first == Text::npos) {

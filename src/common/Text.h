@@ -14,6 +14,9 @@ using TextView = std::u16string_view;
 // Returns the number in decimal digits, with a leading "-" if it is negative.
 Text DecimalText(std::int32_t number);
 
+// Returns the number as 8 uppercase hexadecimal digits.
+Text HexText(std::uint32_t number);
+
 // Removes spaces (only U+0020), or all of `characters`, from both ends.
 Text Trim(const Text& text, TextView characters = u" ");
 

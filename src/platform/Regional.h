@@ -8,6 +8,11 @@
 // The user's regional settings and the system's 8-bit code page.
 namespace platform {
 
+inline constexpr std::uint32_t CodePageUtf8 = 65001;  // CP_UTF8
+
+// Returns the number of the system's 8-bit code page.
+std::uint32_t GetACP();
+
 // Convert text to the code page and back. Characters not in the code page become "?".
 std::string AnsiFromText(const std::u16string& text);
 std::u16string TextFromAnsi(const std::string& bytes);

@@ -1,9 +1,10 @@
 #include "rollout/ControlFileCheck.h"
 
 #include <algorithm>
+#include <cwchar>
+#include <locale>
 #include <optional>
 #include <string>
-#include <utility>
 #include <variant>
 
 #include "common/Error.h"
@@ -11,6 +12,9 @@
 #include "version/ForcedVersionTable.h"
 
 namespace {
+
+constexpr std::size_t LongestValueName = 16383;   // characters; the registry's limit
+constexpr std::size_t LongestExportedName = 254;  // bytes; an export ends at a longer name
 
 Text Quoted(const Text& text) {
     return u"»" + text + u"«";
@@ -20,80 +24,51 @@ Text LineName(std::int32_t line) {
     return u"Zeile " + DecimalText(line);
 }
 
-Text ReasonOf(ItemFault fault) {
-    switch (fault) {
-        case ItemFault::NoEquals:
+Text ReasonOf(ItemError error) {
+    switch (error) {
+        case ItemError::MissingEquals:
             return u"kein »=«";
-        case ItemFault::SeveralEquals:
+        case ItemError::MultipleEquals:
             return u"mehr als ein »=«";
-        case ItemFault::NoNumber:
+        case ItemError::NotANumber:
             return u"keine Zahl";
-        case ItemFault::NegativeNumber:
+        case ItemError::NegativeNumber:
             return u"negative Zahl";
     }
     return {};
 }
 
-bool IsInVersionList(std::int32_t version) {
-    const std::vector<Text> items = Split(ForcedVersionTable::Versions(), u';');
-    return std::any_of(items.begin(), items.end(), [&](const Text& item) {
-        const auto judged = JudgeItem(item);
-        const auto* const entry = std::get_if<ForcedVersionItem>(&judged);
-        return entry != nullptr && entry->version == version;
-    });
-}
-
-// The number of bytes of the UTF-8 character that begins with `lead`; 0 when none does.
-std::size_t Utf8Length(unsigned char lead) {
-    if (lead < 0x80) {
-        return 1;
-    }
-    if (lead < 0xC2) {
-        return 0;
-    }
-    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
-}
-
 bool IsAscii(const std::string& bytes) {
-    return std::all_of(bytes.begin(), bytes.end(), [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+    return std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
 }
 
 bool IsUtf8(const std::string& bytes) {
-    for (std::size_t place = 0; place < bytes.size();) {
-        const std::size_t length = Utf8Length(static_cast<unsigned char>(bytes[place]));
-        if (length == 0 || place + length > bytes.size()) {
-            return false;
-        }
-        for (std::size_t next = place + 1; next < place + length; ++next) {
-            if ((static_cast<unsigned char>(bytes[next]) & 0xC0) != 0x80) {
-                return false;
-            }
-        }
-        place += length;
-    }
-    return true;
+    const auto& converter = std::use_facet<std::codecvt<char16_t, char8_t, std::mbstate_t>>(std::locale::classic());
+    const auto* const start = reinterpret_cast<const char8_t*>(bytes.data());
+    std::mbstate_t state{};
+    const int length = converter.length(state, start, start + bytes.size(), bytes.size());
+    return static_cast<std::size_t>(length) == bytes.size();
 }
 
-// The section that a person means by a line, in capital letters; empty for a line that looks like no head.
-Text MeantSection(const Text& line) {
+// Returns the name of the section that the line's author probably meant, in uppercase; empty if the line doesn't look
+// like a head.
+Text IntendedSection(const Text& line) {
     const Text head = Trim(line, u" \t");
     return head.starts_with(u'[') ? platform::CharUpperW(Trim(head.substr(1, head.find(u']') - 1), u" \t")) : Text();
 }
 
-}  // namespace
-
-Text CheckedTable::Key() const {
-    return Text(registryPath_) + u"\\" + Text(VersionSection) + u"\\" + Text(TableKey);
+Text SectionHead(const Product& product) {
+    return u"[" + Text(product.section) + u"]";
 }
 
-std::int32_t CheckedTable::Add(const ForcedVersionItem& entry, std::int32_t line) {
-    entries_.push_back(entry);
-    const auto [found, isNew] = lines_.try_emplace(platform::CharUpperW(entry.valueName), line);
-    return isNew ? 0 : std::exchange(found->second, line);
+}  // namespace
+
+void ControlFileCheck::Warn(const Text& warning) {
+    findings_.push_back(u"Warnung: " + warning);
 }
 
 void ControlFileCheck::Warn(std::int32_t line, const Text& warning) {
-    findings_.push_back(u"Warnung: " + LineName(line) + u": " + warning);
+    Warn(LineName(line) + u": " + warning);
 }
 
 void ControlFileCheck::Read(const Text& path) {
@@ -106,85 +81,99 @@ void ControlFileCheck::Read(const Text& path) {
     if (error) {
         Raise(error->number, LineName(file.Number()) + u": " + error->description);
     }
-    if (encoding_ == Encoding::Utf8) {
-        findings_.emplace_back(u"Warnung: Die Datei ist in UTF-8 gespeichert; ein Import verfälscht ihre Umlaute.");
-    }
-    for (const CheckedTable* const table : {&main_, &reporting_}) {
-        if (!table->IsThere()) {
-            findings_.push_back(u"Warnung: Der Abschnitt [" + Text(table->Section()) +
-                                u"] fehlt; ein Import leert seine Tabelle.");
-        }
-    }
+    CheckFile();
 }
 
 void ControlFileCheck::CheckLine(const ControlFileReader& file) {
-    CheckEncoding(file);
-    CheckedTable* const table = file.Section() == MainSection        ? &main_
-                                : file.Section() == ReportingSection ? &reporting_
-                                                                     : nullptr;
-    if (table != nullptr && file.IsHead()) {
-        table->Enter();
+    CheckEncoding(file.Line());
+    const std::optional<std::size_t> product = ProductIndex(file.Section());
+    if (product && file.IsHead()) {
+        hasSection_[*product] = true;
         return;
     }
     CheckHead(file);
-    if (table != nullptr) {
-        CheckItems(file, *table);
+    if (product) {
+        CheckItems(file, tables_[*product]);
     }
 }
 
-// A file in UTF-16 holds a zero in or beside nearly every character: an import finds neither section in it, and empties
-// both tables.
-void ControlFileCheck::CheckEncoding(const ControlFileReader& file) {
-    const std::string bytes = platform::AnsiFromText(file.Line());
+// Rejects UTF-16, detected by zero bytes or a byte order mark: an import would find no section in such a file and
+// would clear all tables. If the code page is UTF-8, invalid bytes have already become U+FFFD.
+void ControlFileCheck::CheckEncoding(const Text& line) {
+    const std::string bytes = platform::AnsiFromText(line);
     if (bytes.find('\0') != std::string::npos || bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
-        Raise(static_cast<std::int32_t>(RuntimeError::TypeMismatch),
-              u"kein Text in der 8-Bit-Codepage, vielleicht UTF-16");
+        Raise(RuntimeError::InvalidArgument, u"kein Text in der 8-Bit-Codepage, vielleicht UTF-16");
     }
-    if (!IsUtf8(bytes)) {
-        encoding_ = Encoding::CodePage;
+    if (!IsUtf8(bytes) || line.find(u'\uFFFD') != Text::npos) {
+        encoding_ = Encoding::Other;
     } else if (encoding_ == Encoding::Ascii && !IsAscii(bytes)) {
         encoding_ = Encoding::Utf8;
     }
 }
 
 void ControlFileCheck::CheckHead(const ControlFileReader& file) {
-    const Text meant = MeantSection(file.Line());
-    for (const CheckedTable* const table : {&main_, &reporting_}) {
-        if (meant == platform::CharUpperW(Text(table->Section()))) {
-            Warn(file.Number(),
-                 Quoted(file.Line()) + u" beginnt nicht den Abschnitt [" + Text(table->Section()) + u"].");
+    const Text intended = IntendedSection(file.Line());
+    for (const Product& product : Products) {
+        if (intended == platform::CharUpperW(Text(product.section))) {
+            Warn(file.Number(), Quoted(file.Line()) + u" beginnt nicht den Abschnitt " + SectionHead(product) + u".");
         }
     }
 }
 
-// The empty piece behind a ";" at the line's end is no loss.
+// The empty item after a ";" at the end of the line isn't an error.
 void ControlFileCheck::CheckItems(const ControlFileReader& file, CheckedTable& table) {
-    std::vector<Text> pieces = Split(file.Line(), u';');
-    std::erase(pieces, Text());
-    if (pieces.empty()) {
-        pieces.emplace_back();
+    std::vector<Text> items = Split(file.Line(), u';');
+    std::erase(items, Text());
+    if (items.empty()) {
+        items.emplace_back();
     }
-    for (const Text& piece : pieces) {
-        const auto judged = JudgeItem(piece);
-        if (const auto* const fault = std::get_if<ItemFault>(&judged)) {
-            hasPassedOver_ = true;
-            findings_.push_back(LineName(file.Number()) + u": " + Quoted(pieces.size() == 1 ? file.Line() : piece) +
-                                u" wird übersprungen: " + ReasonOf(*fault));
+    for (const Text& item : items) {
+        const auto parsed = ParseItem(item);
+        if (const auto* const error = std::get_if<ItemError>(&parsed)) {
+            ++skippedCount_;
+            findings_.push_back(LineName(file.Number()) + u": " + Quoted(items.size() == 1 ? file.Line() : item) +
+                                u" wird übersprungen: " + ReasonOf(*error));
         } else {
-            CheckEntry(file.Number(), std::get<ForcedVersionItem>(judged), table);
+            CheckEntry(file.Number(), std::get<ForcedVersionItem>(parsed), table);
         }
     }
 }
 
 void ControlFileCheck::CheckEntry(std::int32_t line, const ForcedVersionItem& entry, CheckedTable& table) {
+    if (entry.valueName.size() > LongestValueName) {
+        Raise(RuntimeError::InvalidArgument, u"Der Name ist länger als " + DecimalText(LongestValueName) + u" Zeichen");
+    }
     const Text name = Quoted(ItemNameOf(entry.valueName));
+    if (platform::AnsiFromText(entry.valueName).size() > LongestExportedName) {
+        Warn(line, u"Der Name " + name + u" ist zu lang für einen Export; dieser endet vor dem Eintrag.");
+    }
     if (entry.valueName != Trim(entry.valueName)) {
-        Warn(line, u"Die Leerzeichen an den Enden gehören zum Namen " + name + u".");
+        Warn(line, u"Die Leerzeichen am Anfang oder Ende gehören zum Namen " + name + u".");
     }
-    if (const std::int32_t earlier = table.Add(entry, line); earlier != 0) {
-        Warn(line, name + u" steht schon in Zeile " + DecimalText(earlier) + u"; die letzte Zahl gilt.");
+    if (const std::optional<std::int32_t> earlier = table.Add(entry, line)) {
+        Warn(line, name + u" steht schon in Zeile " + DecimalText(*earlier) + u"; die letzte Zahl gilt.");
     }
-    if (!IsInVersionList(entry.version)) {
+    if (VersionName(entry.version).empty()) {
         Warn(line, DecimalText(entry.version) + u" ist keine Version der Versionsliste.");
+    }
+}
+
+void ControlFileCheck::CheckFile() {
+    const bool codePageIsUtf8 = platform::GetACP() == platform::CodePageUtf8;
+    if (!codePageIsUtf8 && encoding_ == Encoding::Utf8) {
+        Warn(u"Die Datei ist in UTF-8 gespeichert; ein Import verfälscht ihre Umlaute.");
+    } else if (codePageIsUtf8 && encoding_ == Encoding::Other) {
+        Warn(u"Die Datei ist nicht in UTF-8 gespeichert; ein Import verfälscht ihre Umlaute.");
+    }
+    Text heads;
+    for (std::size_t product = 0; product < Products.size(); ++product) {
+        const Text head = SectionHead(Products[product]);
+        heads += (heads.empty() ? u"" : u" oder ") + head;
+        if (!hasSection_[product]) {
+            Warn(u"Der Abschnitt " + head + u" fehlt; ein Import leert seine Tabelle.");
+        }
+    }
+    if (std::ranges::count(hasSection_, true) == 0) {
+        Raise(RuntimeError::InvalidArgument, u"kein Abschnitt " + heads + u"; ein Import würde alle Tabellen leeren");
     }
 }

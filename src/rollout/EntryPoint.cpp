@@ -8,8 +8,8 @@ int main(int argc, char** argv) {
     platform::ProcessStart(argc, argv);
     try {
         return static_cast<int>(RunRollout(platform::CommandLineArguments()));
-    } catch (const std::exception& fault) {  // none of the language's errors
-        platform::WriteConsoleW(platform::StdErrorHandle, platform::TextFromAnsi(fault.what()) + u"\r\n");
-        return static_cast<int>(RolloutResult::NothingWritten);
+    } catch (const std::exception& fault) {
+        PrintLine(platform::StdErrorHandle, platform::TextFromAnsi(fault.what()));
+        return static_cast<int>(RolloutResult::Failed);
     }
 }

@@ -4,8 +4,6 @@
 #include <bit>
 #include <cstdint>
 
-#include "rollout/HexText.h"
-
 namespace {
 
 // RFC 4122, Appendix C: 6ba7b811-9dad-11d1-80b4-00c04fd430c8.
@@ -15,16 +13,8 @@ using Digest = std::array<std::uint32_t, 5>;
 
 constexpr std::size_t BlockSize = 64;
 
-std::uint32_t WordAt(const std::string& bytes, std::size_t place) {
-    std::uint32_t word = 0;
-    for (std::size_t next = place; next < place + 4; ++next) {
-        word = word << 8 | static_cast<unsigned char>(bytes[next]);
-    }
-    return word;
-}
-
-// One round's function of three words, with its constant (FIPS 180-4, 4.1.1 and 4.2.1).
-std::uint32_t Mix(std::size_t round, std::uint32_t b, std::uint32_t c, std::uint32_t d) {
+// The function and the constant of a round (FIPS 180-4, 4.1.1 and 4.2.1).
+std::uint32_t RoundFunction(std::size_t round, std::uint32_t b, std::uint32_t c, std::uint32_t d) {
     switch (round / 20) {
         case 0:
             return ((b & c) | (~b & d)) + 0x5A827999;
@@ -37,29 +27,27 @@ std::uint32_t Mix(std::size_t round, std::uint32_t b, std::uint32_t c, std::uint
     }
 }
 
-void AddBlock(Digest& digest, const std::string& bytes, std::size_t place) {
+void AddBlock(Digest& digest, std::string_view block) {
     std::array<std::uint32_t, 80> words{};
-    for (std::size_t number = 0; number < words.size(); ++number) {
-        words[number] =
-            number < 16 ? WordAt(bytes, place + 4 * number)
-                        : std::rotl(words[number - 3] ^ words[number - 8] ^ words[number - 14] ^ words[number - 16], 1);
+    for (std::size_t index = 0; index < BlockSize; ++index) {
+        words[index / 4] = words[index / 4] << 8 | static_cast<unsigned char>(block[index]);
+    }
+    for (std::size_t index = BlockSize / 4; index < words.size(); ++index) {
+        words[index] = std::rotl(words[index - 3] ^ words[index - 8] ^ words[index - 14] ^ words[index - 16], 1);
     }
     auto [a, b, c, d, e] = digest;
     for (std::size_t round = 0; round < words.size(); ++round) {
-        const std::uint32_t next = std::rotl(a, 5) + Mix(round, b, c, d) + e + words[round];
+        const std::uint32_t next = std::rotl(a, 5) + RoundFunction(round, b, c, d) + e + words[round];
         e = d;
         d = c;
         c = std::rotl(b, 30);
         b = a;
         a = next;
     }
-    const Digest sums{a, b, c, d, e};
-    for (std::size_t number = 0; number < digest.size(); ++number) {
-        digest[number] += sums[number];
-    }
+    digest = {digest[0] + a, digest[1] + b, digest[2] + c, digest[3] + d, digest[4] + e};
 }
 
-// SHA-1 (FIPS 180-4).
+// Returns the SHA-1 hash (FIPS 180-4).
 Digest Sha1(std::string bytes) {
     const std::uint64_t bits = bytes.size() * 8;
     bytes += '\x80';
@@ -68,8 +56,8 @@ Digest Sha1(std::string bytes) {
         bytes += static_cast<char>(bits >> shift & 0xFF);
     }
     Digest digest{0x67452301, 0xEFCDAB89, 0x98BADCFE, 0x10325476, 0xC3D2E1F0};
-    for (std::size_t place = 0; place < bytes.size(); place += BlockSize) {
-        AddBlock(digest, bytes, place);
+    for (std::size_t offset = 0; offset < bytes.size(); offset += BlockSize) {
+        AddBlock(digest, std::string_view(bytes).substr(offset, BlockSize));
     }
     return digest;
 }
@@ -78,10 +66,11 @@ Digest Sha1(std::string bytes) {
 
 Text NameGuid(const std::string& name) {
     Digest digest = Sha1(std::string(UrlNamespace) + name);
-    digest[1] = (digest[1] & 0xFFFF0FFF) | 0x5000;      // the version
-    digest[2] = (digest[2] & 0x3FFFFFFF) | 0x80000000;  // the variant
-    const Text second = HexText(digest[1]);
-    const Text third = HexText(digest[2]);
-    return u"{" + HexText(digest[0]) + u"-" + second.substr(0, 4) + u"-" + second.substr(4) + u"-" +
-           third.substr(0, 4) + u"-" + third.substr(4) + HexText(digest[3]) + u"}";
+    digest[1] = (digest[1] & 0xFFFF0FFF) | 0x5000;      // version 5
+    digest[2] = (digest[2] & 0x3FFFFFFF) | 0x80000000;  // variant of RFC 4122
+    Text guid = u"{" + HexText(digest[0]) + HexText(digest[1]) + HexText(digest[2]) + HexText(digest[3]) + u"}";
+    for (const std::size_t position : {9U, 14U, 19U, 24U}) {
+        guid.insert(position, u"-");
+    }
+    return guid;
 }

@@ -3,10 +3,10 @@
 #include <string>
 
 #include "common/Text.h"
-#include "rollout/ControlFileCheck.h"
+#include "rollout/CheckedTable.h"
 
-// The tables as a collection of registry items for Group Policy Preferences, one collection to a product: each entry is
-// updated at its place in a 64-bit machine's registry. Nothing is deleted. XML in UTF-8. `changed` is the moment that
-// the items tell as that of their last change, "YYYY-MM-DD hh:mm:ss". Raises for a name with a control character, which
-// XML cannot hold.
-std::string PreferencesFileOf(const CheckedTable& mainTable, const CheckedTable& reportingTable, const Text& changed);
+// Returns the tables as an XML file for Group Policy preferences: one collection per product, with one item per entry
+// that updates the entry's value at its path in a 64-bit registry. Items for the entries in `removed` delete them.
+// `changed` is the items' modification time, "YYYY-MM-DD hh:mm:ss". Raises 5 (invalid argument) if XML doesn't allow a
+// character of a name, and 6 (overflow) if an escaped name is longer than 32767 characters.
+std::string PreferencesFileBytes(const CheckedTables& tables, const CheckedTables& removed, const Text& changed);

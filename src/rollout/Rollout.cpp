@@ -7,83 +7,201 @@
 #include "common/Error.h"
 #include "common/TextFile.h"
 #include "common/modDateTime.h"
-#include "common/modStringLibrary.h"
 #include "platform/FileCalls.h"
 #include "platform/Process.h"
 #include "platform/Regional.h"
+#include "rollout/Arguments.h"
 #include "rollout/ControlFileCheck.h"
 #include "rollout/PreferencesFile.h"
-#include "rollout/RegistryFile.h"
+#include "rollout/RegFile.h"
+#include "rollout/StoredTables.h"
+#include "rollout/WhoReport.h"
+#include "version/ProductProfile.h"
+#include "version/modVTV4Version.h"
 
 namespace {
 
-constexpr TextView Usage = u"Aufruf: vtv4v-reg STEUERDATEI [ZIEL.reg | ZIEL.xml]";
+const std::vector<Text> HelpLines = {
+    u"Prüft, verteilt, sichert und erklärt die Versions-Einstellungen von Vandrel Tallora V4.",
+    u"",
+    u"vtv4v-reg DATEI                    prüft eine Steuerungs-Datei",
+    u"vtv4v-reg DATEI ZIEL.reg           prüft und schreibt eine Datei für \"reg import\"",
+    u"vtv4v-reg DATEI ZIEL.xml [ALT]     prüft und schreibt Gruppenrichtlinien-Einstellungen; ALT ist die",
+    u"                                   vorige Steuerungs-Datei, deren übrige Einträge gelöscht werden",
+    u"vtv4v-reg /export DATEI            schreibt die Tabellen dieses Rechners in eine Steuerungs-Datei",
+    u"vtv4v-reg /import DATEI            prüft eine Steuerungs-Datei und importiert sie",
+    u"vtv4v-reg /wer NAME [/domaene DOMÄNE] [/dns DNS-DOMÄNE] [DATEI]",
+    u"                                   zeigt, welche Version ein Benutzer erhält; mit DATEI, welche er nach",
+    u"                                   einem Import erhielte. NAME ist auch DOMÄNE.NAME; enthält er selbst",
+    u"                                   einen Punkt, dann /domaene angeben",
+    u"",
+    u"Exitcode 0: erledigt. 1: erledigt, aber bitte die Meldungen lesen. 2: nichts geändert.",
+};
 
-void Tell(const Text& line) {
-    platform::WriteConsoleW(platform::StdOutputHandle, line + u"\r\n");
+void PrintLines(const std::vector<Text>& lines) {
+    for (const Text& line : lines) {
+        PrintLine(platform::StdOutputHandle, line);
+    }
 }
 
-RolloutResult TellFailure(const Text& line) {
-    platform::WriteConsoleW(platform::StdErrorHandle, line + u"\r\n");
-    return RolloutResult::NothingWritten;
+// Runs `steps`. If they raise an error, raises it with `subject` before and `consequence` after its description.
+template <typename Steps>
+void Explain(const Text& subject, const Steps& steps, const Text& consequence = {}) {
+    if (const std::optional<Error> error = TrapError(steps)) {
+        Raise(error->number, subject + u": " + error->description + u"." + consequence);
+    }
 }
 
-// When the control file was last changed, so that the same file gives the same target.
+// Checks a control file and adds the findings to the report.
+CheckedTables CheckedFile(const Text& path, Report& report) {
+    ControlFileCheck check;
+    const std::optional<Error> error = TrapError([&] { check.Read(path); });
+    report.AddFindings(check.Findings(), check.SkippedCount());
+    if (error) {
+        Raise(error->number, path + u": " + error->description + u".");
+    }
+    return check.Tables();
+}
+
+// Returns the time of the file's last change as "2017-12-16 10:16:40", so that the same control file gives the same
+// target.
 Text LastChange(const Text& path) {
     double date = 0;
     RaiseFileStatus(platform::DateLastModified(platform::AnsiFromText(path), date));
-    Text stamp = DateTimeStamp(date);
-    // From "20171216 101640" to "2017-12-16 10:16:40".
-    for (const std::size_t behind : {13U, 11U}) {
-        stamp.insert(behind, u":");
-    }
-    for (const std::size_t behind : {6U, 4U}) {
-        stamp.insert(behind, u"-");
-    }
-    return stamp;
+    const Text stamp = DateTimeStamp(date);  // "20171216 101640"
+    return stamp.substr(0, 4) + u"-" + stamp.substr(4, 2) + u"-" + stamp.substr(6, 5) + u":" + stamp.substr(11, 2) +
+           u":" + stamp.substr(13);
 }
 
-Text CountText(const CheckedTable& table) {
-    return DecimalText(static_cast<std::int32_t>(table.Entries().size()));
+// Returns the entries that only the control file of the last roll-out contains, or none if it wasn't given.
+CheckedTables RemovedEntries(const Text& earlierFile, const CheckedTables& tables) {
+    ControlFileCheck earlier;
+    if (!earlierFile.empty()) {
+        Explain(earlierFile, [&] { earlier.Read(earlierFile); });
+    }
+    return EntriesOnlyIn(earlier.Tables(), tables);
 }
 
-void WriteTarget(const ControlFileCheck& check, const Text& controlFile, const Text& target, bool isXml) {
-    WriteBytes(target,
-               isXml ? PreferencesFileOf(check.Main(), check.Reporting(), LastChange(controlFile))
-                     : RegistryFileOf(check.Main(), check.Reporting()),
-               true);
+void WriteTarget(const Arguments& arguments, const CheckedTables& tables, const CheckedTables& removed) {
+    for (const Text& source : {arguments.controlFile, arguments.earlierFile}) {
+        if (platform::IsSameFile(platform::AnsiFromText(source), platform::AnsiFromText(arguments.target))) {
+            Raise(RuntimeError::InvalidArgument, arguments.target + u": Das Ziel ist eine der Steuerungs-Dateien.");
+        }
+    }
+    std::string bytes;
+    Explain(arguments.target, [&] {
+        bytes = IsXmlPath(arguments.target) ? PreferencesFileBytes(tables, removed, LastChange(arguments.controlFile))
+                                            : RegFileBytes(tables);
+    });
+    Explain(
+        arguments.target, [&] { WriteBytes(arguments.target, bytes, true); },
+        u" Das Ziel wurde nicht vollständig geschrieben.");
+}
+
+RolloutResult Check(const Arguments& arguments, Report& report) {
+    const CheckedTables tables = CheckedFile(arguments.controlFile, report);
+    const CheckedTables removed = RemovedEntries(arguments.earlierFile, tables);
+    if (!arguments.target.empty()) {
+        WriteTarget(arguments, tables, removed);
+    }
+    return report.Finish(tables, arguments.earlierFile.empty() ? u"" : u" Zu löschen: " + EntryCounts(removed) + u".");
+}
+
+// Warns of the stored entries that the file doesn't contain.
+void CompareWithFile(const StoredTables& stored, const CheckedTables& tables, Report& report) {
+    report.AddFindings(stored.findings);
+    for (const CheckedTable& missing : EntriesOnlyIn(stored.tables, tables)) {
+        for (const ForcedVersionItem& entry : missing.Entries()) {
+            report.AddFindings({u"Warnung: Der Eintrag »" + ItemNameOf(entry.valueName) + u"« der Tabelle [" +
+                                missing.Section() + u"] fehlt in der Datei."});
+        }
+    }
+}
+
+// Returns the products' tables, without resolving the version in force. Raises 5 (invalid argument) if they must be
+// writable but aren't.
+VersionTables MachineTables(bool mustBeWritable) {
+    VersionTables tables;
+    for (std::size_t product = 0; product < Products.size(); ++product) {
+        ProductProfile profile;
+        profile.RegistryPath = Products[product].registryPath;
+        profile.Bind();
+        if (mustBeWritable && !profile.ProgOption->LocalMachineCanWrite(VersionSection)) {
+            Raise(RuntimeError::InvalidArgument,
+                  u"HKEY_LOCAL_MACHINE\\" + profile.RegistryPath +
+                      u": Schreiben ist nicht möglich; dazu sind Administratorrechte nötig.");
+        }
+        tables[product] = profile.Table;
+    }
+    return tables;
+}
+
+// Reads the written file again: an import of it must restore every stored entry.
+RolloutResult Export(const Text& path, Report& report) {
+    const StoredTables stored = ReadStoredTables();
+    Explain(
+        path, [&] { ExportTables(path, MachineTables(false)); }, u" Die Datei wurde nicht vollständig geschrieben.");
+    ControlFileCheck check;
+    if (const std::optional<Error> error = TrapError([&] { check.Read(path); })) {
+        report.AddFindings({u"Warnung: Die Datei kann nicht importiert werden: " + error->description + u"."});
+    }
+    CompareWithFile(stored, check.Tables(), report);
+    return report.Finish(check.Tables());
+}
+
+// Reads the tables afterwards: an import ignores it if a table can't be cleared.
+RolloutResult Import(const Text& path, Report& report) {
+    const CheckedTables tables = CheckedFile(path, report);
+    const VersionTables machineTables = MachineTables(true);
+    Explain(
+        path, [&] { ImportTables(path, machineTables); },
+        u" Der Import wurde abgebrochen; die Tabellen sind unvollständig.");
+    CompareWithFile(ReadStoredTables(), tables, report);
+    return report.Finish(tables);
+}
+
+RolloutResult Who(const Arguments& arguments, Report& report) {
+    CheckedTables tables;
+    if (arguments.controlFile.empty()) {
+        const StoredTables stored = ReadStoredTables();
+        report.AddFindings(stored.findings);
+        tables = stored.tables;
+    } else {
+        tables = CheckedFile(arguments.controlFile, report);
+    }
+    const ResolutionReport resolution = DescribeResolution(arguments.user, tables);
+    PrintLines(resolution.lines);
+    if (arguments.controlFile.empty()) {
+        report.AddFindings(resolution.findings);
+    }
+    return report.Finish(tables);
+}
+
+RolloutResult RunCommand(const Arguments& arguments) {
+    Report report;
+    switch (arguments.command) {
+        case Command::Help:
+            PrintLines(HelpLines);
+            return RolloutResult::Success;
+        case Command::Check:
+            return Check(arguments, report);
+        case Command::Export:
+            return Export(arguments.controlFile, report);
+        case Command::Import:
+            return Import(arguments.controlFile, report);
+        case Command::Who:
+            return Who(arguments, report);
+    }
+    return RolloutResult::Failed;
 }
 
 }  // namespace
 
 RolloutResult RunRollout(const std::vector<Text>& arguments) {
-    const Text target = arguments.size() == 2 ? arguments[1] : Text();
-    const Text ending = platform::CharUpperW(target.substr(target.size() < 4 ? 0 : target.size() - 4));
-    if (arguments.empty() || arguments.size() > 2 || arguments[0].starts_with(u'-') || arguments[0] == u"/?" ||
-        (arguments.size() == 2 && ending != u".REG" && ending != u".XML")) {
-        return TellFailure(Text(Usage));
+    RolloutResult result = RolloutResult::Failed;
+    const std::optional<Error> error = TrapError([&] { result = RunCommand(ParseArguments(arguments)); });
+    if (error) {
+        PrintLine(platform::StdErrorHandle, error->description);
     }
-    const Text& controlFile = arguments[0];
-    ControlFileCheck check;
-    const std::optional<Error> unreadable = TrapError([&] { check.Read(controlFile); });
-    for (const Text& finding : check.Findings()) {
-        Tell(finding);
-    }
-    if (unreadable) {
-        return TellFailure(controlFile + u": " + unreadable->description + u". Es wurde nichts geschrieben.");
-    }
-    if (!target.empty() && platform::IsSameFile(platform::AnsiFromText(controlFile), platform::AnsiFromText(target))) {
-        return TellFailure(target + u": Das Ziel ist die Steuerungs-Datei. Es wurde nichts geschrieben.");
-    }
-    if (!target.empty()) {
-        const std::optional<Error> unwritten =
-            TrapError([&] { WriteTarget(check, controlFile, target, ending == u".XML"); });
-        if (unwritten) {
-            return TellFailure(target + u": " + unwritten->description +
-                               u". Das Ziel wurde nicht vollständig geschrieben.");
-        }
-    }
-    Tell(u"Einträge in [Tallora]: " + CountText(check.Main()) + u", in [Reporting]: " + CountText(check.Reporting()) +
-         u".");
-    return check.HasPassedOver() ? RolloutResult::SomethingPassedOver : RolloutResult::NothingPassedOver;
+    return result;
 }

@@ -3,20 +3,13 @@
 #include <variant>
 
 #include "common/Conversion.h"
-#include "common/Environment.h"
 #include "common/Error.h"
-#include "version/ForcedVersionItem.h"
+#include "version/ControlFile.h"
+#include "version/VersionResolution.h"
 
 namespace {
 
-constexpr std::int32_t Full = 0;
-constexpr std::int32_t Demo = 1;
-constexpr std::int32_t Lawyer = 2;
-constexpr std::int32_t Classic = 4;
-constexpr std::int32_t Client = 5;
-constexpr std::int32_t NotInstalled = 99;
-
-constexpr TextView TableSection = u"Version\\ForcedVersion";
+constexpr char16_t TableSection[] = u"Version\\ForcedVersion";
 
 void Open(Registry& registry, bool localMachine, const Text& path) {
     if (localMachine) {
@@ -28,29 +21,23 @@ void Open(Registry& registry, bool localMachine, const Text& path) {
 
 }  // namespace
 
-// The rules look at the starting version alone, so that an entry can undo what an earlier one set. Every installation
-// starts from Full today; an installation that starts from another version is held to that one, or to Demo.
-bool ForcedVersionApplies(std::int32_t startVersion, bool localMachine, std::int32_t forced) {
-    switch (startVersion) {
-        case Lawyer:
-        case Classic:
-        case Client:
-        case NotInstalled:
-            return false;
-        case Full:
-            // Only the administrator, who alone can write the local machine's store, sets Full.
-            return forced != Full || localMachine;
-        default:
-            return forced == Demo;
+Text VersionName(std::int32_t version) {
+    for (const Text& item : Split(ForcedVersionTable::Versions(), u';')) {
+        const auto parsed = ParseItem(item);
+        const auto* const entry = std::get_if<ForcedVersionItem>(&parsed);
+        if (entry != nullptr && entry->version == version) {
+            return entry->valueName;
+        }
     }
+    return {};
 }
 
 Text ForcedVersionTable::VersionSectionKey() const {
-    return progOption_->SectionRoot() + u"\\" + Text(VersionSection);
+    return progOption_->SectionRoot() + u"\\" + VersionSection;
 }
 
 std::int32_t ForcedVersionTable::ForcedVersion(bool localMachine, const Text& regValue) const {
-    const Text section(TableSection);
+    const Text section = TableSection;
     const Variant stored =
         localMachine ? progOption_->LocalMachine(section, regValue) : progOption_->CurrentUser(section, regValue);
     if (std::holds_alternative<Empty>(stored) || !IsNumeric(stored)) {
@@ -60,7 +47,7 @@ std::int32_t ForcedVersionTable::ForcedVersion(bool localMachine, const Text& re
 }
 
 void ForcedVersionTable::ForcedVersion(bool localMachine, const Text& regValue, std::int32_t forcedVersion) {
-    const Text section(TableSection);
+    const Text section = TableSection;
     if (forcedVersion >= 0) {
         if (localMachine) {
             progOption_->LocalMachine(section, regValue, NotGiven{}, forcedVersion);
@@ -76,8 +63,8 @@ void ForcedVersionTable::ForcedVersion(bool localMachine, const Text& regValue, 
 
 void ForcedVersionTable::ForcedVersionClear(bool localMachine) {
     Registry registry;
-    IgnoreErrors([&] { Open(registry, localMachine, VersionSectionKey()); },
-                 [&] { registry.SubKeyDelete(Text(TableKey)); }, [&] { registry.KeyClose(); });
+    IgnoreErrors([&] { Open(registry, localMachine, VersionSectionKey()); }, [&] { registry.SubKeyDelete(TableKey); },
+                 [&] { registry.KeyClose(); });
 }
 
 Text ForcedVersionTable::ForcedVersionAll(bool localMachine) const {
@@ -85,7 +72,7 @@ Text ForcedVersionTable::ForcedVersionAll(bool localMachine) const {
     Registry registry;
     const KeyCloser closer(registry);
     TrapError([&] {
-        Open(registry, localMachine, VersionSectionKey() + u"\\" + Text(TableKey));
+        Open(registry, localMachine, VersionSectionKey() + u"\\" + TableKey);
         registry.ValueNameFirst();
         while (!registry.EOF_ValueName()) {
             const Text name = registry.ValueName();
@@ -99,8 +86,8 @@ Text ForcedVersionTable::ForcedVersionAll(bool localMachine) const {
 void ForcedVersionTable::ForcedVersionAll(bool localMachine, const Text& itemsString) {
     ForcedVersionClear(localMachine);
     for (const Text& item : Split(itemsString, u';')) {
-        const auto judged = JudgeItem(item);
-        if (const auto* const entry = std::get_if<ForcedVersionItem>(&judged)) {
+        const auto parsed = ParseItem(item);
+        if (const auto* const entry = std::get_if<ForcedVersionItem>(&parsed)) {
             ForcedVersion(localMachine, entry->valueName, entry->version);
         }
     }
@@ -111,42 +98,28 @@ Text ForcedVersionTable::Versions() {
 }
 
 std::int32_t ForcedVersionTable::VersionInForce(std::optional<double> level) const {
-    switch (IntegerFrom(level.value_or(0))) {
-        case 1:
-            return machineVersion_;
-        case 2:
-            return machineDefaultVersion_;
-        case 3:
-            return startVersion_;
-        default:
-            return versionInForce_;
-    }
+    const auto index = static_cast<std::size_t>(IntegerFrom(level.value_or(0)));
+    return versions_[index < versions_.size() ? index : 0];
 }
 
 void ForcedVersionTable::Init() {
-    versionInForce_ = Full;
+    versions_[0] = InitialVersion;
     ResolveVersion();
 }
 
-// From the most general entry to the most particular; each one that applies replaces the result of those before. The
-// current user's store comes last, and only its default entry counts.
 void ForcedVersionTable::ResolveVersion() {
-    const Text user = EnvironmentVariable(u"USERNAME");
-    const Text domainUser = EnvironmentVariable(u"USERDOMAIN") + u"." + user;
-    startVersion_ = versionInForce_;
-    ForcedCheckOne(true, {});
-    machineDefaultVersion_ = versionInForce_;
-    ForcedCheckOne(true, user);
-    ForcedCheckOne(true, EnvironmentVariable(u"USERDNSDOMAIN") + u"." + user);
-    ForcedCheckOne(true, domainUser);
-    machineVersion_ = versionInForce_;
-    ForcedCheckOne(false, {});
-    progOption_->CurrentUser(Text(VersionSection), u"User", NotGiven{}, domainUser);
+    const UserNames user = CurrentUserNames();
+    versions_[StartLevel] = versions_[0];
+    for (const ResolutionStep& step : ResolutionSteps(user)) {
+        ForcedCheckOne(step.localMachine, step.valueName);
+        versions_[static_cast<std::size_t>(step.level)] = versions_[0];
+    }
+    progOption_->CurrentUser(VersionSection, u"User", NotGiven{}, user.InDomain());
 }
 
 void ForcedVersionTable::ForcedCheckOne(bool localMachine, const Text& regValue) {
     const std::int32_t forced = ForcedVersion(localMachine, regValue);
-    if (forced >= 0 && ForcedVersionApplies(startVersion_, localMachine, forced)) {
+    if (EffectOf(versions_[StartLevel], localMachine, forced) == EntryEffect::Applies) {
         ForcedSet(forced);
     }
 }

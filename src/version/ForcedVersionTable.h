@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -9,62 +11,63 @@
 #include "settings/ProgOption.h"
 #include "settings/Registry.h"
 
-// The section below a product's root that holds its table. The reporting module's root is the key "Reporting" below the
-// main product's: with any other section name no product's table can fall on the other's.
-inline constexpr TextView VersionSection = u"Version";
-inline constexpr TextView TableKey = u"ForcedVersion";
+// The section below a product's root that contains its table. Must not be "Reporting": that key below the main
+// product's root is the reporting module's root.
+inline constexpr char16_t VersionSection[] = u"Version";
+inline constexpr char16_t TableKey[] = u"ForcedVersion";
 
-// The rule by which a forced version from one of the two stores takes the place of a starting version, or is refused.
-[[nodiscard]] bool ForcedVersionApplies(std::int32_t startVersion, bool localMachine, std::int32_t forced);
+// Returns the name of a version in the version list, or an empty string if the list doesn't contain it.
+Text VersionName(std::int32_t version);
 
-// One product's forced versions, which fix the version that a user gets, and the version in force for the user who runs
-// the program. The table lives in the registry alone, once for the local machine and once for the current user; every
-// operation goes there anew, and its `localMachine` chooses between the two.
+// One product's forced version tables in the registry, and the version in force for the user who runs the program. A
+// product has one table for the local machine and one for the current user; `localMachine` selects the table. Nothing
+// is cached: every operation reads or writes the registry.
 //
-// An entry is a registry value: its name is a user's name, or empty for the default entry; its data is the version
-// number. As an item string a whole table is one text, "(Standard)=3;hugo=0;": every item ends in ";", and the default
-// entry is named "(Standard)".
+// An entry is a registry value. Its name is a user's name, or empty for the default entry; its data is the version
+// number. An item string contains a whole table, such as "(Standard)=3;hugo=0;": every item ends in ";", and the
+// default entry is called "(Standard)".
 class ForcedVersionTable {
 public:
-    // The options through which the table is reached; must be bound before anything else is called.
+    // Sets the options through which the table accesses the registry. Must be called first.
     void ProgOptionBind(std::shared_ptr<ProgOption> progOption) { progOption_ = std::move(progOption); }
 
-    // Starts from Full and resolves the version in force. Raises the overflow error for an entry that reads as a number
-    // beyond 32 bits, and what the registry raises when the note of the user's name cannot be written.
+    // Resolves the version in force and records the user's name in the registry. Raises 6 (overflow) if an entry's text
+    // is a number that exceeds 32 bits, and registry errors if the user's name can't be recorded.
     void Init();
 
-    // The version as it stood at a level of the resolution: 0 everything applied, 1 without the current user's default
-    // entry, 2 the machine's default entry alone, 3 no entry. Any other level is 0. It does not change after Init.
-    // The level becomes a 16-bit number: a fraction rounds, and one beyond 16 bits raises the overflow error (6).
+    // Returns the version at a level of the resolution: 0 with all entries, 1 without the current user's default entry,
+    // 2 only with the local machine's default entry, 3 without entries. Any other level is treated as 0. Rounds a
+    // fraction; raises 6 (overflow) if `level` exceeds 16 bits.
     [[nodiscard]] std::int32_t VersionInForce(std::optional<double> level = {}) const;
 
-    // The number stored under a value name (the default entry's is empty), -1 for nothing usable. Raises the overflow
-    // error for a text that reads as a number beyond 32 bits.
+    // Returns the number of an entry, or -1 if the entry is missing or not a number. Raises 6 (overflow) if the entry's
+    // text is a number that exceeds 32 bits.
     [[nodiscard]] std::int32_t ForcedVersion(bool localMachine, const Text& regValue) const;
-    // Stores a number from 0 upward, and raises what the registry raises; a negative one deletes the entry, silently.
+    // Sets an entry's number and propagates registry errors. A negative number deletes the entry and raises nothing.
     void ForcedVersion(bool localMachine, const Text& regValue, std::int32_t forcedVersion);
 
-    // Deletes the table's key. Raises nothing; a key that cannot be deleted stays.
+    // Deletes the table's key. Raises nothing; if the key can't be deleted, it remains.
     void ForcedVersionClear(bool localMachine);
 
-    // The table as an item string, in the registry's order, up to the first entry that cannot be read. Raises nothing.
+    // Returns the table as an item string, in the registry's order, up to the first entry that can't be read. Raises
+    // nothing.
     [[nodiscard]] Text ForcedVersionAll(bool localMachine) const;
-    // Replaces the table by the items. Pieces that are no items, numbers that are none and negative ones are passed
-    // over. Raises the overflow error and what the registry raises; the items before that one are set.
+    // Replaces the table with the items. Skips malformed items and items whose value is negative or not a number.
+    // Raises 6 (overflow) if a number exceeds 32 bits, and propagates registry errors; items before the failing one
+    // remain set.
     void ForcedVersionAll(bool localMachine, const Text& itemsString);
 
-    // The version list: every version's name and number, as an item string.
+    // The name and number of every version, as an item string.
     [[nodiscard]] static Text Versions();
 
 private:
+    static constexpr std::size_t StartLevel = 3;
+
     [[nodiscard]] Text VersionSectionKey() const;
     void ResolveVersion();
     void ForcedCheckOne(bool localMachine, const Text& regValue);
-    void ForcedSet(std::int32_t forced) { versionInForce_ = forced; }
+    void ForcedSet(std::int32_t forced) { versions_[0] = forced; }
 
     std::shared_ptr<ProgOption> progOption_;
-    std::int32_t versionInForce_ = 0;
-    std::int32_t startVersion_ = 0;
-    std::int32_t machineDefaultVersion_ = 0;
-    std::int32_t machineVersion_ = 0;
+    std::array<std::int32_t, StartLevel + 1> versions_{};  // by level; the running result is at 0
 };

@@ -4,9 +4,12 @@ ProductProfile::ProductProfile()
     : ProgOption(std::make_shared<::ProgOption>()), Table(std::make_shared<ForcedVersionTable>()) {
 }
 
-// The resolution reads the registry through the options, so that these come first.
-void ProductProfile::Init() {
+void ProductProfile::Bind() {
     ProgOption->SectionRoot(RegistryPath);
     Table->ProgOptionBind(ProgOption);
+}
+
+void ProductProfile::Init() {
+    Bind();
     Table->Init();
 }

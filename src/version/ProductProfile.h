@@ -6,13 +6,15 @@
 #include "settings/ProgOption.h"
 #include "version/ForcedVersionTable.h"
 
-// Binds one product of the suite to its root in the registry. Its options and its table are made with it, and set up by
-// Init once RegistryPath is known.
+// Binds a product to its root in the registry. Creates the product's options and table; set RegistryPath, then call
+// Init.
 class ProductProfile {
 public:
     ProductProfile();
 
-    // Sets up options and table, and resolves the version in force. Raises what the table's Init raises.
+    // Binds the options and the table to RegistryPath.
+    void Bind();
+    // Calls Bind and resolves the version in force. Raises what ForcedVersionTable::Init raises.
     void Init();
 
     std::shared_ptr<::ProgOption> ProgOption;

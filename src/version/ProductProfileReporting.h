@@ -1,15 +1,16 @@
 #pragma once
 
-#include "common/Text.h"
+#include "version/Product.h"
 #include "version/ProductProfile.h"
 
-inline constexpr TextView ReportingRegistryPath = u"Software\\Vandrel\\Tallora\\V4\\Reporting";
-
-// The profile of the reporting module. Its root lies below the main product's.
+// The profile of the reporting module.
 class ProductProfileReporting {
 public:
-    // Fully set up, with the version in force resolved. Raises what ProductProfile::Init raises.
-    ProductProfileReporting();
+    // Resolves the version in force. Raises what ProductProfile::Init raises.
+    ProductProfileReporting() {
+        Profile.RegistryPath = ReportingProduct.registryPath;
+        Profile.Init();
+    }
 
     ProductProfile Profile;
 };

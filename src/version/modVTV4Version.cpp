@@ -1,15 +1,15 @@
 #include "version/modVTV4Version.h"
 
+#include <array>
+#include <cstddef>
 #include <optional>
 
 #include "common/Environment.h"
 #include "common/Error.h"
-#include "common/TextFile.h"
 #include "platform/Process.h"
-#include "platform/Regional.h"
 #include "platform/WindowSystem.h"
 #include "products/modShellExec.h"
-#include "version/ControlFileReader.h"
+#include "version/ControlFile.h"
 
 Text ControlFilePath;
 std::shared_ptr<ForcedVersionTable> MainVersions;
@@ -17,47 +17,8 @@ std::shared_ptr<ForcedVersionTable> ReportingVersions;
 
 namespace {
 
-Text SectionHead(TextView section) {
-    return u"[" + Text(section) + u"]";
-}
-
-void AppendLine(Text& file, const Text& line) {
-    file += line;
-    file += u"\r\n";
-}
-
-// A line for each piece. The empty piece behind an item string's last ";" is the empty line behind each list.
-void AppendPieces(Text& file, const Text& items) {
-    for (const Text& piece : Split(items, u';')) {
-        AppendLine(file, piece);
-    }
-}
-
-struct ControlFileItems {
-    Text main;
-    Text reporting;
-};
-
-ControlFileItems ReadControlFile() {
-    ControlFileItems items;
-    ControlFileReader file(ControlFilePath);
-    while (file.NextLine()) {
-        if (file.IsHead()) {
-            continue;
-        }
-        if (file.Section() == MainSection) {
-            items.main += file.Line() + u";";
-        } else if (file.Section() == ReportingSection) {
-            items.reporting += file.Line() + u";";
-        }
-    }
-    return items;
-}
-
-// The table is cleared by itself first: it is gone whatever becomes of its items.
-void TableReplace(ForcedVersionTable& table, const Text& items) {
-    table.ForcedVersionClear(true);
-    table.ForcedVersionAll(true, items);
+VersionTables LoadedTables() {
+    return {MainVersions, ReportingVersions};
 }
 
 }  // namespace
@@ -68,42 +29,41 @@ Text ControlFilePathGet() {
 }
 
 void WriteControlFile(const Text& mainItems, const Text& reportingItems) {
-    Text file;
-    AppendLine(file, u"[Info]");
-    AppendLine(file, u"File=" + ControlFilePath);
-    AppendLine(file, u"User=" + EnvironmentVariable(u"USERNAME"));
-    AppendLine(file, u"TimeStamp=" + platform::VarBstrFromDate(platform::Now()));
-    AppendLine(file, {});
-    AppendLine(file, u"[Versions]");
-    AppendPieces(file, ForcedVersionTable::Versions());
-    AppendLine(file, SectionHead(MainSection));
-    AppendPieces(file, mainItems);
-    AppendLine(file, SectionHead(ReportingSection));
-    AppendPieces(file, reportingItems);
-    AppendLine(file, {});
-    AppendLine(file, u"[End]");
-    WriteTextFile(ControlFilePath, file, true);
+    WriteControlFile(ControlFilePath, {mainItems, reportingItems});
 }
 
 void WriteDemoFile() {
     WriteControlFile(u"(Standard)=3;hugo=0;ruedi=1;", u"(Standard)=3;hugo=1;ruedi=99;");
 }
 
+void ExportTables(const Text& path, const VersionTables& tables) {
+    TableItems items;
+    for (std::size_t product = 0; product < tables.size(); ++product) {
+        items[product] = tables[product]->ForcedVersionAll(true);
+    }
+    WriteControlFile(path, items);
+}
+
+void ImportTables(const Text& path, const VersionTables& tables) {
+    const TableItems items = ReadControlFile(path);
+    for (std::size_t product = 0; product < tables.size(); ++product) {
+        tables[product]->ForcedVersionClear(true);
+        tables[product]->ForcedVersionAll(true, items[product]);
+    }
+}
+
 void ExportVersions() {
-    const Text mainItems = MainVersions->ForcedVersionAll(true);
-    const Text reportingItems = ReportingVersions->ForcedVersionAll(true);
-    WriteControlFile(mainItems, reportingItems);
+    ExportTables(ControlFilePath, LoadedTables());
 }
 
 void ImportVersions() {
-    const ControlFileItems items = ReadControlFile();
-    TableReplace(*MainVersions, items.main);
-    TableReplace(*ReportingVersions, items.reporting);
+    ImportTables(ControlFilePath, LoadedTables());
 }
 
 void ClearVersions() {
-    MainVersions->ForcedVersionClear(true);
-    ReportingVersions->ForcedVersionClear(true);
+    for (const std::shared_ptr<ForcedVersionTable>& table : LoadedTables()) {
+        table->ForcedVersionClear(true);
+    }
 }
 
 void EditControlFile() {

@@ -1,42 +1,49 @@
 #pragma once
 
+#include <array>
 #include <memory>
 
 #include "common/Text.h"
 #include "version/ForcedVersionTable.h"
+#include "version/Product.h"
 
-// The control file, a plain text through which the administrator edits the forced version tables, and the operations
-// that move the tables of the local machine to and from it.
+// The control file, in which the administrator edits the forced version tables, and the operations that transfer the
+// local machine's tables to and from it.
 
-// "vtv4v.txt" in the user's folder "Eigene Dateien"; set when the window loads.
+// The path of "vtv4v.txt" in the user's folder "Eigene Dateien"; set when the window loads.
 extern Text ControlFilePath;
 
-// The tables of the two products, shared with their profiles while the window is loaded.
+// The products' tables, shared with the profiles while the window is loaded.
 extern std::shared_ptr<ForcedVersionTable> MainVersions;
 extern std::shared_ptr<ForcedVersionTable> ReportingVersions;
 
-// The control file's place by the environment of this process. The folder need not exist.
+// The products' tables, in the order of Products.
+using VersionTables = std::array<std::shared_ptr<ForcedVersionTable>, Products.size()>;
+
+// Returns the path of the control file, from environment variables. The folder may be missing.
 Text ControlFilePathGet();
 
-// Writes the control file with these two tables, as item strings. Raises a file's error; the earlier file then stays.
+// Writes the control file with these two item strings. Raises a file error if it can't be written.
 void WriteControlFile(const Text& mainItems, const Text& reportingItems);
 
-// Writes the control file with demonstration data, without a look at the registry.
+// Writes the control file with demonstration data. Doesn't access the registry.
 void WriteDemoFile();
 
-// Writes the control file with the tables as they are.
+// Writes the tables to a control file. Raises a file error if it can't be written.
+void ExportTables(const Text& path, const VersionTables& tables);
+
+// Reads the whole control file, then replaces the tables with its items. Raises the errors of ReadControlFile, without
+// changing a table, and those of ForcedVersionTable::ForcedVersionAll.
+void ImportTables(const Text& path, const VersionTables& tables);
+
+// The operations of the window's buttons on ControlFilePath and the loaded tables. ClearVersions raises nothing.
 void ExportVersions();
-
-// Replaces both tables by what the control file holds, once it is read whole and closed. Raises a file's error, the
-// overflow error for a line of more than 32767 characters, and what ForcedVersionTable::ForcedVersionAll raises.
 void ImportVersions();
-
-// Clears both tables. Raises nothing.
 void ClearVersions();
 
-// Opens the control file in the editor of its type, and does not wait for it. A failure is shown in a message box.
+// Opens the control file in the associated editor, without waiting for the editor. Shows a message box on failure.
 void EditControlFile();
 
-// Shows a message box with the exclamation icon, titled with the program's file description: what failed, the path it
-// failed on, and the error's description, a line each.
+// Shows a message box with the exclamation icon, titled with the program's file description. Its three lines are
+// `failure`, `path` and `description`.
 void FailureShow(const Text& failure, const Text& path, const Text& description);

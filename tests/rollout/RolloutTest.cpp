@@ -1,136 +1,212 @@
 #include <algorithm>
 #include <cstring>
+#include <random>
 
 #include "Check.h"
+#include "RawRegistry.h"
 #include "TestMachine.h"
 #include "platform/Regional.h"
+#include "rollout/Arguments.h"
 #include "rollout/ControlFileCheck.h"
 #include "rollout/NameGuid.h"
 #include "rollout/PreferencesFile.h"
-#include "rollout/RegistryFile.h"
+#include "rollout/RegFile.h"
 #include "rollout/Rollout.h"
+#include "rollout/StoredTables.h"
+#include "rollout/WhoReport.h"
+#include "version/ProductProfileMain.h"
+#include "version/ProductProfileReporting.h"
 
 namespace {
 
-constexpr const char* BothSections = "[Tallora]\n[Reporting]\n";
+const std::string BothSections = "[Tallora]\n[Reporting]\n";
+const std::string MainKey = "Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion";
 
-// A machine with a control file that is checked.
-struct CheckedMachine : TestMachine {
+Text Lines(const std::vector<Text>& lines) {
+    Text all;
+    for (const Text& line : lines) {
+        all += line + u"\n";
+    }
+    return all;
+}
+
+struct CheckFixture : TestMachine {
     Error Check(const std::string& content) {
         FileContent(ControlFile(), content);
         check = {};
         return RaisedBy([&] { check.Read(platform::TextFromAnsi(ControlFile())); });
     }
-    // What was found, without the warnings of missing sections.
-    [[nodiscard]] Text Findings() const {
-        Text all;
-        for (const Text& finding : check.Findings()) {
-            all += finding + u"\n";
-        }
-        return all;
-    }
     ControlFileCheck check;
+};
+
+struct RolloutFixture : TestMachine {
+    void Tables(const Text& mainItems, const Text& reportingItems) {
+        main->ForcedVersionAll(true, mainItems);
+        reporting->ForcedVersionAll(true, reportingItems);
+    }
+    [[nodiscard]] Text Tables() const {
+        return main->ForcedVersionAll(true) + u"|" + reporting->ForcedVersionAll(true);
+    }
+    // Runs the command with the path of the control file appended.
+    [[nodiscard]] RolloutResult Run(const Text& command) const {
+        return RunRollout({command, platform::TextFromAnsi(ControlFile())});
+    }
+    [[nodiscard]] std::string ExportedTables() const {
+        const std::string file = FileContent(ControlFile()).value_or("");
+        return file.substr(std::min(file.find("[Versions]"), file.size()));
+    }
+    const std::shared_ptr<ForcedVersionTable> main = ProductProfileMain().Profile.Table;
+    const std::shared_ptr<ForcedVersionTable> reporting = ProductProfileReporting().Profile.Table;
+    std::mt19937 random{4863};  // NOLINT: reproducible
+
+    std::size_t Random(std::size_t count) { return random() % count; }
+    Text RandomItems(const std::vector<Text>& names) {
+        Text items;
+        for (const Text& name : names) {
+            if (Random(3) == 0) {
+                items += name + u"=" + DecimalText(static_cast<std::int32_t>(Random(6))) + u";";
+            }
+        }
+        return items;
+    }
 };
 
 }  // namespace
 
-TEST_CASE_FIXTURE(CheckedMachine, "What an import passes over or takes in silence is found, and nothing else") {
+TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck reports exactly what an import skips or silently accepts") {
     struct {
-        std::string file;  // behind both sections: its lines begin with number 3, in [Reporting]
+        std::string file;  // after both sections: its lines start with number 3, in [Reporting]
         Text findings;
-        bool hasPassedOver;
+        std::size_t skippedCount;
     } const cases[] = {
-        {"(Standard)=3\r\nhugo=0;\r\n\r\n[Info]\r\nUser=x\r\nplain\r\n", u"", false},
-        {"hugo=Demo\n", u"Zeile 3: »hugo=Demo« wird übersprungen: keine Zahl\n", true},
-        {"\n  a  \n;\n", u"Zeile 4: »a« wird übersprungen: kein »=«\nZeile 5: »;« wird übersprungen: kein »=«\n", true},
+        {"(Standard)=3\r\nhugo=0;\r\n\r\n[Info]\r\nUser=x\r\nplain\r\n", u"", 0},
+        {"hugo=Demo\n", u"Zeile 3: »hugo=Demo« wird übersprungen: keine Zahl\n", 1},
+        {"\n  a  \n;\n", u"Zeile 4: »a« wird übersprungen: kein »=«\nZeile 5: »;« wird übersprungen: kein »=«\n", 2},
         {"a=1=2;b=-1;c=1\n",
          u"Zeile 3: »a=1=2« wird übersprungen: mehr als ein »=«\nZeile 3: »b=-1« wird übersprungen: negative Zahl\n",
-         true},
-        {"a =1\n", u"Warnung: Zeile 3: Die Leerzeichen an den Enden gehören zum Namen »a «.\n", false},
+         2},
+        {"a =1\n", u"Warnung: Zeile 3: Die Leerzeichen am Anfang oder Ende gehören zum Namen »a «.\n", 0},
         {"(Standard)=1\n=2\nA=3\na=4\n",
          u"Warnung: Zeile 4: »(Standard)« steht schon in Zeile 3; die letzte Zahl gilt.\n"
          u"Warnung: Zeile 6: »a« steht schon in Zeile 5; die letzte Zahl gilt.\n",
-         false},
-        {"a=6\nb=99\n", u"Warnung: Zeile 3: 6 ist keine Version der Versionsliste.\n", false},
+         0},
+        {"a=6\nb=99\n", u"Warnung: Zeile 3: 6 ist keine Version der Versionsliste.\n", 0},
+        {std::string(254, 'x') + "=1\n", u"", 0},
+        {std::string(255, 'x') + "=1\n",
+         u"Warnung: Zeile 3: Der Name »" + Text(255, u'x') +
+             u"« ist zu lang für einen Export; dieser endet vor dem Eintrag.\n",
+         0},
         {"[ tallora ] x\n[Reporting\n[Other]\n\t[Tallora]\n",
          u"Warnung: Zeile 3: »[ tallora ] x« beginnt nicht den Abschnitt [Tallora].\n"
          u"Warnung: Zeile 4: »[Reporting« beginnt nicht den Abschnitt [Reporting].\n"
          u"Warnung: Zeile 6: »\t[Tallora]« beginnt nicht den Abschnitt [Tallora].\n",
-         false},
-        {"j\xC3\xB6rg=1\n", u"Warnung: Die Datei ist in UTF-8 gespeichert; ein Import verfälscht ihre Umlaute.\n",
-         false},
-        {"j\xC3\xB6rg=1\nj\xF6rg=1\n", u"", false},
+         0},
+        {"j\xC3\xB6rg=1\n", u"Warnung: Die Datei ist in UTF-8 gespeichert; ein Import verfälscht ihre Umlaute.\n", 0},
+        {"j\xC3\xB6rg=1\nj\xF6rg=1\n", u"", 0},
     };
     for (const auto& each : cases) {
         INFO(each.file);
         CHECK(Check(BothSections + each.file).number == 0);
-        CHECK(Findings() == each.findings);
-        CHECK(check.HasPassedOver() == each.hasPassedOver);
+        CHECK(Lines(check.Findings()) == each.findings);
+        CHECK(check.SkippedCount() == each.skippedCount);
     }
-    CHECK(Check("[Info]\n").number == 0);
-    CHECK(Findings() ==
-          u"Warnung: Der Abschnitt [Tallora] fehlt; ein Import leert seine Tabelle.\n"
-          u"Warnung: Der Abschnitt [Reporting] fehlt; ein Import leert seine Tabelle.\n");
+    CHECK(Check("[Tallora]\n").number == 0);
+    CHECK(Lines(check.Findings()) == u"Warnung: Der Abschnitt [Reporting] fehlt; ein Import leert seine Tabelle.\n");
 }
 
-TEST_CASE_FIXTURE(CheckedMachine, "A line that would break off an import is told by its number") {
+TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck rejects a file that an import can't read or that clears all tables") {
     CHECK(Check("[Tallora]\na=2147483648\n").description == u"Zeile 2: Überlauf");
     CHECK(Check("[Info]\n" + std::string(40000, 'x')).description == u"Zeile 2: Überlauf");
+    CHECK(Check("[Tallora]\n" + std::string(16383, 'x') + "=1\n").number == 0);
+    CHECK(Check("[Tallora]\n" + std::string(16384, 'x') + "=1\n").description ==
+          u"Zeile 2: Der Name ist länger als 16383 Zeichen");
     for (const std::string& content : {std::string("[\0T\0\n\0", 6), std::string("\xFF\xFE[\n")}) {
         CHECK(Check(content).description == u"Zeile 1: kein Text in der 8-Bit-Codepage, vielleicht UTF-16");
     }
+    for (const char* const content : {"", "[Info]\n", "[tallora]\na=1\n"}) {
+        CHECK(Check(content).description ==
+              u"kein Abschnitt [Tallora] oder [Reporting]; ein Import würde alle Tabellen leeren");
+    }
 }
 
-TEST_CASE_FIXTURE(CheckedMachine, "The tables are told to the registry editor and to the group policy") {
+TEST_CASE_FIXTURE(CheckFixture, "The tables are written as a .reg file and as Group Policy XML") {
     Check("[Tallora]\na\\\"&<=1\nB=2\nb=10\n=3\n[Reporting]\n");
-    const std::string bytes = RegistryFileOf(check.Main(), check.Reporting());
+    const std::string bytes = RegFileBytes(check.Tables());
     Text text(bytes.size() / 2, u' ');
     std::memcpy(text.data(), bytes.data(), bytes.size());
     const Text key = u"HKEY_LOCAL_MACHINE\\Software\\Vandrel\\Tallora\\V4\\";
     CHECK(text == u"\uFEFFWindows Registry Editor Version 5.00\r\n\r\n[-" + key + u"Version\\ForcedVersion]\r\n\r\n[" +
                       key +
-                      u"Version\\ForcedVersion]\r\n\"a\\\\\\\"&<\"=dword:00000001\r\n\"B\"=dword:00000002\r\n"
-                      u"\"b\"=dword:0000000A\r\n@=dword:00000003\r\n\r\n[-" +
+                      u"Version\\ForcedVersion]\r\n\"a\\\\\\\"&<\"=dword:00000001\r\n\"B\"=dword:0000000A\r\n"
+                      u"@=dword:00000003\r\n\r\n[-" +
                       key + u"Reporting\\Version\\ForcedVersion]\r\n\r\n");
-    const std::string xml = PreferencesFileOf(check.Main(), check.Reporting(), u"2026-01-02 03:04:05");
-    CHECK(std::ranges::count(xml, '\n') == 16);  // three items of three lines, in two collections in one
+    CheckedTables earlier = EmptyTables();
+    for (const TextView name : {u"B", u"", u"Gone", u"gone"}) {
+        earlier[0].Add({Text(name), 4});
+        earlier[1].Add({Text(name), 5});
+    }
+    const std::string xml =
+        PreferencesFileBytes(check.Tables(), EntriesOnlyIn(earlier, check.Tables()), u"2026-01-02 03:04:05");
+    // Items of three lines in two collections in one: three updates, one and three deletions.
+    CHECK(std::ranges::count(xml, '\n') == 7 + 3 * 7);
     for (const std::string part :
          {"name=\"a\\&quot;&amp;&lt;\" status=\"a\\&quot;&amp;&lt;\" image=\"12\" changed=\"2026-01-02 03:04:05\" uid=",
           "<Properties action=\"U\" displayDecimal=\"1\" default=\"0\" hive=\"HKEY_LOCAL_MACHINE\" "
           "key=\"SOFTWARE\\WOW6432Node\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion\" name=\"B\" "
           "type=\"REG_DWORD\" value=\"0000000A\"/>",
-          "name=\"(Default)\" status=\"(Default)\"", "default=\"1\""}) {
+          "name=\"(Default)\" status=\"(Default)\"",
+          "action=\"D\" displayDecimal=\"1\" default=\"0\" hive=\"HKEY_LOCAL_MACHINE\" "
+          "key=\"SOFTWARE\\WOW6432Node\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion\" name=\"Gone\"",
+          "action=\"D\" displayDecimal=\"1\" default=\"1\" hive=\"HKEY_LOCAL_MACHINE\" "
+          "key=\"SOFTWARE\\WOW6432Node\\Vandrel\\Tallora\\V4\\Reporting\\Version\\ForcedVersion\" name=\"\" "}) {
+        INFO(part);
         CHECK(xml.find(part) != std::string::npos);
     }
-    Check("[Tallora]\na\x01=1\n");
-    CHECK(RaisedBy([&] { PreferencesFileOf(check.Main(), check.Reporting(), u""); }).number == 5);
+    for (const TextView name : {u"\x01", u"\uFFFE", u"\xD83D", u"\xDE00\xD83D"}) {
+        CheckedTables tables = EmptyTables();
+        tables[1].Add({Text(name), 1});
+        CHECK(RaisedBy([&] { PreferencesFileBytes(tables, EmptyTables(), u""); }).number == 5);
+    }
+    earlier[0].Add({u"\xD83D\xDE00", 1});
+    CHECK(RaisedBy([&] { PreferencesFileBytes(earlier, EmptyTables(), u""); }).number == 0);
 }
 
-TEST_CASE_FIXTURE(TestMachine, "A target is written whole or not at all, and never over the control file") {
+TEST_CASE_FIXTURE(TestMachine, "A check writes its target completely or not at all, and never over a control file") {
     const Text file = platform::TextFromAnsi(OnDisk(ControlFile()).string());
     const Text folder = file.substr(0, file.size() - 9);
     const Text target = file + u".reg";
-    const std::string good = std::string(BothSections) + "a=1\n";
+    const std::string good = BothSections + "a=1\n";
+    using enum RolloutResult;
     struct {
         std::string content;
         std::vector<Text> arguments;
         RolloutResult result;
-        std::string targets;  // how the registry file and the preferences file begin
+        std::string targets;  // the first characters of the .reg and the .xml file
     } const cases[] = {
-        {good, {file, target}, RolloutResult::NothingPassedOver, {"\xFF\xFEW\0 earl", 9}},
-        {good + "b\n", {file, file + u".XML"}, RolloutResult::SomethingPassedOver, "earl <?xm"},
-        {good, {file}, RolloutResult::NothingPassedOver, "earl earl"},
-        {good + "b=2147483648\n", {file, target}, RolloutResult::NothingWritten, "earl earl"},
-        {good, {file, file}, RolloutResult::NothingWritten, "earl earl"},
-        {good, {file, file + u".txt"}, RolloutResult::NothingWritten, "earl earl"},
-        {good, {file + u".none", target}, RolloutResult::NothingWritten, "earl earl"},
-        {good, {folder, target}, RolloutResult::NothingWritten, "earl earl"},
-        {good, {file, folder + u"none/x.reg"}, RolloutResult::NothingWritten, "earl earl"},
-        {good, {file, target, u"more"}, RolloutResult::NothingWritten, "earl earl"},
-        {good, {}, RolloutResult::NothingWritten, "earl earl"},
+        {good, {file, target}, Success, {"\xFF\xFEW\0 earl", 9}},
+        {good + "b\n", {file, file + u".XML"}, NeedsReview, "earl <?xm"},
+        {"[Tallora]\n", {file, file + u".XML", file}, NeedsReview, "earl <?xm"},
+        {good, {file}, Success, "earl earl"},
+        {good, {u"/wer", u"hugo", file}, Success, "earl earl"},
+        {good, {file, u"/?"}, Success, "earl earl"},
+        {good + "b=2147483648\n", {file, target}, Failed, "earl earl"},
+        {good, {file, file}, Failed, "earl earl"},
+        {good, {file, file + u".txt"}, Failed, "earl earl"},
+        {good, {file + u".none", target}, Failed, "earl earl"},
+        {good, {folder, target}, Failed, "earl earl"},
+        {good, {file, folder + u"none/x.reg"}, Failed, "earl earl"},
+        {good, {file, folder + u"\u0141.reg"}, Failed, "earl earl"},
+        {good, {file, target, file}, Failed, "earl earl"},
+        {good, {file, file + u".XML", file + u".XML"}, Failed, "earl earl"},
+        {good, {file, file + u".XML", file + u".none"}, Failed, "earl earl"},
+        {good, {file, target, u"/dns", u"x"}, Failed, "earl earl"},
+        {good, {u"/import", file, u"/export"}, Failed, "earl earl"},
+        {good, {u"/export"}, Failed, "earl earl"},
+        {good, {u"/wer", u"hugo", file, u"/domaene"}, Failed, "earl earl"},
+        {good, {}, Failed, "earl earl"},
     };
     for (const auto& each : cases) {
-        CAPTURE(each.arguments.size());
+        CAPTURE(&each - cases);
         FileContent(ControlFile(), each.content);
         FileContent(ControlFile() + ".reg", "earlier");
         FileContent(ControlFile() + ".XML", "earlier");
@@ -140,16 +216,120 @@ TEST_CASE_FIXTURE(TestMachine, "A target is written whole or not at all, and nev
                   FileContent(ControlFile() + ".XML")->substr(0, 4) ==
               each.targets);
     }
-    // The control file by its name on the machine, and by another one.
+    // The control file by its path on the machine and by another path.
     FileContent(ControlFile() + ".reg", good);
     const Text name = platform::TextFromAnsi(ControlFile() + ".reg");
-    CHECK(RunRollout({name, target}) == RolloutResult::NothingWritten);
-    CHECK(RunRollout({target, folder + u"./vtv4v.txt.reg"}) == RolloutResult::NothingWritten);
+    CHECK(RunRollout({name, target}) == Failed);
+    CHECK(RunRollout({target, folder + u"./vtv4v.txt.reg"}) == Failed);
     CHECK(FileContent(ControlFile() + ".reg") == good);
 }
 
-TEST_CASE("A name has the GUID of its standard") {
-    // What Python's uuid.uuid5(uuid.NAMESPACE_URL, name) gives, with one block and with several.
+TEST_CASE_FIXTURE(RolloutFixture, "/import restores what /export has written, for 200 random pairs of tables") {
+    const std::vector<Text> names = {
+        u"(Standard)", u"hugo",    u"J\u00F6rg M\u00FCller", u"OFFICE.anna", u"x ", u".hugo", u"\u20AC", u"(standard)",
+        u"a\tb",       u"\"q\\\"", u"office.example.hugo"};
+    for (int round = 0; round < 200; ++round) {
+        Tables(RandomItems(names), RandomItems(names));
+        const Text tables = Tables();
+        REQUIRE(Run(u"/Export") == RolloutResult::Success);
+        const std::string exported = ExportedTables();
+        Tables(u"old=1;", u"old=2;");
+        REQUIRE(Run(u"/IMPORT") != RolloutResult::Failed);
+        REQUIRE(Tables() == tables);
+        REQUIRE(Run(u"/export") == RolloutResult::Success);
+        REQUIRE(ExportedTables() == exported);
+    }
+}
+
+TEST_CASE_FIXTURE(RolloutFixture,
+                  "/export and /import report entries that would be lost, and a refused file changes nothing") {
+    using enum RolloutResult;
+    Tables(u"a=1;b=2;", u"");
+    for (const RawData& unreadable : {RawNumber(0x80000000U), RawText("drei"), RawText(std::string(300, '0'))}) {
+        RawValueSet(platform::KeyLocalMachine, MainKey, "unreadable", unreadable);
+        RawValueSet(platform::KeyLocalMachine, MainKey, "z", RawNumber(3));
+        CHECK(Run(u"/export") == NeedsReview);
+        CHECK(ReadStoredTables().tables[0].Find(u"z") != nullptr);
+    }
+    Tables(u"", u"");
+    RawValueSet(platform::KeyLocalMachine, MainKey, "a;b", RawNumber(1));
+    CHECK(Run(u"/export") == NeedsReview);
+    // A table whose key has a subkey can't be cleared.
+    Tables(u"old=1;", u"");
+    FileContent(ControlFile(), BothSections + "d=4\n");
+    CHECK(Run(u"/import") == Success);
+    CHECK(Tables() == u"|d=4;");
+    RawValueSet(platform::KeyLocalMachine, MainKey, "old", RawNumber(1));
+    RawValueSet(platform::KeyLocalMachine, MainKey + "\\sub", "", RawNumber(1));
+    CHECK(Run(u"/import") == NeedsReview);
+    for (const char* const content : {"", "[Tallora]\na=2147483648\n", "[\0T\0"}) {
+        FileContent(ControlFile(), content);
+        CHECK(Run(u"/import") == Failed);
+        CHECK(Tables() == u"old=1;|d=4;");
+    }
+    platform::RegDeleteKeyA(platform::KeyLocalMachine, MainKey + "\\sub");
+}
+
+TEST_CASE_FIXTURE(RolloutFixture, "/wer resolves the version that ForcedVersionTable does, for 500 random users") {
+    const std::vector<Text> names = {u"(Standard)", u"HUGO",        u"anna", u"office.hugo",
+                                     u"dns.anna",   u"OFFICE.anna", u".hugo"};
+    const std::vector<std::optional<std::string>> users = {"hugo", "Anna", {}};
+    const std::vector<std::optional<std::string>> domains = {"OFFICE", "dns", {}};
+    for (int round = 0; round < 500; ++round) {
+        Environment("USERNAME", users[Random(3)]);
+        Environment("USERDOMAIN", domains[Random(3)]);
+        Environment("USERDNSDOMAIN", domains[Random(3)]);
+        Tables(RandomItems(names), RandomItems(names));
+        main->ForcedVersionAll(false, RandomItems(names));
+        const std::int32_t expected = ProductProfileMain().Profile.Table->VersionInForce();
+        const ResolutionReport report = DescribeResolution(CurrentUserNames(), ReadStoredTables().tables);
+        REQUIRE(report.lines[6] == u"  Version: " + DecimalText(expected) + u" " + VersionName(expected));
+    }
+}
+
+TEST_CASE_FIXTURE(RolloutFixture, "/wer explains each step and skips another user's own default entry") {
+    Tables(u"(Standard)=3;hugo=7;WERK.hugo=1;", u"");
+    main->ForcedVersionAll(false, u"(Standard)=0;");
+    const auto lines = [](const std::vector<Text>& arguments) {
+        const ResolutionReport report = DescribeResolution(ParseArguments(arguments).user, ReadStoredTables().tables);
+        return Lines({report.lines.begin(), report.lines.begin() + 7}) + Lines(report.findings);
+    };
+    CHECK(lines({u"/WER", u"hugo"}) ==
+          u"Tallora für hugo, Domäne »OFFICE«, DNS-Domäne »office.example«\n"
+          u"  (Standard)            3  Browser       gilt\n"
+          u"  hugo                  7  (unbekannt)   gilt\n"
+          u"  office.example.hugo   -\n"
+          u"  OFFICE.hugo           -\n"
+          u"  Benutzer: (Standard)  0  Full          gilt nicht: Full gilt nur aus der Tabelle des Rechners\n"
+          u"  Version: 7 (unbekannt)\n"
+          u"Warnung: 7 ist keine Version der Versionsliste.\n");
+    CHECK(lines({u"/wer", u"WERK.hugo", u"/Dns", u""}) ==
+          u"Tallora für hugo, Domäne »WERK«, DNS-Domäne »«\n"
+          u"  (Standard)            3  Browser       gilt\n"
+          u"  hugo                  7  (unbekannt)   gilt\n"
+          u"  .hugo                 -\n"
+          u"  WERK.hugo             1  Demo          gilt\n"
+          u"  Benutzer: (Standard)  nicht geprüft: zählt nur, wenn der Benutzer selbst den Befehl ausführt\n"
+          u"  Version: 1 Demo\n"
+          u"Warnung: 7 ist keine Version der Versionsliste.\n");
+    struct {
+        std::vector<Text> arguments;
+        Text inDnsDomain, inDomain;
+    } const names[] = {{{u"office.EXAMPLE.anna"}, u"office.example.anna", u"OFFICE.anna"},
+                       {{u"anna.b", u"/domaene", u"X"}, u"office.example.anna.b", u"X.anna.b"},
+                       {{u"h.b"}, u"office.example.h.b", u"OFFICE.h.b"}};
+    Environment("USERNAME", "H.b");
+    for (const auto& each : names) {
+        std::vector<Text> arguments = each.arguments;
+        arguments.emplace_back(u"/wer");
+        const UserNames user = ParseArguments(arguments).user;
+        CHECK(user.InDnsDomain() == each.inDnsDomain);
+        CHECK(user.InDomain() == each.inDomain);
+    }
+}
+
+TEST_CASE("NameGuid computes name-based GUIDs of version 5") {
+    // The results of Python's uuid.uuid5(uuid.NAMESPACE_URL, name), for one block and several.
     CHECK(NameGuid("http://www.example.com/") == u"{FCDE3C85-2270-590F-9E7C-EE003D65E0E2}");
     CHECK(NameGuid(std::string(39, 'x')) == u"{F4EAEE1E-E483-528B-88BD-6B8932AB6E2B}");
     CHECK(NameGuid(std::string(40, 'x')) == u"{F562C38A-A8FE-5CDD-B523-6F30CFB54847}");

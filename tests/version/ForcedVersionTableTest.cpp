@@ -6,6 +6,7 @@
 #include "TestMachine.h"
 #include "version/ForcedVersionTable.h"
 #include "version/ProductProfileMain.h"
+#include "version/VersionResolution.h"
 
 namespace {
 
@@ -14,7 +15,7 @@ const platform::Handle Machine = platform::KeyLocalMachine;
 const std::string Section = "Software\\Vandrel\\Tallora\\V4\\Version";
 const std::string Key = Section + "\\ForcedVersion";
 
-// With the version in force resolved anew.
+// Returns a table whose version in force has just been resolved.
 std::shared_ptr<ForcedVersionTable> MainTable() {
     return ProductProfileMain().Profile.Table;
 }
@@ -25,7 +26,7 @@ struct MachineWithTable : TestMachine {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(MachineWithTable, "A table is replaced by the sound items of a text") {
+TEST_CASE_FIXTURE(MachineWithTable, "ForcedVersionAll replaces a table with the valid items of a string") {
     struct {
         Text items, table;
     } const cases[] = {{u"", u""},
@@ -42,7 +43,7 @@ TEST_CASE_FIXTURE(MachineWithTable, "A table is replaced by the sound items of a
     }
 }
 
-TEST_CASE_FIXTURE(MachineWithTable, "Entries are 32-bit numbers, and a negative one deletes in its own store alone") {
+TEST_CASE_FIXTURE(MachineWithTable, "ForcedVersion stores 32-bit numbers, and a negative one deletes the entry") {
     table->ForcedVersion(true, u"hugo", 99);
     table->ForcedVersion(false, u"hugo", 1);
     CHECK(RawValue(User, Key, "hugo") == RawNumber(1));
@@ -53,7 +54,7 @@ TEST_CASE_FIXTURE(MachineWithTable, "Entries are 32-bit numbers, and a negative 
     CHECK_FALSE(RawValue(Machine, Key, "hugo"));
 }
 
-TEST_CASE_FIXTURE(MachineWithTable, "What is stored otherwise reads as nothing, or as the number it says") {
+TEST_CASE_FIXTURE(MachineWithTable, "Entries stored as text read as their number, and other types as -1") {
     struct {
         RawData stored;
         std::int32_t version;
@@ -67,27 +68,30 @@ TEST_CASE_FIXTURE(MachineWithTable, "What is stored otherwise reads as nothing, 
         CHECK(table->ForcedVersion(true, u"n") == each.version);
         CHECK(table->ForcedVersionAll(true) == each.listed);
     }
-    // A number beyond 32 bits also stops the resolution, before the user's name is noted.
+    // A number that exceeds 32 bits also stops the resolution, before it records the user's name.
     RawValueSet(Machine, Key, "hugo", RawText("2147483648"));
     RawValueSet(User, Section, "User", RawText("earlier"));
     CHECK(RaisedBy([] { MainTable(); }).number == 6);
     CHECK(RawValue(User, Section, "User") == RawText("earlier"));
 }
 
-TEST_CASE("A forced version applies by the starting version, and Full from the local machine alone") {
+TEST_CASE("The starting version limits forced versions, and only HKLM can force Full") {
+    const auto applies = [](std::int32_t start, bool localMachine, std::int32_t forced) {
+        return EffectOf(start, localMachine, forced) == EntryEffect::Applies;
+    };
     for (const std::int32_t start : {0, 1, 2, 3, 4, 5, 99}) {
         CAPTURE(start);
         for (const bool localMachine : {true, false}) {
-            CHECK(ForcedVersionApplies(start, localMachine, 0) == (start == 0 && localMachine));
-            CHECK(ForcedVersionApplies(start, localMachine, 1) == (start == 0 || start == 1 || start == 3));
+            CHECK(applies(start, localMachine, 0) == (start == 0 && localMachine));
+            CHECK(applies(start, localMachine, 1) == (start == 0 || start == 1 || start == 3));
             for (const std::int32_t other : {2, 3, 4, 5, 7, 99}) {
-                CHECK(ForcedVersionApplies(start, localMachine, other) == (start == 0));
+                CHECK(applies(start, localMachine, other) == (start == 0));
             }
         }
     }
 }
 
-TEST_CASE_FIXTURE(MachineWithTable, "The last entry that applies gives the version in force") {
+TEST_CASE_FIXTURE(MachineWithTable, "The last entry that applies determines the version in force") {
     constexpr std::int16_t levels = 4;
     struct {
         const char* what;

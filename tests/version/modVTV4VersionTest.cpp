@@ -17,7 +17,7 @@ std::string MinuteText(double date) {
     return text.substr(0, text.rfind(':'));
 }
 
-// A machine with the program's globals set as the loaded window sets them.
+// A machine with the globals that the window sets when it loads.
 struct LoadedMachine : TestMachine {
     LoadedMachine() {
         MainVersions = ProductProfileMain().Profile.Table;
@@ -36,17 +36,16 @@ struct LoadedMachine : TestMachine {
         return MainVersions->ForcedVersionAll(true) + u" | " + ReportingVersions->ForcedVersionAll(true);
     }
     [[nodiscard]] std::string File() const { return FileContent(ControlFile()).value_or("no file"); }
-    // The control file from its version list on: all that does not depend on machine and time.
+    // The part of the control file that doesn't depend on machine and time.
     [[nodiscard]] std::string Sections() const { return File().substr(File().find("\r\n\r\n[Versions]")); }
 };
 
 }  // namespace
 
-TEST_CASE_FIXTURE(LoadedMachine,
-                  "The control file is laid out line by line, and what is imported is what was exported") {
+TEST_CASE_FIXTURE(LoadedMachine, "Demo and export write the documented control file, and an import reads it back") {
     for (const auto& write : {WriteDemoFile, ExportVersions}) {
         write();
-        // To the minute, which may have changed since.
+        // Compares minutes, because the next minute may have begun since.
         const std::string head = "[Info]\r\nFile=" + ControlFile() + "\r\nUser=hugo\r\nTimeStamp=";
         const double now = platform::Now();
         CHECK((File().starts_with(head + MinuteText(now)) || File().starts_with(head + MinuteText(now - 1.0 / 1440))));
@@ -61,20 +60,20 @@ TEST_CASE_FIXTURE(LoadedMachine,
     CHECK(Sections() == VersionList + "[Tallora]\r\n[Reporting]\r\n\r\n[End]\r\n");
 }
 
-TEST_CASE_FIXTURE(LoadedMachine, "The import gathers the lines of its two sections") {
+TEST_CASE_FIXTURE(LoadedMachine, "An import collects the items of the sections [Tallora] and [Reporting]") {
     struct {
         const char* what;
         std::string file;
         Text tables;
     } const cases[] = {
-        {"a section again", "z=1\n[Tallora]\na=1\n[Reporting]\nb=2\n[End]\nx=1\n[Tallora]\n\nc=3\n",
+        {"a repeated section", "z=1\n[Tallora]\na=1\n[Reporting]\nb=2\n[End]\nx=1\n[Tallora]\n\nc=3\n",
          u"a=1;c=3; | b=2;"},
-        {"blanks around head and line", "  [Tallora]  \r  a=1  \r", u"a=1; | "},
-        {"a tab is no blank", "\t[Tallora]\na=1\n", u" | "},
+        {"spaces around head and line", "  [Tallora]  \r  a=1  \r", u"a=1; | "},
+        {"a tab before the head", "\t[Tallora]\na=1\n", u" | "},
         {"other letter case", "[tallora]\na=1\n[Reporting]\nb=2\n", u" | b=2;"},
         {"no closing bracket", "[Reporting\na=1\n[Tallora\nb=1\n", u" | "},
         {"any last character", "[Tallora)\na=1\n", u"a=1; | "},
-        {"text behind the bracket", "[Tallora] x\na=1\n[\nb=1\n[]\nc=1\n", u" | "},
+        {"text after the bracket", "[Tallora] x\na=1\n[\nb=1\n[]\nc=1\n", u" | "},
         {"two items on a line", "[Tallora]\na=1;b=2\n;remark\n", u"a=1;b=2; | "},
     };
     for (const auto& each : cases) {
@@ -86,20 +85,20 @@ TEST_CASE_FIXTURE(LoadedMachine, "The import gathers the lines of its two sectio
     }
 }
 
-TEST_CASE_FIXTURE(LoadedMachine, "An import that cannot be read whole changes no table") {
+TEST_CASE_FIXTURE(LoadedMachine, "An import changes no table if the file can't be read completely") {
     Tables(u"old=1;", u"old=2;");
     CHECK(RaisedBy(ImportVersions).number == 53);
     FileContent(ControlFile(), "[Tallora]\r\na=1\r\n[Other]\r\n" + std::string(32768, 'x') + "\r\n");
     CHECK(RaisedBy(ImportVersions).number == 6);
     CHECK(Tables() == u"old=1; | old=2;");
-    // A number beyond 32 bits ends it before the second table.
+    // A number that exceeds 32 bits stops the import before the second table.
     FileContent(ControlFile(), "[Tallora]\r\na=1\r\n[Other]\r\n" + std::string(32767, 'x') +
                                    "\r\n[Tallora]\r\nb=2147483648\r\nc=1\r\n[Reporting]\r\nd=1\r\n");
     CHECK(RaisedBy(ImportVersions).number == 6);
     CHECK(Tables() == u"a=1; | old=2;");
 }
 
-TEST_CASE_FIXTURE(TestMachine, "The control file stands below the user's home, with blanks cut at both ends") {
+TEST_CASE_FIXTURE(TestMachine, "ControlFilePathGet uses HOMEDRIVE and HOMEPATH and trims spaces") {
     Environment("HOMEDRIVE", " C:");
     Environment("HOMEPATH", "\\Users\\hugo ");
     CHECK(ControlFilePathGet() == u"C:\\Users\\hugo \\Eigene Dateien\\vtv4v.txt");

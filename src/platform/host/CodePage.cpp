@@ -42,6 +42,10 @@ char16_t UppercaseLetter(char16_t letter) {
 
 }  // namespace
 
+std::uint32_t GetACP() {
+    return 1252;
+}
+
 std::string AnsiFromText(const std::u16string& text) {
     std::string bytes(text.size(), '\0');
     std::ranges::transform(text, bytes.begin(), AnsiCharacter);

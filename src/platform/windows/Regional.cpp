@@ -4,10 +4,14 @@
 
 namespace platform {
 
+std::uint32_t GetACP() {
+    return ::GetACP();
+}
+
 // If the system code page is UTF-8, it covers every character, and WideCharToMultiByte rejects a default character.
 // UTF-8 also needs the largest buffer: three bytes per UTF-16 code unit.
 std::string AnsiFromText(const std::u16string& text) {
-    const bool isUtf8 = ::GetACP() == CP_UTF8;
+    const bool isUtf8 = GetACP() == CodePageUtf8;
     std::string bytes(text.size() * 3, '\0');
     const int size = ::WideCharToMultiByte(CP_ACP, isUtf8 ? 0 : WC_NO_BEST_FIT_CHARS, windows::Wide(text),
                                            static_cast<int>(text.size()), bytes.data(), static_cast<int>(bytes.size()),

@@ -1,6 +1,7 @@
 #include "platform/Process.h"
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <ctime>
 #include <filesystem>
@@ -42,8 +43,9 @@ std::vector<std::u16string> CommandLineArguments() {
     return arguments;
 }
 
-// Line ends are LF on the host.
+// Line ends are LF on the host. Ignores SIGPIPE, so that a closed pipe doesn't end the process.
 void WriteConsoleW(std::int32_t stream, const std::u16string& text) {
+    std::signal(SIGPIPE, SIG_IGN);
     std::string bytes = host::ToUtf8(text);
     std::erase(bytes, '\r');
     (stream == StdErrorHandle ? std::cerr : std::cout) << bytes << std::flush;

@@ -1,22 +1,12 @@
-#include "rollout/RegistryFile.h"
+#include "rollout/RegFile.h"
 
-#include "rollout/HexText.h"
+#include "common/modStringLibrary.h"
 
 namespace {
 
-// Quotes and backslashes are doubled by a backslash, in value names as in texts.
+// Returns the value name in quotes, with quotes and backslashes escaped by a backslash; "@" for the default entry.
 Text QuotedName(const Text& name) {
-    if (name.empty()) {
-        return u"@";
-    }
-    Text quoted = u"\"";
-    for (const char16_t character : name) {
-        if (character == u'"' || character == u'\\') {
-            quoted += u'\\';
-        }
-        quoted += character;
-    }
-    return quoted + u'"';
+    return name.empty() ? u"@" : u"\"" + ReplaceAll(ReplaceAll(name, u"\\", u"\\\\"), u"\"", u"\\\"") + u"\"";
 }
 
 Text TableText(const CheckedTable& table) {
@@ -35,9 +25,11 @@ Text TableText(const CheckedTable& table) {
 
 }  // namespace
 
-std::string RegistryFileOf(const CheckedTable& mainTable, const CheckedTable& reportingTable) {
-    const Text text =
-        u"\uFEFFWindows Registry Editor Version 5.00\r\n\r\n" + TableText(mainTable) + TableText(reportingTable);
+std::string RegFileBytes(const CheckedTables& tables) {
+    Text text = u"\uFEFFWindows Registry Editor Version 5.00\r\n\r\n";
+    for (const CheckedTable& table : tables) {
+        text += TableText(table);
+    }
     std::string bytes;
     bytes.reserve(text.size() * 2);
     for (const char16_t character : text) {

@@ -1,0 +1,130 @@
+#include "rollout/Arguments.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+
+#include "common/Error.h"
+#include "platform/Regional.h"
+
+namespace {
+
+struct CommandForm {
+    TextView option;  // in uppercase; empty for the command without an option
+    Command command;
+    std::size_t least, most;  // number of arguments other than options
+    TextView usage;
+};
+
+constexpr CommandForm Forms[] = {
+    {u"", Command::Check, 1, 3, u"Nötig ist eine Steuerungs-Datei, möglich sind ein Ziel und eine frühere Datei."},
+    {u"/EXPORT", Command::Export, 1, 1, u"/export verlangt genau eine Datei."},
+    {u"/IMPORT", Command::Import, 1, 1, u"/import verlangt genau eine Datei."},
+    {u"/WER", Command::Who, 1, 2, u"/wer verlangt einen Benutzer und höchstens eine Steuerungs-Datei."},
+};
+
+[[noreturn]] void RaiseUsage(const Text& problem) {
+    Raise(RuntimeError::InvalidArgument, problem + u" Hilfe: vtv4v-reg /?");
+}
+
+bool StartsWith(const Text& text, const Text& prefix) {
+    return platform::CharUpperW(text).starts_with(platform::CharUpperW(prefix));
+}
+
+// True for an option such as "/wer". An argument with a second slash is a path of the host.
+bool IsOption(const Text& argument) {
+    return argument.starts_with(u'-') || (argument.starts_with(u'/') && argument.find(u'/', 1) == Text::npos);
+}
+
+// The command line, sorted by kind.
+struct SortedArguments {
+    const CommandForm* form = &Forms[0];
+    std::optional<Text> domain, dnsDomain;
+    std::vector<Text> others;
+};
+
+SortedArguments Sorted(const std::vector<Text>& arguments) {
+    SortedArguments sorted;
+    for (std::size_t index = 0; index < arguments.size(); ++index) {
+        const Text& argument = arguments[index];
+        const Text option = platform::CharUpperW(argument);
+        const auto* const form = std::ranges::find(Forms, TextView(option), &CommandForm::option);
+        if (!IsOption(argument)) {
+            sorted.others.push_back(argument);
+        } else if (form != std::end(Forms) && sorted.form == &Forms[0]) {
+            sorted.form = form;
+        } else if ((option == u"/DOMAENE" || option == u"/DNS") && index + 1 < arguments.size()) {
+            (option == u"/DNS" ? sorted.dnsDomain : sorted.domain) = arguments[++index];
+        } else {
+            RaiseUsage(u"Die Option »" + argument + u"« ist unbekannt, unvollständig oder überzählig.");
+        }
+    }
+    return sorted;
+}
+
+// Returns the path. Raises 5 (invalid argument) if it contains characters that aren't in the code page, which file
+// calls use.
+Text CheckedPath(const std::vector<Text>& paths, std::size_t index) {
+    const Text path = index < paths.size() ? paths[index] : Text();
+    if (platform::TextFromAnsi(platform::AnsiFromText(path)) != path) {
+        RaiseUsage(u"»" + path + u"« enthält Zeichen außerhalb der Codepage.");
+    }
+    return path;
+}
+
+// Returns the names of a user given as "hugo", "OFFICE.hugo" or "office.example.hugo". The environment provides the
+// missing ones; only the environment's DNS domain is recognized as a prefix. A user name that contains a dot is
+// recognized only with an explicit domain, or if it is the current user's.
+UserNames NamesOf(const Text& given, const SortedArguments& sorted) {
+    UserNames user = CurrentUserNames();
+    const bool isCurrentUser = platform::CharUpperW(given) == platform::CharUpperW(user.name);
+    const Text dnsPrefix = user.dnsDomain + u".";
+    const std::size_t dot = given.find(u'.');
+    user.name = given;
+    if (!sorted.domain && !isCurrentUser && dot != Text::npos) {
+        if (StartsWith(given, dnsPrefix)) {
+            user.name = given.substr(dnsPrefix.size());
+        } else {
+            user.domain = given.substr(0, dot);
+            user.name = given.substr(dot + 1);
+        }
+    }
+    user.domain = sorted.domain.value_or(user.domain);
+    user.dnsDomain = sorted.dnsDomain.value_or(user.dnsDomain);
+    return user;
+}
+
+}  // namespace
+
+bool IsXmlPath(const Text& path) {
+    return platform::CharUpperW(path).ends_with(u".XML");
+}
+
+Arguments ParseArguments(const std::vector<Text>& arguments) {
+    if (std::ranges::find(arguments, u"/?") != arguments.end()) {
+        return {};
+    }
+    const SortedArguments sorted = Sorted(arguments);
+    const std::vector<Text>& others = sorted.others;
+    Arguments parsed{sorted.form->command, {}, {}, {}, {}};
+    const bool isWho = parsed.command == Command::Who;
+    if (others.size() < sorted.form->least || others.size() > sorted.form->most || others[0].empty()) {
+        RaiseUsage(Text(sorted.form->usage));
+    }
+    if (isWho) {
+        parsed.user = NamesOf(others[0], sorted);
+    } else if (sorted.domain || sorted.dnsDomain) {
+        RaiseUsage(u"/domaene und /dns gelten nur für /wer.");
+    }
+    parsed.controlFile = CheckedPath(others, isWho ? 1 : 0);
+    parsed.target = isWho ? Text() : CheckedPath(others, 1);
+    parsed.earlierFile = CheckedPath(others, 2);
+    if (!parsed.target.empty() && !IsXmlPath(parsed.target) &&
+        !platform::CharUpperW(parsed.target).ends_with(u".REG")) {
+        RaiseUsage(u"»" + parsed.target + u"«: Das Ziel muss auf .reg oder .xml enden.");
+    }
+    if (!parsed.earlierFile.empty() && !IsXmlPath(parsed.target)) {
+        RaiseUsage(u"Eine frühere Steuerungs-Datei ist nur bei einem Ziel .xml möglich.");
+    }
+    return parsed;
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "common/Text.h"
+#include "rollout/CheckedTable.h"
+
+// The exit code of the program, on which scripts rely.
+enum class RolloutResult { Success = 0, NeedsReview = 1, Failed = 2 };
+
+// Prints a line to platform::StdOutputHandle or StdErrorHandle. Control characters are printed as "\x1B".
+void PrintLine(std::int32_t stream, const Text& line);
+
+// Returns the number of entries per product, such as "Tallora 3, Reporting 2".
+Text EntryCounts(const CheckedTables& tables);
+
+// The findings of a run.
+class Report {
+public:
+    // Prints the findings, of which `skippedCount` are skipped items and the others are warnings.
+    void AddFindings(const std::vector<Text>& findings, std::size_t skippedCount = 0);
+
+    // Prints the line of counts that ends every run: the entries in `tables`, the findings, and `more`. Returns
+    // NeedsReview if there were findings, otherwise Success.
+    [[nodiscard]] RolloutResult Finish(const CheckedTables& tables, const Text& more = {}) const;
+
+private:
+    std::size_t skippedCount_ = 0;
+    std::size_t warningCount_ = 0;
+};

@@ -1,0 +1,17 @@
+#pragma once
+
+#include <array>
+
+#include "common/Text.h"
+
+// A product of the suite.
+struct Product {
+    TextView section;       // the name of its section in the control file
+    TextView registryPath;  // its root below HKEY_LOCAL_MACHINE and HKEY_CURRENT_USER
+};
+
+inline constexpr Product MainProduct = {u"Tallora", u"Software\\Vandrel\\Tallora\\V4"};
+inline constexpr Product ReportingProduct = {u"Reporting", u"Software\\Vandrel\\Tallora\\V4\\Reporting"};
+
+// All products, in the order of their sections in the control file.
+inline constexpr std::array Products = {MainProduct, ReportingProduct};

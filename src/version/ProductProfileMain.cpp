@@ -1,6 +1,0 @@
-#include "version/ProductProfileMain.h"
-
-ProductProfileMain::ProductProfileMain() {
-    Profile.RegistryPath = MainRegistryPath;
-    Profile.Init();
-}

@@ -1,6 +1,0 @@
-#include "version/ProductProfileReporting.h"
-
-ProductProfileReporting::ProductProfileReporting() {
-    Profile.RegistryPath = ReportingRegistryPath;
-    Profile.Init();
-}
