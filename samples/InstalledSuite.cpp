@@ -136,17 +136,17 @@ void CreateFolders(const std::string& path) {
 
 bool AddFile(const std::string& path, std::string_view content) {
     CreateFolders(path);
-    const platform::host::ResolvedPath place = platform::host::ResolvePath(path);
-    if (place.status == platform::StatusSuccess) {
+    const platform::host::ResolvedPath resolved = platform::host::ResolvePath(path);
+    if (resolved.status == platform::StatusSuccess) {
         return false;
     }
-    const std::string unfinished = place.path + ".new";
+    const std::string unfinished = resolved.path + ".new";
     std::ofstream file(unfinished, std::ios::binary);
     file << content << std::flush;
     if (!file) {
         throw std::runtime_error("cannot write " + unfinished);
     }
-    std::filesystem::rename(unfinished, place.path);
+    std::filesystem::rename(unfinished, resolved.path);
     return true;
 }
 
