@@ -15,7 +15,8 @@
 
 namespace {
 
-constexpr char16_t ShutdownBlockReason[] = u"Die Versions-Einstellungen oder die Steuerungs-Datei werden geschrieben.";
+constexpr char16_t ShutdownBlockReason[] =
+    u"Die Versions-Einstellungen oder die Steuerungs-Datei werden gerade geschrieben.";
 
 // Keeps Windows from ending the session in the middle of an operation.
 class ShutdownBlock {

@@ -88,7 +88,7 @@ Window::Window(HWND window, const WindowDesign& design, WindowEvents events)
     ::SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon_.get()));
     for (std::size_t index = 0; index < design.controls.size(); ++index) {
         const Control& control = design.controls[index];
-        controls_.push_back({control.kind, ControlCreate(control, index), false, nullptr, 0});
+        controls_.push_back({control.kind, CreateControl(control, index), false, nullptr, 0});
         if (focused_ == nullptr && control.kind == ControlKind::Button) {
             focused_ = controls_.back().window;
         }
@@ -99,7 +99,7 @@ Window::Window(HWND window, const WindowDesign& design, WindowEvents events)
     ::SendMessageW(toolTips_, TTM_SETMAXTIPWIDTH, 0, PixelsFromTwips(ToolTipWidth));
 }
 
-HWND Window::ControlCreate(const Control& control, std::size_t index) {
+HWND Window::CreateControl(const Control& control, std::size_t index) {
     const bool isButton = control.kind == ControlKind::Button;
     // WS_CLIPSIBLINGS: if two controls overlap, the earlier one is in front.
     const DWORD style = WS_CHILD | WS_CLIPSIBLINGS | (control.visible ? WS_VISIBLE : 0) |

@@ -47,7 +47,7 @@ private:
     LRESULT HandleCommand(WPARAM wParam);
     void Clicked(std::size_t control);
     LRESULT LabelColour(WPARAM wParam, LPARAM lParam);
-    HWND ControlCreate(const Control& control, std::size_t index);
+    HWND CreateControl(const Control& control, std::size_t index);
     void RestoreFocus();
 
     HWND window_;
