@@ -25,4 +25,4 @@ row 'import, host: an entry of 100000' "${entry[100000]}" 'an entry of 1000' "${
 seconds 3 -- "build/host/vtv4v-reg $work/vtv4v.txt $work/out.reg" \
     "awk -F= 'NF == 2 && \$2 ~ /^[0-9]+\\r?\$/ { print }' $work/vtv4v.txt >$work/out.txt"
 row 'vtv4v-reg, 100000 lines, host' "$(scaled "${times[0]}" 1000)" 'awk over the same file' "$(scaled "${times[1]}" 1000)" ms
-wineserver -k || true
+wine_end

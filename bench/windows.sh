@@ -51,4 +51,4 @@ for size in 100 1000 10000; do
     transfer '' import 'reg import' "$wine reg import $work/values.reg"
     transfer "export of $size" export 'reg export' "$wine reg export '$key' $work/out.reg /y"
 done
-wineserver -k -w
+wine_end

@@ -29,6 +29,11 @@ wine_loader() {
     echo "$loader"
 }
 
+# Ends the Wine server of $WINEPREFIX and all its programs. The server may already have ended by itself.
+wine_end() {
+    wineserver -k || true
+}
+
 # Runs a command with its own mounts, processes and network, which end with it.
 isolated() {
     unshare --mount --net --pid --fork --kill-child "$@"
