@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "platform/Bytes.h"
+
 namespace {
 
 constexpr std::size_t FileAlignment = 0x200;
@@ -18,8 +20,8 @@ constexpr std::size_t BlockSize = 92;
 // Collects the file's bytes. Numbers are little-endian.
 class Bytes {
 public:
-    void Word(std::uint32_t number) { Number(number, 2); }
-    void DoubleWord(std::uint32_t number) { Number(number, 4); }
+    void Word(std::uint32_t number) { bytes_ += platform::BytesFromNumber(number).substr(0, 2); }
+    void DoubleWord(std::uint32_t number) { bytes_ += platform::BytesFromNumber(number); }
     // Appends a number of an address's size.
     void Address(std::uint32_t number, bool wide) {
         DoubleWord(number);
@@ -31,12 +33,6 @@ public:
     [[nodiscard]] const std::string& Content() const { return bytes_; }
 
 private:
-    void Number(std::uint32_t number, std::size_t width) {
-        for (std::size_t index = 0; index < width; ++index) {
-            bytes_ += static_cast<char>(number >> 8 * index & 0xFFU);
-        }
-    }
-
     std::string bytes_;
 };
 
