@@ -27,10 +27,6 @@ constexpr CommandForm Forms[] = {
     Raise(RuntimeError::InvalidArgument, problem + u" Hilfe: vtv4v-reg /?");
 }
 
-bool StartsWith(const Text& text, const Text& prefix) {
-    return platform::CharUpperW(text).starts_with(platform::CharUpperW(prefix));
-}
-
 // True for an option such as "/wer". An argument with a second slash is a path of the host.
 bool IsOption(const Text& argument) {
     return argument.starts_with(u'-') || (argument.starts_with(u'/') && argument.find(u'/', 1) == Text::npos);
@@ -82,7 +78,7 @@ UserNames NamesOf(const Text& given, const SortedArguments& sorted) {
     const std::size_t dot = given.find(u'.');
     user.name = given;
     if (!sorted.domain && !isCurrentUser && dot != Text::npos) {
-        if (StartsWith(given, dnsPrefix)) {
+        if (platform::CharUpperW(given).starts_with(platform::CharUpperW(dnsPrefix))) {
             user.name = given.substr(dnsPrefix.size());
         } else {
             user.domain = given.substr(0, dot);

@@ -21,25 +21,14 @@ Text Quoted(const Text& text) {
 }
 
 Text LineName(std::int32_t line) {
-    return u"Zeile " + DecimalText(line);
+    return u"Zeile " + DecimalText(line) + u": ";
 }
 
-Text ReasonOf(ItemError error) {
-    switch (error) {
-        case ItemError::MissingEquals:
-            return u"kein »=«";
-        case ItemError::MultipleEquals:
-            return u"mehr als ein »=«";
-        case ItemError::NotANumber:
-            return u"keine Zahl";
-        case ItemError::NegativeNumber:
-            return u"negative Zahl";
-    }
-    return {};
-}
+// Indexed by ItemError.
+constexpr TextView ItemErrorTexts[] = {u"kein »=«", u"mehr als ein »=«", u"keine Zahl", u"negative Zahl"};
 
-bool IsAscii(const std::string& bytes) {
-    return std::ranges::all_of(bytes, [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+bool IsNotAscii(char byte) {
+    return static_cast<unsigned char>(byte) >= 0x80;
 }
 
 bool IsUtf8(const std::string& bytes) {
@@ -68,7 +57,7 @@ void ControlFileCheck::Warn(const Text& warning) {
 }
 
 void ControlFileCheck::Warn(std::int32_t line, const Text& warning) {
-    Warn(LineName(line) + u": " + warning);
+    Warn(LineName(line) + warning);
 }
 
 void ControlFileCheck::Read(const Text& path) {
@@ -79,7 +68,7 @@ void ControlFileCheck::Read(const Text& path) {
         }
     });
     if (error) {
-        Raise(error->number, LineName(file.Number()) + u": " + error->description);
+        Raise(error->number, LineName(file.Number()) + error->description);
     }
     CheckFile();
 }
@@ -106,7 +95,7 @@ void ControlFileCheck::CheckEncoding(const Text& line) {
     }
     if (!IsUtf8(bytes) || line.find(u'\uFFFD') != Text::npos) {
         encoding_ = Encoding::Other;
-    } else if (encoding_ == Encoding::Ascii && !IsAscii(bytes)) {
+    } else if (encoding_ == Encoding::Ascii && std::ranges::any_of(bytes, IsNotAscii)) {
         encoding_ = Encoding::Utf8;
     }
 }
@@ -131,8 +120,8 @@ void ControlFileCheck::CheckItems(const ControlFileReader& file, CheckedTable& t
         const auto parsed = ParseItem(item);
         if (const auto* const error = std::get_if<ItemError>(&parsed)) {
             ++skippedCount_;
-            findings_.push_back(LineName(file.Number()) + u": " + Quoted(items.size() == 1 ? file.Line() : item) +
-                                u" wird übersprungen: " + ReasonOf(*error));
+            findings_.push_back(LineName(file.Number()) + Quoted(items.size() == 1 ? file.Line() : item) +
+                                u" wird übersprungen: " + Text(ItemErrorTexts[static_cast<std::size_t>(*error)]));
         } else {
             CheckEntry(file.Number(), std::get<ForcedVersionItem>(parsed), table);
         }

@@ -4,9 +4,9 @@
 #include <filesystem>
 
 #include "common/Error.h"
+#include "common/NameGuid.h"
 #include "common/modStringLibrary.h"
 #include "platform/Regional.h"
-#include "rollout/NameGuid.h"
 
 namespace {
 
@@ -33,7 +33,7 @@ bool IsXmlCharacter(const Text& text, std::size_t index) {
 Text AttributeText(const Text& text) {
     for (std::size_t index = 0; index < text.size(); ++index) {
         if (!IsXmlCharacter(text, index)) {
-            Raise(RuntimeError::InvalidArgument, u"»" + text + u"« enthält ein Zeichen, das in XML nicht erlaubt ist");
+            Raise(RuntimeError::InvalidArgument, u"»" + text + u"« enthält ein Zeichen, das in XML nicht erlaubt ist.");
         }
     }
     const Text escaped = ReplaceAll(ReplaceAll(text, u"&", u"&amp;"), u"<", u"&lt;");

@@ -31,7 +31,6 @@ std::string RegFileBytes(const CheckedTables& tables) {
         text += TableText(table);
     }
     std::string bytes;
-    bytes.reserve(text.size() * 2);
     for (const char16_t character : text) {
         bytes += static_cast<char>(character & 0xFF);
         bytes += static_cast<char>(character >> 8);

@@ -4,10 +4,6 @@
 
 namespace {
 
-bool IsControl(char16_t character) {
-    return character < u' ' || (character >= 0x7F && character < 0xA0);
-}
-
 Text CountText(std::size_t count) {
     return DecimalText(static_cast<std::int32_t>(count));
 }
@@ -17,11 +13,8 @@ Text CountText(std::size_t count) {
 void PrintLine(std::int32_t stream, const Text& line) {
     Text printed;
     for (const char16_t character : line) {
-        if (IsControl(character)) {
-            printed += u"\\x" + HexText(character).substr(6);
-        } else {
-            printed += character;
-        }
+        const bool isControl = character < u' ' || (character >= 0x7F && character < 0xA0);
+        printed += isControl ? u"\\x" + HexText(character).substr(6) : Text(1, character);
     }
     platform::WriteConsoleW(stream, printed + u"\r\n");
 }

@@ -21,28 +21,19 @@
 
 namespace {
 
-const std::vector<Text> HelpLines = {
-    u"Prüft, verteilt, sichert und erklärt die Versions-Einstellungen von Vandrel Tallora V4.",
-    u"",
-    u"vtv4v-reg DATEI                    prüft eine Steuerungs-Datei",
-    u"vtv4v-reg DATEI ZIEL.reg           prüft und schreibt eine Datei für \"reg import\"",
-    u"vtv4v-reg DATEI ZIEL.xml [ALT]     prüft und schreibt Gruppenrichtlinien-Einstellungen; ALT ist die",
-    u"                                   vorige Steuerungs-Datei, deren übrige Einträge gelöscht werden",
-    u"vtv4v-reg /export DATEI            schreibt die Tabellen dieses Rechners in eine Steuerungs-Datei",
-    u"vtv4v-reg /import DATEI            prüft eine Steuerungs-Datei und importiert sie",
-    u"vtv4v-reg /wer NAME [/domaene DOMÄNE] [/dns DNS-DOMÄNE] [DATEI]",
-    u"                                   zeigt, welche Version ein Benutzer erhält; mit DATEI, welche er nach",
-    u"                                   einem Import erhielte. NAME ist auch DOMÄNE.NAME; enthält er selbst",
-    u"                                   einen Punkt, dann /domaene angeben",
-    u"",
-    u"Exitcode 0: erledigt. 1: erledigt, aber bitte die Meldungen lesen. 2: nichts geändert.",
-};
-
-void PrintLines(const std::vector<Text>& lines) {
-    for (const Text& line : lines) {
-        PrintLine(platform::StdOutputHandle, line);
-    }
-}
+constexpr char16_t HelpText[] =
+    u"Prüft, verteilt, sichert und erklärt die Versions-Einstellungen von Vandrel Tallora V4.\r\n\r\n"
+    u"vtv4v-reg DATEI                 prüft eine Steuerungs-Datei\r\n"
+    u"vtv4v-reg DATEI ZIEL.reg        prüft sie und schreibt eine Datei für \"reg import\"\r\n"
+    u"vtv4v-reg DATEI ZIEL.xml [ALT]  prüft sie und schreibt Gruppenrichtlinien-Einstellungen; diese löschen\r\n"
+    u"                                auch die Einträge, die nur in der früheren Steuerungs-Datei ALT stehen\r\n"
+    u"vtv4v-reg /export DATEI         schreibt die Tabellen dieses Rechners in eine Steuerungs-Datei\r\n"
+    u"vtv4v-reg /import DATEI         prüft eine Steuerungs-Datei und importiert sie\r\n"
+    u"vtv4v-reg /wer NAME [/domaene DOMÄNE] [/dns DNS-DOMÄNE] [DATEI]\r\n"
+    u"                                zeigt, welche Version ein Benutzer erhält oder, mit DATEI, nach deren\r\n"
+    u"                                Import erhielte. NAME ist auch DOMÄNE.NAME; für einen Namen, der selbst\r\n"
+    u"                                einen Punkt enthält, ist /domaene nötig\r\n\r\n"
+    u"Exitcode 0: erledigt. 1: erledigt, aber bitte die Meldungen lesen. 2: nichts geändert.\r\n";
 
 // Runs `steps`. If they raise an error, raises it with `subject` before and `consequence` after its description.
 template <typename Steps>
@@ -88,11 +79,9 @@ void WriteTarget(const Arguments& arguments, const CheckedTables& tables, const 
             Raise(RuntimeError::InvalidArgument, arguments.target + u": Das Ziel ist eine der Steuerungs-Dateien.");
         }
     }
-    std::string bytes;
-    Explain(arguments.target, [&] {
-        bytes = IsXmlPath(arguments.target) ? PreferencesFileBytes(tables, removed, LastChange(arguments.controlFile))
-                                            : RegFileBytes(tables);
-    });
+    const std::string bytes = IsXmlPath(arguments.target)
+                                  ? PreferencesFileBytes(tables, removed, LastChange(arguments.controlFile))
+                                  : RegFileBytes(tables);
     Explain(
         arguments.target, [&] { WriteBytes(arguments.target, bytes, true); },
         u" Das Ziel wurde nicht vollständig geschrieben.");
@@ -123,9 +112,7 @@ void CompareWithFile(const StoredTables& stored, const CheckedTables& tables, Re
 VersionTables MachineTables(bool mustBeWritable) {
     VersionTables tables;
     for (std::size_t product = 0; product < Products.size(); ++product) {
-        ProductProfile profile;
-        profile.RegistryPath = Products[product].registryPath;
-        profile.Bind();
+        const ProductProfile profile = ProfileOf(Products[product]);
         if (mustBeWritable && !profile.ProgOption->LocalMachineCanWrite(VersionSection)) {
             Raise(RuntimeError::InvalidArgument,
                   u"HKEY_LOCAL_MACHINE\\" + profile.RegistryPath +
@@ -137,7 +124,8 @@ VersionTables MachineTables(bool mustBeWritable) {
 }
 
 // Reads the written file again: an import of it must restore every stored entry.
-RolloutResult Export(const Text& path, Report& report) {
+RolloutResult Export(const Arguments& arguments, Report& report) {
+    const Text& path = arguments.controlFile;
     const StoredTables stored = ReadStoredTables();
     Explain(
         path, [&] { ExportTables(path, MachineTables(false)); }, u" Die Datei wurde nicht vollständig geschrieben.");
@@ -150,7 +138,8 @@ RolloutResult Export(const Text& path, Report& report) {
 }
 
 // Reads the tables afterwards: an import ignores it if a table can't be cleared.
-RolloutResult Import(const Text& path, Report& report) {
+RolloutResult Import(const Arguments& arguments, Report& report) {
+    const Text& path = arguments.controlFile;
     const CheckedTables tables = CheckedFile(path, report);
     const VersionTables machineTables = MachineTables(true);
     Explain(
@@ -170,36 +159,32 @@ RolloutResult Who(const Arguments& arguments, Report& report) {
         tables = CheckedFile(arguments.controlFile, report);
     }
     const ResolutionReport resolution = DescribeResolution(arguments.user, tables);
-    PrintLines(resolution.lines);
+    for (const Text& line : resolution.lines) {
+        PrintLine(platform::StdOutputHandle, line);
+    }
     if (arguments.controlFile.empty()) {
         report.AddFindings(resolution.findings);
     }
     return report.Finish(tables);
 }
 
-RolloutResult RunCommand(const Arguments& arguments) {
-    Report report;
-    switch (arguments.command) {
-        case Command::Help:
-            PrintLines(HelpLines);
-            return RolloutResult::Success;
-        case Command::Check:
-            return Check(arguments, report);
-        case Command::Export:
-            return Export(arguments.controlFile, report);
-        case Command::Import:
-            return Import(arguments.controlFile, report);
-        case Command::Who:
-            return Who(arguments, report);
-    }
-    return RolloutResult::Failed;
+RolloutResult Help(const Arguments& /*arguments*/, Report& /*report*/) {
+    platform::WriteConsoleW(platform::StdOutputHandle, HelpText);
+    return RolloutResult::Success;
 }
+
+// Indexed by Command.
+constexpr RolloutResult (*CommandFunctions[])(const Arguments&, Report&) = {Help, Check, Export, Import, Who};
 
 }  // namespace
 
 RolloutResult RunRollout(const std::vector<Text>& arguments) {
     RolloutResult result = RolloutResult::Failed;
-    const std::optional<Error> error = TrapError([&] { result = RunCommand(ParseArguments(arguments)); });
+    const std::optional<Error> error = TrapError([&] {
+        const Arguments parsed = ParseArguments(arguments);
+        Report report;
+        result = CommandFunctions[static_cast<std::size_t>(parsed.command)](parsed, report);
+    });
     if (error) {
         PrintLine(platform::StdErrorHandle, error->description);
     }

@@ -21,11 +21,11 @@ void ReadTable(CheckedTable& table, std::vector<Text>& findings) {
             }
         });
         const bool hasName = !registry.EOF_ValueName();
-        if (!error && !hasName) {
-            return;
-        }
-        if (error && !hasName && error->number != platform::StatusMoreData) {
+        if (!hasName && error && error->number != platform::StatusMoreData) {
             Raise(*error);
+        }
+        if (!hasName && !error) {
+            return;
         }
         if (error) {
             const Text label =

@@ -12,29 +12,14 @@ Text Padded(const Text& text, std::size_t width) {
     return text + Text(width - std::min(width, text.size()), u' ');
 }
 
-// True if the user runs the program, so that the current user's store is this user's.
-bool RunsProgram(const UserNames& user) {
-    return platform::CharUpperW(user.InDomain()) == platform::CharUpperW(CurrentUserNames().InDomain());
-}
-
 Text VersionText(std::int32_t version, TextView separator) {
     const Text name = VersionName(version);
     return DecimalText(version) + Text(separator) + (name.empty() ? u"(unbekannt)" : name);
 }
 
-Text EffectText(EntryEffect effect) {
-    switch (effect) {
-        case EntryEffect::NoEntry:
-            return {};
-        case EntryEffect::Applies:
-            return u"gilt";
-        case EntryEffect::StartVersionForbids:
-            return u"gilt nicht: Die Version der Installation lässt es nicht zu";
-        case EntryEffect::FullNeedsLocalMachine:
-            return u"gilt nicht: Full gilt nur aus der Tabelle des Rechners";
-    }
-    return {};
-}
+// Indexed by EntryEffect.
+constexpr TextView EffectTexts[] = {u"", u"gilt", u"gilt nicht: Die Version der Installation lässt es nicht zu",
+                                    u"gilt nicht: Full gilt nur aus der Tabelle des Rechners"};
 
 Text StepName(const ResolutionStep& step) {
     return (step.localMachine ? u"" : u"Benutzer: ") + ItemNameOf(step.valueName);
@@ -43,10 +28,7 @@ Text StepName(const ResolutionStep& step) {
 // Returns the number of the step's entry, or a negative number if there is none.
 std::int32_t ForcedVersionOf(const ResolutionStep& step, const CheckedTable& table, const Product& product) {
     if (!step.localMachine) {
-        ProductProfile profile;
-        profile.RegistryPath = product.registryPath;
-        profile.Bind();
-        return profile.Table->ForcedVersion(false, step.valueName);
+        return ProfileOf(product).Table->ForcedVersion(false, step.valueName);
     }
     const ForcedVersionItem* const entry = table.Find(step.valueName);
     return entry == nullptr ? -1 : entry->version;
@@ -61,10 +43,13 @@ void AddProduct(const UserNames& user, const Product& product, const CheckedTabl
     }
     report.lines.push_back(Text(product.section) + u" für " + user.name + u", Domäne »" + user.domain +
                            u"«, DNS-Domäne »" + user.dnsDomain + u"«");
+    // The current user's store belongs to this user only if this user runs the program.
+    const bool runsProgram =
+        platform::CharUpperW(user.InDomain()) == platform::CharUpperW(CurrentUserNames().InDomain());
     std::int32_t version = InitialVersion;
     for (const ResolutionStep& step : steps) {
         const Text name = u"  " + Padded(StepName(step), nameWidth);
-        if (!step.localMachine && !RunsProgram(user)) {
+        if (!step.localMachine && !runsProgram) {
             report.lines.push_back(name + u"nicht geprüft: zählt nur, wenn der Benutzer selbst den Befehl ausführt");
             continue;
         }
@@ -73,8 +58,9 @@ void AddProduct(const UserNames& user, const Product& product, const CheckedTabl
         if (effect == EntryEffect::Applies) {
             version = forced;
         }
-        report.lines.push_back(
-            name + (forced < 0 ? u"-" : Padded(VersionText(forced, u"  "), versionWidth) + EffectText(effect)));
+        report.lines.push_back(name + (forced < 0 ? u"-"
+                                                  : Padded(VersionText(forced, u"  "), versionWidth) +
+                                                        Text(EffectTexts[static_cast<std::size_t>(effect)])));
         if (forced >= 0 && VersionName(forced).empty()) {
             report.findings.push_back(u"Warnung: " + DecimalText(forced) + u" ist keine Version der Versionsliste.");
         }

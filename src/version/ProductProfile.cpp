@@ -13,3 +13,10 @@ void ProductProfile::Init() {
     Bind();
     Table->Init();
 }
+
+ProductProfile ProfileOf(const Product& product) {
+    ProductProfile profile;
+    profile.RegistryPath = product.registryPath;
+    profile.Bind();
+    return profile;
+}

@@ -1,4 +1,4 @@
-#include "rollout/NameGuid.h"
+#include "common/NameGuid.h"
 
 #include <array>
 #include <bit>
