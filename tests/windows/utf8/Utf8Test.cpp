@@ -8,6 +8,7 @@
 #include "platform/Regional.h"
 #include "platform/windows/Win32.h"
 #include "products/Installer.h"
+#include "rollout/ControlFileCheck.h"
 #include "version/ProductProfileMain.h"
 #include "version/ProductProfileReporting.h"
 #include "version/modVTV4Version.h"
@@ -23,7 +24,7 @@ std::string Utf8(const Text& text) {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(TestMachine, "Umlauts survive import, export, product look-up and file tests under UTF-8") {
+TEST_CASE_FIXTURE(TestMachine, "Under a UTF-8 code page, umlauts survive import, export, check and look-ups") {
     if (::GetACP() != CP_UTF8) {
         MESSAGE("skipped: this Windows ignores a code page in the manifest");
         return;
@@ -43,6 +44,9 @@ TEST_CASE_FIXTURE(TestMachine, "Umlauts survive import, export, product look-up 
               .value_or("")
               .ends_with(Utf8(u"[Tallora]\r\n(Standard)=3\r\nJörg=1\r\nZoë=0\r\n" + longName +
                               u"=2\r\n\r\n[Reporting]\r\n\r\n[End]\r\n")));
+    ControlFileCheck check;
+    check.Read(ControlFilePath);
+    CHECK(check.Findings().empty());
     MainVersions.reset();
     ReportingVersions.reset();
 
