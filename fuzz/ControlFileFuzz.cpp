@@ -10,7 +10,7 @@
 #include "platform/Regional.h"
 #include "rollout/ControlFileCheck.h"
 #include "rollout/PreferencesFile.h"
-#include "rollout/RegistryFile.h"
+#include "rollout/RegFile.h"
 
 namespace {
 
@@ -28,26 +28,34 @@ std::size_t Count(std::string_view text, std::string_view part) {
     return count;
 }
 
-std::size_t CountUtf16(const std::string& bytes, std::string_view part) {
+// Replaces characters beyond Latin-1 by "?".
+std::string Latin1FromUtf16(const std::string& bytes) {
     std::string text;
     for (std::size_t index = 0; index + 1 < bytes.size(); index += 2) {
         text += bytes[index + 1] == '\0' ? bytes[index] : '?';
     }
-    return Count(text, part);
+    return text;
 }
 
+// No name can contain "=", so that the counts of the entries' lines and items are exact.
 void CheckControlFile(const Text& path) {
     ControlFileCheck check;
     if (TrapError([&] { check.Read(path); })) {
         return;
     }
-    const std::size_t entries = check.Main().Entries().size() + check.Reporting().Entries().size();
-    const std::string registryFile = RegistryFileOf(check.Main(), check.Reporting());
-    Require(CountUtf16(registryFile, "=dword:") >= entries);
-    Require(CountUtf16(registryFile, "\r\n") == Count(registryFile, std::string_view("\n\0", 2)));
-    std::string preferences;
-    TrapError([&] { preferences = PreferencesFileOf(check.Main(), check.Reporting(), u"2017-12-16 10:16:40"); });
-    Require(Count(preferences, "<Registry ") <= entries && Count(preferences, "\"") % 2 == 0);
+    std::size_t entries = 0;
+    for (const CheckedTable& table : check.Tables()) {
+        entries += table.Entries().size();
+    }
+    const std::string regFile = Latin1FromUtf16(RegFileBytes(check.Tables()));
+    Require(Count(regFile, "=dword:") == entries && Count(regFile, "\n") == Count(regFile, "\r\n"));
+    const Text changed = u"2017-12-16 10:16:40";
+    TrapError([&] {
+        const std::string updates = PreferencesFileBytes(check.Tables(), EmptyTables(), changed);
+        const std::string deletions = PreferencesFileBytes(EmptyTables(), check.Tables(), changed);
+        Require(Count(updates, "action=\"U\"") == entries && Count(updates, "\"") % 2 == 0);
+        Require(Count(deletions, "action=\"D\"") == entries && Count(deletions, "\"") % 2 == 0);
+    });
 }
 
 }  // namespace
