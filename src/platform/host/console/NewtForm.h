@@ -29,8 +29,8 @@ public:
     NewtForm(const NewtForm&) = delete;
     NewtForm& operator=(const NewtForm&) = delete;
 
-    // Waits for the next key that isn't about scrolling or the focus. Returns NEWT_KEY_RESIZE if the terminal's size
-    // has changed, NEWT_KEY_ERROR if it has been closed.
+    // Waits for a key, and moves the focus if the key says so. Returns NEWT_KEY_RESIZE if the terminal's size has
+    // changed, NEWT_KEY_ERROR if the terminal has been closed.
     NewtInput Run();
     // Returns the button that has the focus.
     [[nodiscard]] std::optional<std::size_t> Focus() const;

@@ -22,13 +22,14 @@ namespace {
 
 struct sigaction resizeHandler {};
 
-// Used by the signal handler.
+// Read by EndProgram.
 volatile std::sig_atomic_t drawing = 0;           // 1 if the terminal is in newt's modes
 volatile std::sig_atomic_t windowsSuspended = 0;  // 1 if another program has the terminal
 volatile std::sig_atomic_t delayedSignal = 0;
 termios modesBefore{};
 std::string restoreSequence;
 
+// Signal handler: restores the terminal before the signal ends the program.
 void EndProgram(int signal) {
     if (windowsSuspended == 1 && (signal == SIGINT || signal == SIGQUIT)) {
         return;
@@ -105,7 +106,7 @@ std::optional<Size> ScreenSize() {
 }
 
 void BeginScreen() {
-    // newt draws our UTF-8 strings only in a UTF-8 locale. The editor inherits the locale, and gets UTF-8 files.
+    // newt draws our UTF-8 strings only in a UTF-8 locale. The editor inherits it and gets a UTF-8 file.
     std::setlocale(LC_CTYPE, "");
     if (std::string_view(nl_langinfo(CODESET)) != "UTF-8") {
         setenv("LC_ALL", "C.UTF-8", 1);
@@ -115,11 +116,11 @@ void BeginScreen() {
         setenv("NEWT_MONO", "1", 0);
     }
     tcgetattr(STDIN_FILENO, &modesBefore);
-    newtInit();
-    // Clear the screen, reset colours, show the cursor, leave keypad mode and the alternate screen.
+    // Clears the screen, resets colours, shows the cursor, and leaves keypad mode and the alternate screen.
     restoreSequence = Capability("cl") + Capability("me") + Capability("ve") + Capability("ke") + Capability("te");
     drawing = 1;
     HandleEndingSignals();
+    newtInit();
     sigaction(SIGWINCH, nullptr, &resizeHandler);
     newtSetSuspendCallback(StopProgram, nullptr);
     newtCls();

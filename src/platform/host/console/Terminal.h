@@ -4,7 +4,7 @@
 
 #include "platform/WindowSystem.h"
 
-// The terminal in front of the user.
+// The terminal on which the user sees and operates the windows.
 namespace platform::host {
 
 // True if standard input and output are the same terminal.
@@ -16,7 +16,7 @@ bool CanDraw();
 // Returns the outer size, in twips, of a window that fills the terminal, or nothing if windows can't be drawn.
 std::optional<Size> ScreenSize();
 
-// Starts and ends drawing. EndScreen restores the terminal, and so does a signal that ends the program before.
+// Starts and ends drawing. EndScreen restores the terminal. If a signal ends the program earlier, its handler does.
 void BeginScreen();
 void EndScreen();
 
@@ -28,7 +28,7 @@ void WatchScreenSize();
 
 // Hands the terminal to another program for as long as the object exists. Meanwhile ignores SIGINT and SIGQUIT, which
 // come from keys meant for that program. Delays SIGHUP and SIGTERM: if we ended first, the program would lose the
-// terminal, and its user the text being edited.
+// terminal, and the user might lose the text being edited.
 class SuspendedWindows {
 public:
     SuspendedWindows();
