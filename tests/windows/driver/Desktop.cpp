@@ -3,7 +3,7 @@
 #include <doctest/doctest.h>
 
 bool Eventually(const std::function<bool()>& condition) {
-    const ULONGLONG end = ::GetTickCount64() + 10000;
+    const ULONGLONG end = ::GetTickCount64() + 60000;
     while (!condition()) {
         if (::GetTickCount64() > end) {
             return false;

@@ -10,7 +10,7 @@
 // Observes and controls the windows on the desktop, independently of the program. Strings are in the system's 8-bit
 // code page.
 
-// Waits until `condition` is true. Returns false after ten seconds.
+// Waits until `condition` is true. Returns false after a minute, which is long enough for a busy machine.
 bool Eventually(const std::function<bool()>& condition);
 // Waits long enough for an unwanted effect to show and returns `condition()` after that.
 bool StaysTrue(const std::function<bool()>& condition);
