@@ -49,6 +49,12 @@ TEST_CASE_FIXTURE(TestMachine, "Under a UTF-8 code page, umlauts survive import,
     CHECK(check.Findings().empty());
     MainVersions.reset();
     ReportingVersions.reset();
+    ControlFileCheck check;
+    check.Read(ControlFilePath);
+    CHECK(check.Findings().empty());
+    FileContent(ControlFile(), "[Tallora]\nj\xF6rg=1\n[Reporting]\n");
+    check.Read(ControlFilePath);
+    CHECK(check.Findings().size() == 1);
 
     const Text folder = platform::TextFromAnsi(ControlFile()) + u"-Büro";
     DiskFile(folder + u"\\Prüfung.dll", "plain");
