@@ -43,7 +43,7 @@ TEST_CASE_FIXTURE(TestMachine, "An overwritten file keeps its access control lis
     CHECK((::GetFileAttributesA(ControlFile().c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0);
 }
 
-// Starts this program again with the file's name in an environment variable, so that only the writer below runs.
+// Starts this program again with the file's name in an environment variable, so that only the test case below runs.
 TEST_CASE_FIXTURE(TestMachine, "A process killed while it replaces a file leaves the old or the new file") {
     const std::string contents[] = {std::string(300000, 'a'), std::string(300000, 'b')};
     std::string program(MAX_PATH, '\0');
@@ -52,7 +52,7 @@ TEST_CASE_FIXTURE(TestMachine, "A process killed while it replaces a file leaves
     for (DWORD delay = 0; delay < 20; ++delay) {
         std::filesystem::remove(OnDisk(ControlFile()));
         std::int32_t processId = 0;
-        REQUIRE(platform::StartCommandLine("\"" + program + "\" --test-case=Writer", 0, processId) == 0);
+        REQUIRE(platform::StartCommandLine("\"" + program + "\" --test-case=Child*", 0, processId) == 0);
         const Owned<HANDLE, ::CloseHandle> process(
             ::OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, static_cast<DWORD>(processId)));
         while (!platform::IsFile(ControlFile()) && ::WaitForSingleObject(process.get(), 1) == WAIT_TIMEOUT) {
@@ -65,7 +65,7 @@ TEST_CASE_FIXTURE(TestMachine, "A process killed while it replaces a file leaves
     }
 }
 
-TEST_CASE("Writer") {
+TEST_CASE("Child process of the kill test") {
     const std::string file = ProcessVariable(FileToWrite).value_or("");
     for (char content = 'a'; !file.empty(); content = content == 'a' ? 'b' : 'a') {
         WriteBytes(platform::TextFromAnsi(file), std::string(300000, content), true);
