@@ -14,7 +14,7 @@ int Run(const std::string& arguments, const std::string& redirection) {
 
 }  // namespace
 
-TEST_CASE("vtv4v-reg escapes control characters, survives a closed pipe and reports missing rights") {
+TEST_CASE("vtv4v-reg handles control characters, a closed pipe and missing rights") {
     const TestMachine machine;
     const std::string file = OnDisk(machine.ControlFile()).string();
     const std::string output = OnMachine("output").string();

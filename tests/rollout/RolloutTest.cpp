@@ -114,7 +114,7 @@ TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck reports exactly what an import
     CHECK(Lines(check.Findings()) == u"Warnung: Der Abschnitt [Reporting] fehlt; ein Import leert seine Tabelle.\n");
 }
 
-TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck rejects a file that an import can't read or that clears all tables") {
+TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck rejects files that fail to import or clear all tables") {
     CHECK(Check("[Tallora]\na=2147483648\n").description == u"Zeile 2: Überlauf");
     CHECK(Check("[Info]\n" + std::string(40000, 'x')).description == u"Zeile 2: Überlauf");
     CHECK(Check("[Tallora]\n" + std::string(16383, 'x') + "=1\n").number == 0);
@@ -171,7 +171,7 @@ TEST_CASE_FIXTURE(CheckFixture, "The tables are written as a .reg file and as Gr
     CHECK(RaisedBy([&] { PreferencesFileBytes(earlier, EmptyTables(), u""); }).number == 0);
 }
 
-TEST_CASE_FIXTURE(TestMachine, "A check writes its target completely or not at all, and never over a control file") {
+TEST_CASE_FIXTURE(TestMachine, "A target is written completely or not at all, and never over a control file") {
     const Text file = platform::TextFromAnsi(OnDisk(ControlFile()).string());
     const Text folder = file.substr(0, file.size() - 9);
     const Text target = file + u".reg";
@@ -241,8 +241,7 @@ TEST_CASE_FIXTURE(RolloutFixture, "/import restores what /export has written, fo
     }
 }
 
-TEST_CASE_FIXTURE(RolloutFixture,
-                  "/export and /import report entries that would be lost, and a refused file changes nothing") {
+TEST_CASE_FIXTURE(RolloutFixture, "/export and /import report lost entries, and a rejected file changes nothing") {
     using enum RolloutResult;
     Tables(u"a=1;b=2;", u"");
     for (const RawData& unreadable : {RawNumber(0x80000000U), RawText("drei"), RawText(std::string(300, '0'))}) {
@@ -270,8 +269,7 @@ TEST_CASE_FIXTURE(RolloutFixture,
     platform::RegDeleteKeyA(platform::KeyLocalMachine, MainKey + "\\sub");
 }
 
-TEST_CASE_FIXTURE(RolloutFixture,
-                  "/wer resolves the version that ForcedVersionTable does, for random users and tables") {
+TEST_CASE_FIXTURE(RolloutFixture, "/wer and ForcedVersionTable resolve the same version for random users") {
     const std::vector<Text> names = {u"(Standard)", u"HUGO",        u"anna", u"office.hugo",
                                      u"dns.anna",   u"OFFICE.anna", u".hugo"};
     const std::vector<std::optional<std::string>> users = {"hugo", "Anna", {}};
