@@ -1,6 +1,7 @@
 #include "rollout/Arguments.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <optional>
 
@@ -16,12 +17,12 @@ struct CommandForm {
     TextView usage;
 };
 
-constexpr CommandForm Forms[] = {
+constexpr std::array<CommandForm, 4> Forms = {{
     {u"", Command::Check, 1, 3, u"Nötig ist eine Steuerungs-Datei, möglich sind ein Ziel und eine frühere Datei."},
     {u"/EXPORT", Command::Export, 1, 1, u"/export verlangt genau eine Datei."},
     {u"/IMPORT", Command::Import, 1, 1, u"/import verlangt genau eine Datei."},
     {u"/WER", Command::Who, 1, 2, u"/wer verlangt einen Benutzer und höchstens eine Steuerungs-Datei."},
-};
+}};
 
 [[noreturn]] void RaiseUsage(const Text& problem) {
     Raise(RuntimeError::InvalidArgument, problem + u" Hilfe: vtv4v-reg /?");
@@ -47,7 +48,7 @@ SortedArguments Sorted(const std::vector<Text>& arguments) {
         const auto* const form = std::ranges::find(Forms, TextView(option), &CommandForm::option);
         if (!IsOption(argument)) {
             sorted.others.push_back(argument);
-        } else if (form != std::end(Forms) && sorted.form == &Forms[0]) {
+        } else if (form != Forms.end() && sorted.form == &Forms[0]) {
             sorted.form = form;
         } else if ((option == u"/DOMAENE" || option == u"/DNS") && index + 1 < arguments.size()) {
             (option == u"/DNS" ? sorted.dnsDomain : sorted.domain) = arguments[++index];
@@ -61,7 +62,7 @@ SortedArguments Sorted(const std::vector<Text>& arguments) {
 // Returns the path. Raises 5 (invalid argument) if it contains characters that aren't in the code page, which file
 // calls use.
 Text CheckedPath(const std::vector<Text>& paths, std::size_t index) {
-    const Text path = index < paths.size() ? paths[index] : Text();
+    Text path = index < paths.size() ? paths[index] : Text();
     if (platform::TextFromAnsi(platform::AnsiFromText(path)) != path) {
         RaiseUsage(u"»" + path + u"« enthält Zeichen außerhalb der Codepage.");
     }

@@ -25,11 +25,7 @@ Text LineName(std::int32_t line) {
 }
 
 // Indexed by ItemError.
-constexpr TextView ItemErrorTexts[] = {u"kein »=«", u"mehr als ein »=«", u"keine Zahl", u"negative Zahl"};
-
-bool IsNotAscii(char byte) {
-    return static_cast<unsigned char>(byte) >= 0x80;
-}
+constexpr std::array<TextView, 4> ItemErrorTexts = {u"kein »=«", u"mehr als ein »=«", u"keine Zahl", u"negative Zahl"};
 
 bool IsUtf8(const std::string& bytes) {
     const auto& converter = std::use_facet<std::codecvt<char16_t, char8_t, std::mbstate_t>>(std::locale::classic());
@@ -95,7 +91,7 @@ void ControlFileCheck::CheckEncoding(const Text& line) {
     }
     if (!IsUtf8(bytes) || line.find(u'\uFFFD') != Text::npos) {
         encoding_ = Encoding::Other;
-    } else if (encoding_ == Encoding::Ascii && std::ranges::any_of(bytes, IsNotAscii)) {
+    } else if (encoding_ == Encoding::Ascii && std::ranges::any_of(line, [](char16_t unit) { return unit >= 0x80; })) {
         encoding_ = Encoding::Utf8;
     }
 }

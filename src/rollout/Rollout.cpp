@@ -1,5 +1,6 @@
 #include "rollout/Rollout.h"
 
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -174,7 +175,8 @@ RolloutResult Help(const Arguments& /*arguments*/, Report& /*report*/) {
 }
 
 // Indexed by Command.
-constexpr RolloutResult (*CommandFunctions[])(const Arguments&, Report&) = {Help, Check, Export, Import, Who};
+constexpr std::array<RolloutResult (*)(const Arguments&, Report&), 5> CommandFunctions = {Help, Check, Export, Import,
+                                                                                          Who};
 
 }  // namespace
 

@@ -1,6 +1,7 @@
 #include "rollout/WhoReport.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 
 #include "platform/Regional.h"
@@ -18,8 +19,9 @@ Text VersionText(std::int32_t version, TextView separator) {
 }
 
 // Indexed by EntryEffect.
-constexpr TextView EffectTexts[] = {u"", u"gilt", u"gilt nicht: Die Version der Installation lässt es nicht zu",
-                                    u"gilt nicht: Full gilt nur aus der Tabelle des Rechners"};
+constexpr std::array<TextView, 4> EffectTexts = {u"", u"gilt",
+                                                 u"gilt nicht: Die Version der Installation lässt es nicht zu",
+                                                 u"gilt nicht: Full gilt nur aus der Tabelle des Rechners"};
 
 Text StepName(const ResolutionStep& step) {
     return (step.localMachine ? u"" : u"Benutzer: ") + ItemNameOf(step.valueName);
