@@ -77,6 +77,7 @@ void StopProgram(void* /*unused*/) {
     SLang_ungetkey(1);     // newt looks at the size only after a key; Ctrl-A has no other effect
 }
 
+// cppcheck-suppress passedByValue ; SLtt_tgetstr takes a non-const string
 std::string Capability(std::string name) {
     const char* const sequence = SLtt_tgetstr(name.data());
     return sequence == nullptr ? std::string() : sequence;

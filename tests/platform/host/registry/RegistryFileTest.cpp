@@ -158,8 +158,9 @@ TEST_CASE("An invalid registry file is reported with its path and left unchanged
                                             [&] { CHECK(mkfifo(file.c_str(), 0600) == 0); },
                                             [] {
                                                 RawValueSet(KeyClassesRoot, "Some.Class\\CLSID", "", RawText("x"));
+                                                // Newer sqlite3 shells protect the schema by default.
                                                 Shell("machine.db",
-                                                      "PRAGMA writable_schema = 1;"
+                                                      ".dbconfig defensive off\" \"PRAGMA writable_schema = 1;"
                                                       "UPDATE sqlite_master SET rootpage = 1 WHERE name = 'value';"
                                                       "PRAGMA schema_version = 99");
                                             }};
