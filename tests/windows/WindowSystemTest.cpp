@@ -25,14 +25,3 @@ TEST_CASE("A fixed window opens at its own size, and a handler's exception is re
         CHECK_NOTHROW(platform::DoEvents());
     }
 }
-
-TEST_CASE("ClipboardSet sets the system locale as the locale of the text") {
-    CHECK(platform::ClipboardSet("text", platform::ClipboardText));
-    REQUIRE(::OpenClipboard(nullptr));
-    // A locale that Windows adds comes after the text.
-    CHECK(::EnumClipboardFormats(0) == CF_LOCALE);
-    const auto* const locale = static_cast<const LCID*>(::GlobalLock(::GetClipboardData(CF_LOCALE)));
-    REQUIRE(locale != nullptr);
-    CHECK(*locale == ::GetSystemDefaultLCID());
-    ::CloseClipboard();
-}

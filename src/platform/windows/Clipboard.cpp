@@ -1,6 +1,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "platform/Regional.h"
 #include "platform/WindowSystem.h"
 #include "platform/windows/Win32.h"
 
@@ -62,13 +63,13 @@ bool ClipboardClear() {
     return Clipboard().Clear();
 }
 
-// Sets the locale of the text as well. Otherwise Windows derives it from the keyboard layout, and programs would decode
-// the text with that locale's code page.
+// Adds the text in UTF-16 as well. Otherwise Windows converts it for programs that paste UTF-16, with the code page of
+// the keyboard layout, which may differ from the system code page.
 bool ClipboardSet(const std::string& text, std::uint32_t format) {
-    const LCID locale = ::GetSystemDefaultLCID();  // its code page is the system code page, except for UTF-8
+    const std::u16string unicode = TextFromAnsi(text);
     Clipboard clipboard;
-    return clipboard.Clear() && clipboard.Add(CF_LOCALE, {reinterpret_cast<const char*>(&locale), sizeof locale}) &&
-           clipboard.Add(format, {text.c_str(), text.size() + 1});
+    return clipboard.Clear() && clipboard.Add(format, {text.c_str(), text.size() + 1}) &&
+           clipboard.Add(CF_UNICODETEXT, {reinterpret_cast<const char*>(unicode.c_str()), (unicode.size() + 1) * 2});
 }
 
 }  // namespace platform

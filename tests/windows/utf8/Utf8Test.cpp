@@ -6,6 +6,7 @@
 #include "installcheck/modFileInfo.h"
 #include "installcheck/modPathGet.h"
 #include "platform/Regional.h"
+#include "platform/WindowSystem.h"
 #include "platform/windows/Win32.h"
 #include "products/Installer.h"
 #include "rollout/ControlFileCheck.h"
@@ -24,7 +25,7 @@ std::string Utf8(const Text& text) {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(TestMachine, "Under a UTF-8 code page, umlauts survive import, export, check and look-ups") {
+TEST_CASE_FIXTURE(TestMachine, "Under a UTF-8 code page, umlauts survive import, export, check and clipboard") {
     if (::GetACP() != CP_UTF8) {
         MESSAGE("skipped: this Windows ignores a code page in the manifest");
         return;
@@ -63,4 +64,11 @@ TEST_CASE_FIXTURE(TestMachine, "Under a UTF-8 code page, umlauts survive import,
     CHECK(installer.InstallLocation() == folder);
     CHECK(FileExists(installer.InstallLocation() + u"\\Prüfung.dll"));
     CHECK(FileInfoGet(folder + u"\\Prüfung.dll").Name == u"Prüfung.dll");
+
+    REQUIRE(platform::ClipboardSet(Utf8(u"Büro"), platform::ClipboardText));
+    REQUIRE(::OpenClipboard(nullptr));
+    const auto* const copied = static_cast<const char16_t*>(::GlobalLock(::GetClipboardData(CF_UNICODETEXT)));
+    REQUIRE(copied != nullptr);
+    CHECK(Text(copied) == u"Büro");
+    ::CloseClipboard();
 }
