@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -18,8 +19,8 @@ inline std::string BytesFromNumber(std::uint32_t number) {
 // Returns the number stored in up to four bytes, least significant first.
 inline std::uint32_t NumberFromBytes(std::string_view bytes) {
     std::uint32_t number = 0;
-    for (auto byte = bytes.rbegin(); byte != bytes.rend(); ++byte) {
-        number = number << 8U | static_cast<unsigned char>(*byte);
+    for (std::size_t index = bytes.size(); index-- > 0;) {
+        number = number << 8U | static_cast<unsigned char>(bytes[index]);
     }
     return number;
 }

@@ -18,6 +18,7 @@ namespace {
 
 constexpr Status StatusBusy = 170;              // ERROR_BUSY
 constexpr Status StatusDatabaseDamaged = 1009;  // ERROR_BADDB
+constexpr Status StatusInterrupted = 1016;      // ERROR_REGISTRY_IO_FAILED
 
 // AUTOINCREMENT keeps key ids unique for ever, so that a handle of a deleted key is recognised. The columns `path`
 // (from the first "\" on) and `folded` are uppercase, for comparing and sorting. The view is for people who look at the
@@ -112,6 +113,9 @@ RegistryFailure RegistryFile::FailureFrom(const SQLite::Exception& exception) {
         case SQLITE_FULL:
             return Failure(StatusDiskFull);
         case SQLITE_READONLY:
+            // A killed process left a change half done, which this process may not roll back.
+            return Failure(exception.getExtendedErrorCode() == SQLITE_READONLY_ROLLBACK ? StatusInterrupted
+                                                                                        : StatusAccessDenied);
         case SQLITE_CANTOPEN:
             return Failure(StatusAccessDenied);
         default:
@@ -130,6 +134,9 @@ RegistryFailure RegistryFile::Failure(Status status) const {
             return {status, file + u"kann nicht wachsen: Der Datenträger ist voll."};
         case StatusAccessDenied:
             return {status, file + u"erlaubt diesen Zugriff nicht."};
+        case StatusInterrupted:
+            return {status,
+                    file + u"enthält eine abgebrochene Änderung. Ein Programm mit Schreibrecht macht sie rückgängig."};
         default:
             return {status, file + u"kann nicht gelesen oder geschrieben werden."};
     }
