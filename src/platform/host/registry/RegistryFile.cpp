@@ -18,7 +18,6 @@ namespace {
 
 constexpr Status StatusBusy = 170;              // ERROR_BUSY
 constexpr Status StatusDatabaseDamaged = 1009;  // ERROR_BADDB
-constexpr Status StatusInterrupted = 1016;      // ERROR_REGISTRY_IO_FAILED
 
 // AUTOINCREMENT keeps key ids unique for ever, so that a handle of a deleted key is recognised. The columns `path`
 // (from the first "\" on) and `folded` are uppercase, for comparing and sorting. The view is for people who look at the
@@ -64,6 +63,11 @@ bool HasNoTables(Database& database) {
     return database.Connection().execAndGet("SELECT count(*) FROM sqlite_master").getInt() == 0;
 }
 
+// False if a killed process left a change that this process isn't allowed to roll back.
+bool CanRead(Database& database) {
+    return database.Connection().tryExec("SELECT count(*) FROM sqlite_master") != SQLITE_READONLY;
+}
+
 }  // namespace
 
 RegistryFile::RegistryFile(std::filesystem::path path, std::string root)
@@ -72,15 +76,23 @@ RegistryFile::RegistryFile(std::filesystem::path path, std::string root)
 
 Database& RegistryFile::ForReading() {
     const struct stat now = FileStatus();
-    if (database_ && IsSameFile(now, opened_)) {
+    if (database_ && IsSameFile(now, opened_) && (writable_ || CanRead(*database_))) {
         database_->Connection().setBusyTimeout(BusyMilliseconds());
         return *database_;
     }
     database_.reset();
     writable_ = (now.st_mode & S_IWUSR) != 0 && ProcessMay(W_OK, path_) &&
                 ProcessMay(W_OK, path_.parent_path());  // SQLite's journal is next to the file
-    database_ = now.st_size == 0 ? EmptyRegistry() : OpenFile(SQLite::OPEN_READWRITE);
     opened_ = now;
+    try {
+        database_ = now.st_size == 0 ? EmptyRegistry() : OpenFile(SQLite::OPEN_READWRITE);
+    } catch (const SQLite::Exception& exception) {
+        if (exception.getExtendedErrorCode() != SQLITE_READONLY_ROLLBACK) {
+            throw;
+        }
+        database_ = RolledBackCopy();
+        opened_.st_mode = 0;  // only for this call
+    }
     return *database_;
 }
 
@@ -113,9 +125,6 @@ RegistryFailure RegistryFile::FailureFrom(const SQLite::Exception& exception) {
         case SQLITE_FULL:
             return Failure(StatusDiskFull);
         case SQLITE_READONLY:
-            // A killed process left a change half done, which this process may not roll back.
-            return Failure(exception.getExtendedErrorCode() == SQLITE_READONLY_ROLLBACK ? StatusInterrupted
-                                                                                        : StatusAccessDenied);
         case SQLITE_CANTOPEN:
             return Failure(StatusAccessDenied);
         default:
@@ -134,9 +143,6 @@ RegistryFailure RegistryFile::Failure(Status status) const {
             return {status, file + u"kann nicht wachsen: Der Datenträger ist voll."};
         case StatusAccessDenied:
             return {status, file + u"erlaubt diesen Zugriff nicht."};
-        case StatusInterrupted:
-            return {status,
-                    file + u"enthält eine abgebrochene Änderung. Ein Programm mit Schreibrecht macht sie rückgängig."};
         default:
             return {status, file + u"kann nicht gelesen oder geschrieben werden."};
     }
@@ -174,6 +180,25 @@ Database RegistryFile::OpenFile(int flags) const {
         CreateTables(database);
     }
     return database;
+}
+
+// Returns a copy in memory, without the change that a killed process left unfinished and that this process isn't
+// allowed to roll back in the file.
+Database RegistryFile::RolledBackCopy() const {
+    std::error_code error;  // ignored; loading the copy reports a missing file
+    std::string folder = (std::filesystem::temp_directory_path(error) / "vtv4v-XXXXXX").native();
+    if (mkdtemp(folder.data()) == nullptr) {
+        throw Failure(StatusFromErrno(errno));
+    }
+    const std::filesystem::path copy = std::filesystem::path(folder) / "copy";
+    for (const char* const suffix : {"", "-journal"}) {
+        std::filesystem::copy_file(path_.native() + suffix, copy.native() + suffix, error);
+        std::filesystem::permissions(copy.native() + suffix, std::filesystem::perms::owner_all, error);
+    }
+    Database memory(":memory:", SQLite::OPEN_READWRITE, 0);
+    memory.Connection().backup(copy.c_str(), SQLite::Database::Load);
+    std::filesystem::remove_all(folder, error);
+    return memory;
 }
 
 Database RegistryFile::EmptyRegistry() const {

@@ -47,6 +47,7 @@ private:
     [[nodiscard]] struct stat FileStatus() const;
     [[nodiscard]] int BusyMilliseconds() const;
     [[nodiscard]] Database OpenFile(int flags) const;
+    [[nodiscard]] Database RolledBackCopy() const;
     [[nodiscard]] Database EmptyRegistry() const;
     void CreateFile() const;
     void CreateTables(Database& database) const;
