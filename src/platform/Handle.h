@@ -17,7 +17,6 @@ inline constexpr Status StatusFileNotFound = 2;       // ERROR_FILE_NOT_FOUND; a
 inline constexpr Status StatusPathNotFound = 3;       // ERROR_PATH_NOT_FOUND
 inline constexpr Status StatusAccessDenied = 5;       // ERROR_ACCESS_DENIED
 inline constexpr Status StatusInvalidHandle = 6;      // ERROR_INVALID_HANDLE
-inline constexpr Status StatusNotSameDevice = 17;     // ERROR_NOT_SAME_DEVICE: the files are on different disks
 inline constexpr Status StatusWriteProtect = 19;      // ERROR_WRITE_PROTECT: the disk is write-protected
 inline constexpr Status StatusSharingViolation = 32;  // ERROR_SHARING_VIOLATION
 inline constexpr Status StatusLockViolation = 33;     // ERROR_LOCK_VIOLATION

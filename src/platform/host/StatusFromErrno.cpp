@@ -8,12 +8,11 @@
 namespace platform::host {
 
 Status StatusFromErrno(int number) {
-    static constexpr std::array<std::pair<int, Status>, 13> statuses = {{{0, StatusSuccess},
+    static constexpr std::array<std::pair<int, Status>, 12> statuses = {{{0, StatusSuccess},
                                                                          {ENOENT, StatusFileNotFound},
                                                                          {ENOTDIR, StatusPathNotFound},
                                                                          {EACCES, StatusAccessDenied},
                                                                          {EPERM, StatusAccessDenied},
-                                                                         {EXDEV, StatusNotSameDevice},
                                                                          {EROFS, StatusWriteProtect},
                                                                          {EEXIST, StatusFileExists},
                                                                          {ENOSPC, StatusDiskFull},
