@@ -17,19 +17,17 @@ namespace {
 // combining diaeresis.
 std::u16string Comparable(std::u16string text) {
     constexpr char16_t diaeresis = u'\x308';
-    constexpr std::u16string_view vowels = u"aouAOU";
-    constexpr std::u16string_view umlauts = u"äöüÄÖÜ";
-    for (std::size_t mark = text.find(diaeresis, 1); mark != std::u16string::npos; mark = text.find(diaeresis, mark)) {
-        if (const std::size_t vowel = vowels.find(text[mark - 1]); vowel != std::u16string_view::npos) {
-            text.replace(mark - 1, 2, 1, umlauts[vowel]);
-        } else {
-            ++mark;
-        }
-    }
     constexpr const char16_t* spaces = u" \t\r";
     text.erase(text.find_last_not_of(spaces) + 1);
     text.erase(0, text.find_first_not_of(spaces));
-    return CharUpperW(text);
+    text = CharUpperW(text);
+    for (std::size_t mark = text.find(diaeresis); mark != std::u16string::npos; mark = text.find(diaeresis, mark + 1)) {
+        const std::size_t vowel = mark == 0 ? std::u16string::npos : std::u16string_view(u"AOU").find(text[mark - 1]);
+        if (vowel != std::u16string::npos) {
+            text.replace(mark - 1, 2, 1, u"ÄÖÜ"[vowel]);
+        }
+    }
+    return text;
 }
 
 class LineView : public DialogView {

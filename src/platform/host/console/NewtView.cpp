@@ -67,34 +67,26 @@ public:
 
     UserAction Next() override {
         for (;;) {
-            const NewtInput input = form_->Run();
-            if (input.pressed) {
-                return {UserAction::Kind::Click, *input.pressed};
+            const auto [key, pressed] = form_->Run();
+            if (pressed) {
+                return {UserAction::Kind::Click, *pressed};
             }
-            if (const std::optional<UserAction> action = ActionFor(input.key)) {
-                return *action;
+            if (key == NEWT_KEY_ERROR || (key == NEWT_KEY_ESCAPE && !SkipUnknownKey())) {
+                return {UserAction::Kind::Close};
+            }
+            if (key == KeyInterrupt) {
+                std::raise(SIGINT);
+            }
+            if (key == NEWT_KEY_RESIZE) {
+                RedrawAll();
+                if (dialog_.sizable) {
+                    return {UserAction::Kind::Resize};
+                }
             }
         }
     }
 
 private:
-    std::optional<UserAction> ActionFor(int key) {
-        switch (key) {
-            case KeyInterrupt:
-                std::raise(SIGINT);
-                return std::nullopt;
-            case NEWT_KEY_ESCAPE:
-                return SkipUnknownKey() ? std::nullopt : std::optional(UserAction{UserAction::Kind::Close});
-            case NEWT_KEY_RESIZE:
-                RedrawAll();
-                return dialog_.sizable ? std::optional(UserAction{UserAction::Kind::Resize}) : std::nullopt;
-            case NEWT_KEY_ERROR:  // the terminal has been closed
-                return UserAction{UserAction::Kind::Close};
-            default:
-                return std::nullopt;
-        }
-    }
-
     Dialog dialog_;
     std::optional<std::size_t> focus_;
     std::unique_ptr<NewtForm> form_;

@@ -31,11 +31,9 @@ std::string restoreSequence;
 
 // Signal handler: restores the terminal before the signal ends the program.
 void EndProgram(int signal) {
-    if (windowsSuspended == 1 && (signal == SIGINT || signal == SIGQUIT)) {
-        return;
-    }
-    if (windowsSuspended == 1 && (signal == SIGHUP || signal == SIGTERM)) {
-        delayedSignal = signal;
+    const bool isDelayed = signal == SIGHUP || signal == SIGTERM;
+    if (windowsSuspended == 1 && (isDelayed || signal == SIGINT || signal == SIGQUIT)) {
+        delayedSignal = isDelayed ? signal : delayedSignal;
         return;
     }
     if (drawing == 1) {

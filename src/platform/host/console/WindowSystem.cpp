@@ -2,8 +2,6 @@
 
 #include <unistd.h>
 
-#include <algorithm>
-#include <array>
 #include <map>
 #include <memory>
 #include <utility>
@@ -28,7 +26,7 @@ struct HostWindow {
 
 std::map<Handle, HostWindow> windows;
 Handle lastWindow = GetDesktopWindow();
-Handle activeWindow = 0;
+Handle activeWindow = 0;  // may be hidden or destroyed
 
 HostWindow* FindWindow(Handle window) {
     const auto found = windows.find(window);
@@ -62,17 +60,13 @@ void ServeEvents(Handle window) {
     const std::unique_ptr<host::DialogView> view = host::ShowDialog(FindWindow(window)->dialog);
     while (IsVisible(window)) {
         const UserAction action = view->Next();
-        switch (action.kind) {
-            case UserAction::Kind::Click:
-                InvokeHandler(FindWindow(window)->events.clicked, action.control);
-                break;
-            case UserAction::Kind::Close:
-                WindowDestroy(window);
-                break;
-            case UserAction::Kind::Resize:
-                WindowOuterSize(window, host::ScreenSize().value_or(WindowOuterSize(window)));
-                view->Update(FindWindow(window)->dialog);
-                break;
+        if (action.kind == UserAction::Kind::Click) {
+            InvokeHandler(FindWindow(window)->events.clicked, action.control);
+        } else if (action.kind == UserAction::Kind::Close) {
+            WindowDestroy(window);
+        } else {
+            WindowOuterSize(window, host::ScreenSize().value_or(WindowOuterSize(window)));
+            view->Update(FindWindow(window)->dialog);
         }
     }
 }
@@ -95,16 +89,11 @@ struct BoxButton {
 };
 
 // An icon is drawn as a word in colour.
-struct BoxIcon {
-    std::uint32_t number;
-    const char16_t* word;
-    Colour background;
-    Colour text;
-};
-constexpr std::array<BoxIcon, 4> Icons = {{{IconInformation, u"Hinweis", 0xFF0000, 0xFFFFFF},
-                                           {IconCritical, u"Fehler", 0x0000FF, 0xFFFFFF},
-                                           {IconQuestion, u"Frage", 0xFF0000, 0xFFFFFF},
-                                           {IconExclamation, u"Warnung", 0x00FFFF, 0x000000}}};
+const std::map<std::uint32_t, DialogControl> Icons = {
+    {IconInformation, {{ControlKind::Label, u"Hinweis", {}}, {}, 0xFF0000, 0xFFFFFF}},
+    {IconCritical, {{ControlKind::Label, u"Fehler", {}}, {}, 0x0000FF, 0xFFFFFF}},
+    {IconQuestion, {{ControlKind::Label, u"Frage", {}}, {}, 0xFF0000, 0xFFFFFF}},
+    {IconExclamation, {{ControlKind::Label, u"Warnung", {}}, {}, 0x00FFFF, 0x000000}}};
 
 }  // namespace
 
@@ -132,7 +121,6 @@ void WindowShowModal(Handle window) {
 
 // Removes the window before its handlers are destroyed, because their destructors may call back.
 void WindowDestroy(Handle window) noexcept {
-    activeWindow = activeWindow == window ? 0 : activeWindow;
     const auto removed = windows.extract(window);
 }
 
@@ -192,9 +180,7 @@ bool ShowWindow(Handle window, std::int32_t command) {
         return false;
     }
     const bool earlier = std::exchange(found->visible, command != ShowHide);
-    if (command == ShowHide) {
-        activeWindow = activeWindow == window ? 0 : activeWindow;
-    } else if (activeWindow != window) {
+    if (found->visible && (!earlier || activeWindow != window)) {
         Activate(window);
     }
     return earlier;
@@ -214,11 +200,8 @@ std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& capti
         (type & ButtonsMask) == ButtonsYesNoCancel
             ? std::vector<BoxButton>{{u"Ja", AnswerYes}, {u"Nein", AnswerNo}, {u"Abbrechen", AnswerCancel}}
             : std::vector<BoxButton>{{u"OK", AnswerOk}};
-    const auto* const icon = std::ranges::find(Icons, type & IconMask, &BoxIcon::number);
     // Only the order of the positions matters: the icon, the text below it, and a row of buttons.
-    Dialog dialog{caption, true, false, {}};
-    dialog.controls.push_back({{ControlKind::Label, icon->word, {}}, {}, icon->background, icon->text});
-    dialog.controls.push_back({{ControlKind::Label, text, {0, 1, 0, 0}}});
+    Dialog dialog{caption, true, false, {Icons.at(type & IconMask), {{ControlKind::Label, text, {0, 1, 0, 0}}}}};
     for (const BoxButton& button : buttons) {
         const auto left = static_cast<std::int32_t>(dialog.controls.size());
         dialog.controls.push_back({{ControlKind::Button, button.caption, {left, 2, 0, 0}}});
