@@ -59,16 +59,6 @@ SortedArguments Sorted(const std::vector<Text>& arguments) {
     return sorted;
 }
 
-// Returns the path. Raises 5 (invalid argument) if it contains characters that aren't in the code page, which file
-// calls use.
-Text CheckedPath(const std::vector<Text>& paths, std::size_t index) {
-    Text path = index < paths.size() ? paths[index] : Text();
-    if (platform::TextFromAnsi(platform::AnsiFromText(path)) != path) {
-        RaiseUsage(u"»" + path + u"« enthält Zeichen außerhalb der Codepage.");
-    }
-    return path;
-}
-
 // Returns the names of a user given as "hugo", "OFFICE.hugo" or "office.example.hugo". The environment provides the
 // missing ones; only the environment's DNS domain is recognized as a prefix. A user name that contains a dot is
 // recognized only with an explicit domain, or if it is the current user's.
@@ -101,21 +91,30 @@ Arguments ParseArguments(const std::vector<Text>& arguments) {
     if (std::ranges::find(arguments, u"/?") != arguments.end()) {
         return {};
     }
+    for (const Text& argument : arguments) {
+        if (platform::TextFromAnsi(platform::AnsiFromText(argument)) != argument) {
+            RaiseUsage(u"»" + argument + u"« enthält Zeichen außerhalb der Codepage.");
+        }
+    }
     const SortedArguments sorted = Sorted(arguments);
-    const std::vector<Text>& others = sorted.others;
+    std::vector<Text> others = sorted.others;
     Arguments parsed{sorted.form->command, {}, {}, {}, {}};
     const bool isWho = parsed.command == Command::Who;
-    if (others.size() < sorted.form->least || others.size() > sorted.form->most || others[0].empty()) {
+    if (others.size() < sorted.form->least || others.size() > sorted.form->most) {
         RaiseUsage(Text(sorted.form->usage));
+    }
+    if (std::ranges::find(others, Text()) != others.end()) {
+        RaiseUsage(u"Ein Datei- oder Benutzername ist leer.");
     }
     if (isWho) {
         parsed.user = NamesOf(others[0], sorted);
     } else if (sorted.domain || sorted.dnsDomain) {
         RaiseUsage(u"/domaene und /dns gelten nur für /wer.");
     }
-    parsed.controlFile = CheckedPath(others, isWho ? 1 : 0);
-    parsed.target = isWho ? Text() : CheckedPath(others, 1);
-    parsed.earlierFile = CheckedPath(others, 2);
+    others.resize(3);
+    parsed.controlFile = others[isWho ? 1 : 0];
+    parsed.target = isWho ? Text() : others[1];
+    parsed.earlierFile = others[2];
     if (!parsed.target.empty() && !IsXmlPath(parsed.target) &&
         !platform::CharUpperW(parsed.target).ends_with(u".REG")) {
         RaiseUsage(u"»" + parsed.target + u"«: Das Ziel muss auf .reg oder .xml enden.");
