@@ -7,7 +7,6 @@
 #include "app/modTaskBar.h"
 #include "common/Error.h"
 #include "common/Text.h"
-#include "platform/ComponentCalls.h"
 #include "platform/Process.h"
 #include "platform/ScopedValue.h"
 #include "platform/WindowSystem.h"
@@ -130,15 +129,6 @@ platform::WindowDesign Design() {
             {platform::ControlKind::Button, button.caption, {button.left, button.top, 1335, 375}});
     }
     return design;
-}
-
-// Returns a failure's description. The system's words for a registry status are added because the description of such
-// an error is often empty. For a run-time error they would belong to an unrelated status with the same number.
-Text FailureText(const Error& error) {
-    const Text runtimeText = RuntimeErrorOf(static_cast<RuntimeError>(error.number)).description;
-    const bool isRuntimeError = !runtimeText.empty() && error.description == runtimeText;
-    const Text systemText = isRuntimeError ? Text() : platform::StatusText(error.number);
-    return Trim(Trim(Trim(error.description) + u" " + systemText) + u" (Fehler " + DecimalText(error.number) + u")");
 }
 
 }  // namespace

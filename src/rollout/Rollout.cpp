@@ -143,9 +143,10 @@ RolloutResult Import(const Arguments& arguments, Report& report) {
     const Text& path = arguments.controlFile;
     const CheckedTables tables = CheckedFile(path, report);
     const VersionTables machineTables = MachineTables(true);
-    Explain(
-        path, [&] { ImportTables(path, machineTables); },
-        u" Der Import wurde abgebrochen; die Tabellen sind unvollständig.");
+    if (const std::optional<Error> error = TrapError([&] { ImportTables(path, machineTables); })) {
+        Raise(error->number,
+              path + u": " + FailureText(*error) + u". Der Import wurde abgebrochen; die Tabellen sind unvollständig.");
+    }
     CompareWithFile(ReadStoredTables(), tables, report);
     return report.Finish(tables);
 }
@@ -159,7 +160,8 @@ RolloutResult Who(const Arguments& arguments, Report& report) {
     } else {
         tables = CheckedFile(arguments.controlFile, report);
     }
-    const ResolutionReport resolution = DescribeResolution(arguments.user, tables);
+    ResolutionReport resolution;
+    Explain(u"HKEY_CURRENT_USER", [&] { resolution = DescribeResolution(arguments.user, tables); });
     for (const Text& line : resolution.lines) {
         PrintLine(platform::StdOutputHandle, line);
     }

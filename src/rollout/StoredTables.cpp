@@ -5,6 +5,7 @@
 #include "common/Conversion.h"
 #include "common/Error.h"
 #include "settings/Registry.h"
+#include "version/modVTV4Version.h"
 
 namespace {
 
@@ -43,8 +44,7 @@ StoredTables ReadStoredTables() {
     for (CheckedTable& table : stored.tables) {
         const std::optional<Error> error = TrapError([&] { ReadTable(table, stored.findings); });
         if (error && error->number != platform::StatusFileNotFound) {
-            Raise(error->number, u"HKEY_LOCAL_MACHINE\\" + table.Key() + u": " + error->description + u" (Fehler " +
-                                     DecimalText(error->number) + u")");
+            Raise(error->number, u"HKEY_LOCAL_MACHINE\\" + table.Key() + u": " + FailureText({error->number, {}}));
         }
     }
     return stored;

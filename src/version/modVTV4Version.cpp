@@ -6,6 +6,7 @@
 
 #include "common/Environment.h"
 #include "common/Error.h"
+#include "platform/ComponentCalls.h"
 #include "platform/Process.h"
 #include "platform/WindowSystem.h"
 #include "products/modShellExec.h"
@@ -77,4 +78,12 @@ void FailureShow(const Text& failure, const Text& path, const Text& description)
     platform::MessageBoxW(failure + u"\r\n" + path + u"\r\n" + description,
                           platform::ProgramVersionGet().fileDescription,
                           platform::ButtonsOk + platform::IconExclamation);
+}
+
+// For a run-time error, the system's words would belong to an unrelated status with the same number.
+Text FailureText(const Error& error) {
+    const Text runtimeText = RuntimeErrorOf(static_cast<RuntimeError>(error.number)).description;
+    const bool isRuntimeError = !runtimeText.empty() && error.description == runtimeText;
+    const Text systemText = isRuntimeError ? Text() : platform::StatusText(error.number);
+    return Trim(Trim(Trim(error.description) + u" " + systemText) + u" (Fehler " + DecimalText(error.number) + u")");
 }

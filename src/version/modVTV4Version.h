@@ -3,6 +3,7 @@
 #include <array>
 #include <memory>
 
+#include "common/Error.h"
 #include "common/Text.h"
 #include "version/ForcedVersionTable.h"
 #include "version/Product.h"
@@ -47,3 +48,7 @@ void EditControlFile();
 // Shows a message box with the exclamation icon, titled with the program's file description. Its three lines are
 // `failure`, `path` and `description`.
 void FailureShow(const Text& failure, const Text& path, const Text& description);
+
+// Returns an error's description with its number. The system's words for a registry status are added, because the
+// description of such an error is often empty.
+Text FailureText(const Error& error);

@@ -1,3 +1,5 @@
+#include <SQLiteCpp/Database.h>
+
 #include <cstdlib>
 
 #include "Check.h"
@@ -31,4 +33,27 @@ TEST_CASE("vtv4v-reg handles control characters, a closed pipe and missing right
           "HKEY_LOCAL_MACHINE\\Software\\Vandrel\\Tallora\\V4: Schreiben ist nicht möglich; dazu sind "
           "Administratorrechte nötig.\n");
     CHECK(RawValue(platform::KeyLocalMachine, "Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion", "a"));
+}
+
+TEST_CASE("vtv4v-reg says in German why the registry stopped a command") {
+    const TestMachine machine;
+    const std::string file = OnDisk(machine.ControlFile()).string();
+    const std::string output = OnMachine("output").string();
+    DiskFile(file, "[Tallora]\na=1\n[Reporting]\n");
+    const std::string key = "Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion";
+    const std::string database = OnMachine("machine.db").string();
+    RawValueSet(platform::KeyCurrentUser, key, "", RawText("2147483648"));
+    CHECK(Run("/wer hugo", "2>'" + output + "'") == 2);
+    CHECK(*DiskFile(output) == "HKEY_CURRENT_USER: Überlauf.\n");
+    RawValueSet(platform::KeyLocalMachine, key, "b", RawNumber(1));
+    SQLite::Database(database, SQLite::OPEN_READWRITE)
+        .exec("CREATE TRIGGER refusal BEFORE INSERT ON value WHEN new.name = 'a' BEGIN SELECT RAISE(ABORT, ''); END");
+    CHECK(Run("/import '" + file + "'", "2>'" + output + "'") == 2);
+    CHECK(*DiskFile(output) == file + ": Die Registrierungsdatei \"" + database +
+                                   "\" kann nicht gelesen oder geschrieben werden. (Fehler 1117). Der Import wurde "
+                                   "abgebrochen; die Tabellen sind unvollständig.\n");
+    DiskFile(database, "damaged");
+    CHECK(Run("/wer hugo", "2>'" + output + "'") == 2);
+    CHECK(*DiskFile(output) == "HKEY_LOCAL_MACHINE\\" + key + ": Die Registrierungsdatei \"" + database +
+                                   "\" ist beschädigt oder keine Registrierung. (Fehler 1009)\n");
 }
