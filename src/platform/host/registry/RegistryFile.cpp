@@ -197,6 +197,9 @@ Database RegistryFile::RolledBackCopy() const {
     }
     Database memory(":memory:", SQLite::OPEN_READWRITE, 0);
     memory.Connection().backup(copy.c_str(), SQLite::Database::Load);
+    if (HasNoTables(memory)) {  // the change was the creation of the file
+        CreateTables(memory);
+    }
     std::filesystem::remove_all(folder, error);
     return memory;
 }

@@ -66,6 +66,33 @@ TEST_CASE("A registry file whose creation was interrupted is completed") {
     CHECK(RawValue(KeyCurrentUser, "k", "n") == RawNumber(1));
 }
 
+TEST_CASE("A process without write rights doesn't see what a killed process left unfinished") {
+    const TestMachine machine;
+    for (const std::string change : {"", "UPDATE value SET data = 2;"}) {
+        if (!change.empty()) {
+            RawValueSet(KeyLocalMachine, "k", "n", RawNumber(1));
+        }
+        const auto writer = Started([&]() -> int {
+            SQLite::Database database(OnMachine("machine.db").native(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
+            database.exec("PRAGMA cache_size = 1; BEGIN; CREATE TABLE large (n);" + change +
+                          "WITH RECURSIVE row (n) AS (VALUES (1) UNION ALL SELECT n + 1 FROM row LIMIT 500)"
+                          "INSERT INTO large SELECT zeroblob(1000) FROM row");
+            _exit(0);  // without a rollback
+        });
+        CHECK(ExitCode(writer) == 0);
+        const auto reader = Started([&] {
+            std::filesystem::permissions(OnMachine("machine.db"), std::filesystem::perms(0444));
+            std::filesystem::permissions(OnMachine(""), std::filesystem::perms(0555));
+            static_cast<void>(seteuid(65534));  // fails unless the test runs as root
+            return change.empty() ? Open("k", KeyQueryValue) : RawValue(KeyLocalMachine, "k", "n") != RawNumber(1);
+        });
+        CHECK(ExitCode(reader) == (change.empty() ? StatusFileNotFound : 0));
+        std::filesystem::permissions(OnMachine(""), std::filesystem::perms(0755));
+        std::filesystem::remove(OnMachine("machine.db"));
+        std::filesystem::remove(OnMachine("machine.db-journal"));
+    }
+}
+
 TEST_CASE("The sqlite3 shell shows the values") {
     const TestMachine machine;
     RawValueSet(KeyClassesRoot, "\xE4", "Zahl \xDC", RawNumber(0xFFFFFFFE));
