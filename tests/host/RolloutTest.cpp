@@ -16,13 +16,16 @@ int Run(const std::string& arguments, const std::string& redirection) {
 
 }  // namespace
 
-TEST_CASE("vtv4v-reg handles control characters, a closed pipe and missing rights") {
+TEST_CASE("vtv4v-reg handles control characters, duplicates, a closed pipe and no rights") {
     const TestMachine machine;
     const std::string file = OnDisk(machine.ControlFile()).string();
     const std::string output = OnMachine("output").string();
-    DiskFile(file, "[Tallora]\nx\x1B[2J\x9B\x7F\n[Reporting]\n");
+    DiskFile(file, "[Tallora]\nx\x1B[2J\x9B\x7F\na=1\nA=2\n[Reporting]\n");
     CHECK(Run("'" + file + "'", ">'" + output + "'") == 1);
-    CHECK(DiskFile(output)->starts_with("Zeile 2: »x\\x1B[2J›\\x7F« wird übersprungen: kein »=«\n"));
+    CHECK(*DiskFile(output) ==
+          "Zeile 2: »x\\x1B[2J›\\x7F« wird übersprungen: kein »=«\n"
+          "Warnung: Zeile 4: »A« steht schon in Zeile 3; die letzte Zahl gilt.\n"
+          "Einträge: Tallora 1, Reporting 0. Übersprungen: 1. Warnungen: 1.\n");
     CHECK(Run("'" + file + "' '" + file + ".reg'", "| true") == 0);
     CHECK(DiskFile(file + ".reg"));
     RawValueSet(platform::KeyLocalMachine, "Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion", "a", RawNumber(1));
