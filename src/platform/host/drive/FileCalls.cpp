@@ -31,11 +31,10 @@ Status CheckChange(const host::ResolvedPath& resolved) {
 // Returns the status that forbids adding or removing names in the parent folder, or success. The folder's owner write
 // bit counts for root too.
 Status CheckParentFolder(const fs::path& path) {
-    struct stat folder {};
-    if (stat(path.parent_path().c_str(), &folder) != 0) {
-        return host::StatusFromErrno(errno);
-    }
-    return (folder.st_mode & S_IWUSR) == 0 ? StatusAccessDenied : StatusSuccess;
+    std::error_code error;
+    const fs::perms permissions = fs::status(path.parent_path(), error).permissions();
+    const bool isReadOnly = (permissions & fs::perms::owner_write) == fs::perms::none;
+    return !error && isReadOnly ? StatusAccessDenied : host::StatusFromErrno(error.value());
 }
 
 Status CheckOpen(const host::ResolvedPath& resolved, std::uint32_t access, std::uint32_t disposition) {
@@ -48,13 +47,15 @@ Status CheckOpen(const host::ResolvedPath& resolved, std::uint32_t access, std::
     return resolved.status == StatusSuccess && !resolved.IsFile() ? StatusAccessDenied : resolved.status;
 }
 
-std::FILE* FileOf(Handle handle) {
-    const auto* const opened = host::HandleFindAs<host::OpenFile>(handle);
-    return opened == nullptr ? nullptr : opened->get();
-}
-
 Status StatusIf(bool succeeded) {
     return succeeded ? StatusSuccess : host::StatusFromErrno(errno);
+}
+
+// Runs `operation` on the open file. It returns false and sets errno on failure.
+template <typename Operation>
+Status UseFile(Handle handle, const Operation& operation) {
+    const auto* const opened = host::HandleFindAs<host::OpenFile>(handle);
+    return opened == nullptr ? StatusInvalidHandle : StatusIf(operation(opened->get()));
 }
 
 // Ignores a failure: the file already has its new name, and not every file system can flush a folder.
@@ -88,25 +89,18 @@ Status CreateFileA(const std::string& path, std::uint32_t access, std::uint32_t 
 
 Status ReadFile(Handle file, std::span<char> buffer, std::uint32_t& read) {
     read = 0;
-    std::FILE* const opened = FileOf(file);
-    if (opened == nullptr) {
-        return StatusInvalidHandle;
-    }
-    read = static_cast<std::uint32_t>(std::fread(buffer.data(), 1, buffer.size(), opened));
-    return StatusIf(std::ferror(opened) == 0);
+    return UseFile(file, [&](std::FILE* opened) {
+        read = static_cast<std::uint32_t>(std::fread(buffer.data(), 1, buffer.size(), opened));
+        return std::ferror(opened) == 0;
+    });
 }
 
 Status WriteFile(Handle file, std::string_view data) {
-    std::FILE* const opened = FileOf(file);
-    if (opened == nullptr) {
-        return StatusInvalidHandle;
-    }
-    return StatusIf(std::fwrite(data.data(), 1, data.size(), opened) == data.size());
+    return UseFile(file, [&](auto* opened) { return std::fwrite(data.data(), 1, data.size(), opened) == data.size(); });
 }
 
 Status FlushFileBuffers(Handle file) {
-    std::FILE* const opened = FileOf(file);
-    return opened == nullptr ? StatusInvalidHandle : StatusIf(fsync(fileno(opened)) == 0);
+    return UseFile(file, [](auto* opened) { return fsync(fileno(opened)) == 0; });
 }
 
 Status CopyPermissions(const std::string& path, Handle file) {
@@ -114,15 +108,13 @@ Status CopyPermissions(const std::string& path, Handle file) {
     if (const Status status = CheckChange(source); status != StatusSuccess) {
         return status;
     }
-    std::FILE* const opened = FileOf(file);
-    struct stat permissions {};
-    if (opened == nullptr) {
-        return StatusInvalidHandle;
-    }
-    // Sets the mode last, because a change of owner may clear some of its bits.
-    return StatusIf(stat(source.path.c_str(), &permissions) == 0 &&
-                    fchown(fileno(opened), permissions.st_uid, permissions.st_gid) == 0 &&
-                    fchmod(fileno(opened), permissions.st_mode & 07777U) == 0);
+    return UseFile(file, [&](std::FILE* opened) {
+        struct stat permissions {};
+        // Sets the mode last, because a change of owner may clear some of its bits.
+        return stat(source.path.c_str(), &permissions) == 0 &&
+               fchown(fileno(opened), permissions.st_uid, permissions.st_gid) == 0 &&
+               fchmod(fileno(opened), permissions.st_mode & 07777U) == 0;
+    });
 }
 
 Status MoveFileExA(const std::string& from, const std::string& to) {
@@ -146,13 +138,11 @@ Status MoveFileExA(const std::string& from, const std::string& to) {
 Status DeleteFileA(const std::string& path) noexcept {
     try {
         const host::ResolvedPath resolved = host::ResolvePath(path);
-        if (const Status status = CheckChange(resolved); status != StatusSuccess) {
-            return status;
+        Status status = CheckChange(resolved);
+        if (status == StatusSuccess) {
+            status = CheckParentFolder(resolved.path);
         }
-        if (const Status status = CheckParentFolder(resolved.path); status != StatusSuccess) {
-            return status;
-        }
-        return StatusIf(unlink(resolved.path.c_str()) == 0);
+        return status == StatusSuccess ? StatusIf(unlink(resolved.path.c_str()) == 0) : status;
     } catch (const std::bad_alloc&) {
         return host::StatusFromErrno(ENOMEM);
     }
