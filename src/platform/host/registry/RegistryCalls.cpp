@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
-#include <optional>
 #include <sstream>
 #include <vector>
 
+#include "platform/Bytes.h"
 #include "platform/Regional.h"
 #include "platform/host/HandleTable.h"
 #include "platform/host/Machine.h"
@@ -99,27 +99,21 @@ Levels LevelsFrom(const std::string& path) {
     return levels;
 }
 
-std::optional<OpenKey> RootOf(Handle handle) {
+// Returns the key of a handle, or null if the handle is invalid. The key may have been deleted.
+const OpenKey* FindOpenKey(Handle handle) {
     constexpr std::int32_t allRights = -1;
-    switch (handle) {
-        case KeyClassesRoot:
-            return OpenKey{false, host::ClassesKey, allRights};
-        case KeyCurrentUser:
-            return OpenKey{true, host::RootKey, allRights};
-        case KeyLocalMachine:
-            return OpenKey{false, host::RootKey, allRights};
-        case KeyUsers:
-            return OpenKey{true, host::UsersKey, KeyQueryValue | KeyEnumerateSubKeys};
-        default:
-            return {};
-    }
+    static const std::map<Handle, OpenKey> roots = {
+        {KeyClassesRoot, {false, host::ClassesKey, allRights}},
+        {KeyCurrentUser, {true, host::RootKey, allRights}},
+        {KeyLocalMachine, {false, host::RootKey, allRights}},
+        {KeyUsers, {true, host::UsersKey, KeyQueryValue | KeyEnumerateSubKeys}}};
+    const auto root = roots.find(handle);
+    return root == roots.end() ? host::HandleFindAs<OpenKey>(handle) : &root->second;
 }
 
-// Returns the key of a handle. Throws 6 if the handle is invalid, 5 if it lacks one of `rights`. The key may have been
-// deleted.
+// Returns the key of a handle. Throws 6 if the handle is invalid, 5 if it lacks one of `rights`.
 OpenKey KeyOf(Handle handle, std::int32_t rights) {
-    const std::optional<OpenKey> root = RootOf(handle);
-    const OpenKey* const key = root ? &*root : host::HandleFindAs<OpenKey>(handle);
+    const OpenKey* const key = FindOpenKey(handle);
     RefuseUnless(key != nullptr, StatusInvalidHandle);
     RefuseUnless((rights & ~key->rights) == 0, StatusAccessDenied);
     return *key;
@@ -169,14 +163,14 @@ OpenKey CreateKey(OpenKey start, const Levels& levels) {
     RefuseUnless(std::ranges::all_of(levels, [](const auto& level) { return level.size() <= LongestKeyName; }),
                  StatusInvalidParameter);
     Database& database = FileOf(start).ForWriting();
-    SQLite::Transaction transaction(database.Connection(), SQLite::TransactionBehavior::IMMEDIATE);
+    SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
     for (const std::u16string& level : levels) {
         const std::int64_t parent = start.key;
         start.key = KeyBelow(database, parent, {&level, 1});
         if (start.key == 0) {
             RefuseUnless(parent != host::UsersKey, StatusAccessDenied);
             Query(database, InsertSubKey, parent, host::ToUtf8(level), '\\' + Folded(level))->exec();
-            start.key = database.Connection().getLastInsertRowid();
+            start.key = database.getLastInsertRowid();
         }
     }
     transaction.commit();
@@ -190,6 +184,27 @@ Handle OpenHandle(const OpenKey& key, std::int32_t access) {
         FileOf(key).RequireWritable();
     }
     return host::HandleAdd(OpenKey{key.isUsers, key.key, access});
+}
+
+// Binds the data of a value. Stores 32-bit numbers as integers and strings as text without their terminator, so that
+// SQLite's own shell can show them, and any other data as a blob.
+void BindData(Query& query, int parameter, std::uint32_t type, const std::string& bytes) {
+    const bool isText = type == RegSz || type == RegExpandSz;
+    if (isText && !bytes.empty() && bytes.find('\0') == bytes.size() - 1) {
+        query->bind(parameter, host::ToUtf8(TextFromAnsi(bytes.substr(0, bytes.size() - 1))));
+    } else if (type == RegDword && bytes.size() == sizeof(std::uint32_t)) {
+        query->bind(parameter, NumberFromBytes(bytes));
+    } else {
+        query->bind(parameter, bytes.data(), static_cast<int>(bytes.size()));
+    }
+}
+
+// Returns data that BindData stored.
+std::string DataOf(const SQLite::Column& column) {
+    if (column.isInteger()) {
+        return BytesFromNumber(column.getUInt());
+    }
+    return column.isText() ? AnsiFromText(host::FromUtf8(column.getString())) + '\0' : column.getString();
 }
 
 // Copies a value's data to the caller's buffer and its size to `size`. Throws 234 if the buffer is too small.
@@ -217,8 +232,11 @@ Status RegOpenKeyExA(Handle key, const std::string& subKey, std::uint32_t /*opti
 }
 
 Status RegCloseKey(Handle key) noexcept {
-    const bool closed = RootOf(key) || (host::HandleFindAs<OpenKey>(key) != nullptr && host::HandleRemove(key));
-    return closed ? StatusSuccess : StatusInvalidHandle;
+    if (FindOpenKey(key) == nullptr) {
+        return StatusInvalidHandle;
+    }
+    host::HandleRemove(key);  // no effect on a predefined key
+    return StatusSuccess;
 }
 
 Status RegCreateKeyExA(Handle key, const std::string& subKey, const std::string& /*className*/,
@@ -273,7 +291,7 @@ Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::
         Query value(FileOf(open).ForReading(), SelectValueAt, open.key, index);
         RefuseUnless(value->executeStep(), StatusKeyDeleted);
         RefuseUnless(index >= 0 && !value->isColumnNull(0), StatusNoMoreItems);
-        CopyData(value.Data(1), data, dataSize);
+        CopyData(DataOf(value->getColumn(1)), data, dataSize);
         CopyName(value->getColumn(2), name, nameSize);
         type = value->getColumn(0);
     });
@@ -287,7 +305,7 @@ Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type
         Query value(FileOf(open).ForReading(), SelectValue, open.key, folded);
         RefuseUnless(value->executeStep(), StatusKeyDeleted);
         RefuseUnless(!value->isColumnNull(0), StatusFileNotFound);
-        CopyData(value.Data(1), data, dataSize);
+        CopyData(DataOf(value->getColumn(1)), data, dataSize);
         type = value->getColumn(0);
     });
 }
@@ -297,7 +315,7 @@ Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, s
         const std::u16string valueName = ValueName(name, StatusInvalidParameter);
         const OpenKey open = KeyOf(key, KeySetValue);
         Query query(FileOf(open).ForWriting(), InsertValue, open.key, host::ToUtf8(valueName), Folded(valueName), type);
-        query.BindData(5, type, StoredData(type, data));
+        BindData(query, 5, type, StoredData(type, data));
         RefuseUnless(query->exec() != 0, StatusKeyDeleted);
     });
 }

@@ -6,8 +6,8 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <map>
 #include <system_error>
-#include <tuple>
 #include <utility>
 
 #include "platform/host/StatusFromErrno.h"
@@ -59,13 +59,9 @@ bool IsSameFile(const struct stat& one, const struct stat& other) {
            (one.st_size == 0) == (other.st_size == 0);
 }
 
-bool HasNoTables(Database& database) {
-    return database.Connection().execAndGet("SELECT count(*) FROM sqlite_master").getInt() == 0;
-}
-
 // False if a killed process left a change that this process isn't allowed to roll back.
 bool CanRead(Database& database) {
-    return database.Connection().tryExec("SELECT count(*) FROM sqlite_master") != SQLITE_READONLY;
+    return database.tryExec("SELECT count(*) FROM sqlite_master") != SQLITE_READONLY;
 }
 
 }  // namespace
@@ -77,7 +73,7 @@ RegistryFile::RegistryFile(std::filesystem::path path, std::string root)
 Database& RegistryFile::ForReading() {
     const struct stat now = FileStatus();
     if (database_ && IsSameFile(now, opened_) && (writable_ || CanRead(*database_))) {
-        database_->Connection().setBusyTimeout(BusyMilliseconds());
+        database_->setBusyTimeout(BusyMilliseconds());
         return *database_;
     }
     database_.reset();
@@ -85,7 +81,7 @@ Database& RegistryFile::ForReading() {
                 ProcessMay(W_OK, path_.parent_path());  // SQLite's journal is next to the file
     opened_ = now;
     try {
-        database_ = now.st_size == 0 ? EmptyRegistry() : OpenFile(SQLite::OPEN_READWRITE);
+        database_ = Open(now.st_size == 0 ? ":memory:" : path_.native(), SQLite::OPEN_READWRITE);
     } catch (const SQLite::Exception& exception) {
         if (exception.getExtendedErrorCode() != SQLITE_READONLY_ROLLBACK) {
             throw;
@@ -99,7 +95,12 @@ Database& RegistryFile::ForReading() {
 Database& RegistryFile::ForWriting() {
     RequireWritable();
     if (opened_.st_size == 0) {
-        CreateFile();
+        std::error_code error;
+        std::filesystem::create_directories(path_.parent_path(), error);
+        if (error) {
+            throw Failure(StatusFromErrno(error.value()));
+        }
+        Open(path_.native(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
         ForReading();
     }
     return *database_;
@@ -114,38 +115,31 @@ void RegistryFile::RequireWritable() {
 }
 
 RegistryFailure RegistryFile::FailureFrom(const SQLite::Exception& exception) {
-    switch (exception.getErrorCode()) {
-        case SQLITE_BUSY:
-            lastBusy_ = std::chrono::steady_clock::now();
-            return Failure(StatusBusy);
-        case SQLITE_NOTADB:
-        case SQLITE_CORRUPT:
-        case SQLITE_ERROR:  // a database without the registry's tables
-            return Failure(StatusDatabaseDamaged);
-        case SQLITE_FULL:
-            return Failure(StatusDiskFull);
-        case SQLITE_READONLY:
-        case SQLITE_CANTOPEN:
-            return Failure(StatusAccessDenied);
-        default:
-            return Failure(StatusIoDevice);
+    static const std::map<int, Status> statuses = {{SQLITE_BUSY, StatusBusy},
+                                                   {SQLITE_NOTADB, StatusDatabaseDamaged},
+                                                   {SQLITE_CORRUPT, StatusDatabaseDamaged},
+                                                   {SQLITE_ERROR, StatusDatabaseDamaged},  // has other tables
+                                                   {SQLITE_FULL, StatusDiskFull},
+                                                   {SQLITE_READONLY, StatusAccessDenied},
+                                                   {SQLITE_CANTOPEN, StatusAccessDenied}};
+    const auto found = statuses.find(exception.getErrorCode());
+    const Status status = found == statuses.end() ? StatusIoDevice : found->second;
+    if (status == StatusBusy) {
+        lastBusy_ = std::chrono::steady_clock::now();
     }
+    return Failure(status);
 }
 
 RegistryFailure RegistryFile::Failure(Status status) const {
-    const std::u16string file = u"Die Registrierungsdatei \"" + path_.u16string() + u"\" ";
-    switch (status) {
-        case StatusBusy:
-            return {status, file + u"wird von einem anderen Programm gesperrt."};
-        case StatusDatabaseDamaged:
-            return {status, file + u"ist beschädigt oder keine Registrierung."};
-        case StatusDiskFull:
-            return {status, file + u"kann nicht wachsen: Der Datenträger ist voll."};
-        case StatusAccessDenied:
-            return {status, file + u"erlaubt diesen Zugriff nicht."};
-        default:
-            return {status, file + u"kann nicht gelesen oder geschrieben werden."};
-    }
+    static const std::map<Status, const char16_t*> sentences = {
+        {StatusBusy, u"wird von einem anderen Programm gesperrt."},
+        {StatusDatabaseDamaged, u"ist beschädigt oder keine Registrierung."},
+        {StatusDiskFull, u"kann nicht wachsen: Der Datenträger ist voll."},
+        {StatusAccessDenied, u"erlaubt diesen Zugriff nicht."}};
+    const auto found = sentences.find(status);
+    const char16_t* const end =
+        found == sentences.end() ? u"kann nicht gelesen oder geschrieben werden." : found->second;
+    return {status, u"Die Registrierungsdatei \"" + path_.u16string() + u"\" " + end};
 }
 
 // Returns all zeros if the file is missing. Throws if the path leads to something that can't be a registry file.
@@ -171,21 +165,25 @@ int RegistryFile::BusyMilliseconds() const {
     return lastBusy_ && std::chrono::steady_clock::now() - *lastBusy_ < pause ? 0 : longestWait;
 }
 
-// Opens the file with a rollback journal that is truncated after each change: reading then needs no further file, and
-// thus no right to create one. Changes survive the death of the process, but not a power failure.
-Database RegistryFile::OpenFile(int flags) const {
-    Database database(path_.native(), flags, BusyMilliseconds());
-    database.Connection().exec("PRAGMA journal_mode = TRUNCATE; PRAGMA synchronous = OFF");
-    if (HasNoTables(database)) {  // a new file, or a process was killed while it created the file
-        CreateTables(database);
+// Opens a database with a rollback journal that is truncated after each change: reading then needs no further file, and
+// thus no right to create one. Changes survive the death of the process, but not a power failure. Creates the tables of
+// a new file, and of one whose creating process was killed, in one transaction, even if two processes do so at once.
+Database RegistryFile::Open(const std::string& path, int flags) const {
+    Database database(path, flags | SQLite::OPEN_NOMUTEX, BusyMilliseconds());
+    database.exec("PRAGMA journal_mode = TRUNCATE; PRAGMA synchronous = OFF");
+    if (database.execAndGet("SELECT count(*) FROM sqlite_master").getInt() == 0) {
+        SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
+        database.exec(Tables);
+        Query(database, InsertTop, root_)->exec();
+        transaction.commit();
     }
     return database;
 }
 
-// Returns a copy in memory, without the change that a killed process left unfinished and that this process isn't
-// allowed to roll back in the file.
+// Returns a temporary copy without the change that a killed process left unfinished and that this process isn't allowed
+// to roll back in the file.
 Database RegistryFile::RolledBackCopy() const {
-    std::error_code error;  // ignored; loading the copy reports a missing file
+    std::error_code error;  // ignored; opening the copy reports a missing file
     std::string folder = (std::filesystem::temp_directory_path(error) / "vtv4v-XXXXXX").native();
     if (mkdtemp(folder.data()) == nullptr) {
         throw Failure(StatusFromErrno(errno));
@@ -195,37 +193,9 @@ Database RegistryFile::RolledBackCopy() const {
         std::filesystem::copy_file(path_.native() + suffix, copy.native() + suffix, error);
         std::filesystem::permissions(copy.native() + suffix, std::filesystem::perms::owner_all, error);
     }
-    Database memory(":memory:", SQLite::OPEN_READWRITE, 0);
-    memory.Connection().backup(copy.c_str(), SQLite::Database::Load);
-    if (HasNoTables(memory)) {  // the change was the creation of the file
-        CreateTables(memory);
-    }
-    std::filesystem::remove_all(folder, error);
-    return memory;
-}
-
-Database RegistryFile::EmptyRegistry() const {
-    Database database(":memory:", SQLite::OPEN_READWRITE, 0);
-    CreateTables(database);
+    Database database = Open(copy.native(), SQLite::OPEN_READWRITE);
+    std::filesystem::remove_all(folder, error);  // the open file remains readable
     return database;
-}
-
-// Creates the folder and the file. The tables are created in one transaction, even if two processes create them at
-// once.
-void RegistryFile::CreateFile() const {
-    std::error_code error;
-    std::filesystem::create_directories(path_.parent_path(), error);
-    if (error) {
-        throw Failure(StatusFromErrno(error.value()));
-    }
-    std::ignore = OpenFile(SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
-}
-
-void RegistryFile::CreateTables(Database& database) const {
-    SQLite::Transaction transaction(database.Connection(), SQLite::TransactionBehavior::IMMEDIATE);
-    database.Connection().exec(Tables);
-    Query(database, InsertTop, root_)->exec();
-    transaction.commit();
 }
 
 }  // namespace platform::host

@@ -46,11 +46,8 @@ private:
     [[nodiscard]] RegistryFailure Failure(Status status) const;
     [[nodiscard]] struct stat FileStatus() const;
     [[nodiscard]] int BusyMilliseconds() const;
-    [[nodiscard]] Database OpenFile(int flags) const;
+    Database Open(const std::string& path, int flags) const;
     [[nodiscard]] Database RolledBackCopy() const;
-    [[nodiscard]] Database EmptyRegistry() const;
-    void CreateFile() const;
-    void CreateTables(Database& database) const;
 
     std::filesystem::path path_;
     std::string root_;
