@@ -1,5 +1,7 @@
 #include "platform/host/process/ClassValue.h"
 
+#include <algorithm>
+
 #include "platform/Bytes.h"
 #include "platform/Process.h"
 #include "platform/RegistryCalls.h"
@@ -8,65 +10,52 @@ namespace platform::host {
 
 namespace {
 
-struct ClassValue {
-    std::uint32_t type = RegNone;
-    std::string data;
-};
-
-Status ReadValue(const std::string& key, const std::string& name, ClassValue& value) {
+Status ReadValue(const std::string& key, const std::string& name, std::uint32_t& type, std::string& data) {
     constexpr std::uint32_t longestCommandLine = 32767;
     Handle opened = 0;
     Status status = RegOpenKeyExA(KeyClassesRoot, key, 0, KeyQueryValue, opened);
-    if (status != StatusSuccess) {
-        return status;
+    if (status == StatusSuccess) {
+        std::uint32_t size = longestCommandLine;
+        data.resize(size);
+        status = RegQueryValueExA(opened, name, type, data, size);
+        data.resize(status == StatusSuccess ? size : 0);
+        RegCloseKey(opened);
     }
-    value.data.resize(longestCommandLine);
-    std::uint32_t size = longestCommandLine;
-    status = RegQueryValueExA(opened, name, value.type, value.data, size);
-    RegCloseKey(opened);
-    value.data.resize(status == StatusSuccess ? size : 0);
     return status;
 }
 
 // Replaces each "%NAME%" by the variable's value. Unset variables remain as they are, and so does "%1".
-std::string ExpandVariables(const std::string& text) {
-    std::string expanded;
-    std::size_t start = 0;
-    for (;;) {
-        const std::size_t first = text.find('%', start);
-        const std::size_t last = first == std::string::npos ? first : text.find('%', first + 1);
-        if (last == std::string::npos) {
-            return expanded + text.substr(start);
+std::string ExpandVariables(std::string text) {
+    std::size_t end = 0;
+    for (std::size_t start = text.find('%'); start != std::string::npos; start = text.find('%', end)) {
+        end = std::min(text.find('%', start + 1), text.size());
+        const std::string value = GetEnvironmentVariableA(text.substr(start + 1, end - start - 1));
+        if (end < text.size() && !value.empty()) {
+            text.replace(start, end - start + 1, value);
+            end = start + value.size();
         }
-        const std::string value = GetEnvironmentVariableA(text.substr(first + 1, last - first - 1));
-        const std::size_t end = value.empty() ? last : first;
-        expanded += text.substr(start, end - start) + value;
-        start = value.empty() ? last : last + 1;
     }
+    return text;
 }
 
 }  // namespace
 
 Status ClassText(const std::string& key, std::string& text) {
-    text.clear();
-    ClassValue value;
-    if (const Status status = ReadValue(key, "", value); status != StatusSuccess) {
-        return status;
-    }
-    if (value.type != RegSz && value.type != RegExpandSz) {
-        return StatusFileNotFound;
-    }
-    text = value.data.substr(0, value.data.find('\0'));
-    if (value.type == RegExpandSz) {
+    std::uint32_t type = RegNone;
+    std::string data;
+    const Status status = ReadValue(key, "", type, data);
+    const bool isText = type == RegSz || type == RegExpandSz;
+    text = isText ? data.substr(0, data.find('\0')) : "";
+    if (type == RegExpandSz) {
         text = ExpandVariables(text);
     }
-    return StatusSuccess;
+    return status == StatusSuccess && !isText ? StatusFileNotFound : status;
 }
 
 std::uint32_t ClassNumber(const std::string& key, const std::string& name) {
-    ClassValue value;
-    const Status status = ReadValue(key, name, value);
-    return status == StatusSuccess && value.type == RegDword ? NumberFromBytes(value.data) : 0;
+    std::uint32_t type = RegNone;
+    std::string data;
+    return ReadValue(key, name, type, data) == StatusSuccess && type == RegDword ? NumberFromBytes(data) : 0;
 }
 
 }  // namespace platform::host

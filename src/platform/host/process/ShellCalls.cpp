@@ -38,17 +38,14 @@ std::vector<std::string> SplitCommandLine(const std::string& commandLine) {
     bool isQuoted = false;
     bool isInArgument = false;
     for (const char next : commandLine) {
-        if (!isQuoted && (next == ' ' || next == '\t')) {
-            isInArgument = false;
-            continue;
-        }
-        if (!isInArgument) {
+        const bool isSeparator = !isQuoted && (next == ' ' || next == '\t');
+        if (!isSeparator && !isInArgument) {
             arguments.emplace_back();
         }
-        isInArgument = true;
+        isInArgument = !isSeparator;
         if (next == '"') {
             isQuoted = !isQuoted;
-        } else {
+        } else if (isInArgument) {
             arguments.back() += next;
         }
     }
