@@ -43,26 +43,23 @@ Status ReadBased(std::string_view& text, std::int32_t& number) {
         return DispTypeMismatch;
     }
     text.remove_prefix(2);
-    const std::string digits = Take(text, isHexadecimal ? "0123456789ABCDEFabcdef" : "01234567");
-    if (digits.empty()) {
-        return DispTypeMismatch;
-    }
     std::uint32_t bits = 0;
-    const auto parsed = std::from_chars(digits.data(), digits.data() + digits.size(), bits, isHexadecimal ? 16 : 8);
+    const auto parsed = std::from_chars(text.data(), text.data() + text.size(), bits, isHexadecimal ? 16 : 8);
+    text.remove_prefix(static_cast<std::size_t>(parsed.ptr - text.data()));
     number = static_cast<std::int32_t>(bits);
-    return parsed.ec == std::errc() ? StatusSuccess : DispOverflow;
+    return parsed.ec == std::errc()                   ? StatusSuccess
+           : parsed.ec == std::errc::invalid_argument ? DispTypeMismatch
+                                                      : DispOverflow;
 }
 
 // Leaves a malformed exponent in `text`.
 int TakeExponent(std::string_view& text) {
     constexpr int largest = 99999;  // more than the length of any text
     std::string_view rest = text;
-    if (Take(rest, "eE").size() != 1) {
-        return 0;
-    }
+    const std::string symbol = Take(rest, "eE");
     const std::string sign = Take(rest, "+-");
     const std::string digits = Take(rest, Digits);
-    if (sign.size() > 1 || digits.empty()) {
+    if (symbol.size() != 1 || sign.size() > 1 || digits.empty()) {
         return 0;
     }
     text = rest;

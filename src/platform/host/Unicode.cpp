@@ -19,8 +19,4 @@ std::string ToUtf8(const std::u16string& text) {
     return std::filesystem::path(text).native();
 }
 
-bool IsSameName(const std::u16string& one, const std::u16string& other) {
-    return one.size() == other.size() && CharUpperW(one) == CharUpperW(other);
-}
-
 }  // namespace platform::host

@@ -9,7 +9,4 @@ namespace platform::host {
 std::u16string FromUtf8(const std::string& bytes);
 std::string ToUtf8(const std::u16string& text);
 
-// Compares names on the machine, ignoring letter case.
-bool IsSameName(const std::u16string& one, const std::u16string& other);
-
 }  // namespace platform::host

@@ -54,7 +54,6 @@ public:
                 std::cout << '\n';
                 return {UserAction::Kind::Close};
             }
-            line.erase(line.find_last_not_of('\r') + 1);
             const std::u16string typed = FromUtf8(line);
             if (isatty(STDIN_FILENO) != 1) {  // a terminal echoes the line itself
                 std::cout << DisplayText(typed) << '\n';

@@ -88,7 +88,9 @@ NewtForm::~NewtForm() {
 
 NewtInput NewtForm::Run() {
     WatchScreenSize();
-    if (IsScreenResized()) {
+    winsize screen{};  // may have changed while newt wasn't watching it
+    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &screen) == 0 && screen.ws_col != 0 &&
+        (screen.ws_col != columns_ || screen.ws_row != rows_)) {
         return {NEWT_KEY_RESIZE};
     }
     ShowToolTip();
@@ -100,13 +102,6 @@ NewtInput NewtForm::Run() {
         ShowToolTip();
     }
     return {key, pressed};
-}
-
-// The size may have changed while newt wasn't watching it.
-bool NewtForm::IsScreenResized() const {
-    winsize screen{};
-    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &screen) == 0 && screen.ws_col != 0 &&
-           (screen.ws_col != columns_ || screen.ws_row != rows_);
 }
 
 // Returns Enter for a pressed button.

@@ -36,7 +36,6 @@ public:
     [[nodiscard]] std::optional<std::size_t> Focus() const;
 
 private:
-    [[nodiscard]] bool IsScreenResized() const;
     [[nodiscard]] int NextKey() const;
     [[nodiscard]] newtComponent CreateButton(std::size_t number) const;
     [[nodiscard]] newtComponent CreateLabel(const DialogControl& label, int maxRows);

@@ -83,10 +83,7 @@ void Activate(Handle window) {
 constexpr std::uint32_t ButtonsMask = 0x0F;
 constexpr std::uint32_t IconMask = 0xF0;
 
-struct BoxButton {
-    const char16_t* caption;
-    std::int32_t answer;
-};
+using BoxButtons = std::vector<std::pair<const char16_t*, std::int32_t>>;  // captions and answers
 
 // An icon is drawn as a word in colour.
 const std::map<std::uint32_t, DialogControl> Icons = {
@@ -196,21 +193,20 @@ std::int32_t SetWindowLongA(Handle /*window*/, std::int32_t /*index*/, std::int3
 }
 
 std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& caption, std::uint32_t type) {
-    const std::vector<BoxButton> buttons =
-        (type & ButtonsMask) == ButtonsYesNoCancel
-            ? std::vector<BoxButton>{{u"Ja", AnswerYes}, {u"Nein", AnswerNo}, {u"Abbrechen", AnswerCancel}}
-            : std::vector<BoxButton>{{u"OK", AnswerOk}};
+    const BoxButtons buttons = (type & ButtonsMask) == ButtonsYesNoCancel
+                                   ? BoxButtons{{u"Ja", AnswerYes}, {u"Nein", AnswerNo}, {u"Abbrechen", AnswerCancel}}
+                                   : BoxButtons{{u"OK", AnswerOk}};
     // Only the order of the positions matters: the icon, the text below it, and a row of buttons.
     Dialog dialog{caption, true, false, {Icons.at(type & IconMask), {{ControlKind::Label, text, {0, 1, 0, 0}}}}};
-    for (const BoxButton& button : buttons) {
+    for (const auto& button : buttons) {
         const auto left = static_cast<std::int32_t>(dialog.controls.size());
-        dialog.controls.push_back({{ControlKind::Button, button.caption, {left, 2, 0, 0}}});
+        dialog.controls.push_back({{ControlKind::Button, button.first, {left, 2, 0, 0}}});
     }
     const Handle owner = activeWindow;
     const UserAction action = host::ShowDialog(dialog)->Next();
     Activate(owner);
     // The close box means Cancel, or the only button.
-    return action.kind == UserAction::Kind::Click ? buttons.at(action.control - 2).answer : buttons.back().answer;
+    return action.kind == UserAction::Kind::Click ? buttons.at(action.control - 2).second : buttons.back().second;
 }
 
 void MessageBeep() {

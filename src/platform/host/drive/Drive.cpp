@@ -30,10 +30,10 @@ ResolvedPath FindName(const fs::path& folder, const std::string& name) {
     if (!exact.IsMissing()) {
         return exact;
     }
-    const std::u16string wanted = FromUtf8(name);
+    const std::u16string wanted = CharUpperW(FromUtf8(name));
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-        if (IsSameName(FromUtf8(entry->path().filename().native()), wanted)) {
+        if (CharUpperW(FromUtf8(entry->path().filename().native())) == wanted) {
             return StatPath(entry->path());
         }
     }
