@@ -6,14 +6,6 @@
 
 namespace platform::host {
 
-namespace {
-
-bool IsControlCharacter(char16_t character) {
-    return (character < u' ' && character != u'\n') || (character >= 0x7F && character < 0xA0);
-}
-
-}  // namespace
-
 std::vector<std::size_t> ButtonsOf(const Dialog& dialog) {
     std::vector<std::size_t> buttons;
     for (std::size_t control = 0; control < dialog.controls.size(); ++control) {
@@ -25,8 +17,9 @@ std::vector<std::size_t> ButtonsOf(const Dialog& dialog) {
 }
 
 std::string DisplayText(std::u16string text) {
+    const auto isControl = [](char16_t it) { return (it < u' ' && it != u'\n') || (it >= 0x7F && it < 0xA0); };
     std::erase(text, u'\r');
-    std::ranges::replace_if(text, IsControlCharacter, u' ');
+    std::ranges::replace_if(text, isControl, u' ');
     return ToUtf8(text);
 }
 

@@ -18,8 +18,6 @@ class NewtView;
 // The visible dialogs, the lowest first. While there are any, newt draws on the terminal.
 std::vector<NewtView*> views;
 
-void RedrawAll();
-
 // True if the Escape just read begins the sequence of a key that newt doesn't know. Skips the rest of the sequence.
 bool SkipUnknownKey() {
     if (SLang_input_pending(0) <= 0) {
@@ -87,18 +85,16 @@ public:
     }
 
 private:
+    static void RedrawAll() {
+        std::for_each(views.rbegin(), views.rend(), [](NewtView* view) { view->Erase(); });
+        ResizeScreen();
+        std::ranges::for_each(views, &NewtView::Draw);
+    }
+
     Dialog dialog_;
     std::optional<std::size_t> focus_;
     std::unique_ptr<NewtForm> form_;
 };
-
-void RedrawAll() {
-    std::for_each(views.rbegin(), views.rend(), [](NewtView* view) { view->Erase(); });
-    ResizeScreen();
-    for (NewtView* const view : views) {
-        view->Draw();
-    }
-}
 
 }  // namespace
 

@@ -40,16 +40,13 @@ ResolvedPath FindName(const fs::path& folder, const std::string& name) {
     return exact;
 }
 
-bool HasDrive(const std::string& path) {
-    return std::isalpha(static_cast<unsigned char>(path[0])) != 0 && path.substr(1, 2) == ":/";
-}
-
 }  // namespace
 
 ResolvedPath ResolvePath(std::string_view path) {
     std::string text = ToUtf8(TextFromAnsi(std::string(path)));
     std::ranges::replace(text, '\\', '/');
-    if (!HasDrive(text)) {
+    const bool hasDrive = std::isalpha(static_cast<unsigned char>(text[0])) != 0 && text.substr(1, 2) == ":/";
+    if (!hasDrive) {
         std::error_code error;
         const bool isHostPath = !path.empty() && path.find_first_of("\\:") == std::string_view::npos;
         return isHostPath ? StatPath(fs::absolute(text, error)) : ResolvedPath{StatusPathNotFound};

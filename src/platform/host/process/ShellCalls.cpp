@@ -75,7 +75,7 @@ std::string FindProgram(const std::string& name) {
             return resolved.path;
         }
     }
-    return isPath || name.empty() ? std::string() : FindInHostPath(host::ToUtf8(TextFromAnsi(name)));
+    return isPath ? std::string() : FindInHostPath(host::ToUtf8(TextFromAnsi(name)));
 }
 
 // Returns the program and arguments of a command line, with "%1" replaced by `document`.
