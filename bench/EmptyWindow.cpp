@@ -1,5 +1,5 @@
-// Without arguments, shows an empty window, as a baseline for start-up times. Otherwise the arguments are the command
-// line of a program: starts it several times and prints the median time, in milliseconds, until its window is visible.
+// Without arguments, shows an empty window, the baseline for startup times. Otherwise, starts the program given by the
+// arguments several times and prints the median number of milliseconds until its window is visible.
 
 #include <windows.h>
 
@@ -85,7 +85,7 @@ int wmain(int argumentCount, wchar_t** arguments) {
     for (int run = 0; run <= Runs; ++run) {
         times.push_back(MeasureStart(commandLine));
     }
-    times.erase(times.begin());  // the first start warms up the caches
+    times.erase(times.begin());  // the first start warms the caches
     std::sort(times.begin(), times.end());
     std::printf("%.1f\n", times[Runs / 2]);
     return 0;

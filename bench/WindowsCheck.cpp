@@ -1,5 +1,5 @@
-// Compares the installation check with the bare system calls that it consists of. The argument is the number of rounds.
-// Prints one line of JSON per round, with the times of the fastest runs in microseconds.
+// Benchmarks the installation check against the bare system calls it makes. The argument is the number of rounds.
+// Prints one JSON line per round with the fastest times in microseconds.
 
 #include <windows.h>
 
@@ -58,14 +58,14 @@ bool MakeBareCalls(const std::vector<std::string>& files) {
            platform::CallTextFunction(*library, "sevDTA_Init", "", result) == platform::StatusSuccess;
 }
 
-// Exits if the work fails, since failed work takes less time.
+// Returns the time of the fastest run. Exits if a run fails, because failed runs are faster.
 template <class Work>
 double FastestMicroseconds(const Work& work) {
     double fastest = 0;
     for (int run = 0; run < RunsPerRound; ++run) {
         const auto begin = std::chrono::steady_clock::now();
         if (!work()) {
-            std::cerr << "bench-check: a round failed\n";
+            std::cerr << "bench-check: a run failed\n";
             std::exit(1);
         }
         const std::chrono::duration<double, std::micro> time = std::chrono::steady_clock::now() - begin;

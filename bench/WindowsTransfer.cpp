@@ -1,5 +1,5 @@
-// Runs an operation of the main window without the window, to measure its time. The argument is "import", "export" or
-// "bare". The latter makes only the bare system calls of an import, for the "name=number" lines of the control file.
+// Runs an operation of the main window, without the window, for timing. The argument is "import", "export" or "bare",
+// which makes only the system calls of an import, for the "name=number" lines of the control file.
 
 #include <windows.h>
 
@@ -26,7 +26,7 @@ HKEY OpenKey(const std::string& path, REGSAM access) {
     return key;
 }
 
-// Opens a key for reading and then reopens it with another right, as an import does.
+// Opens a key for reading, then reopens it with a different access right, as an import does.
 HKEY OpenAndWiden(const std::string& path, REGSAM access) {
     RegCloseKey(OpenKey(path, KEY_QUERY_VALUE));
     return OpenKey(path, KEY_QUERY_VALUE | access);

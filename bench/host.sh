@@ -1,4 +1,4 @@
-# Sourced by bench/run: the rows of the host machine. Measures whole processes.
+# Sourced by bench/run: the rows for the host machine. Times whole processes.
 program=$PWD/build/host/vtv4v
 machine=$work/machine
 
@@ -20,9 +20,9 @@ for size in 1000 10000 100000; do
     row "import of $size, host" "$(scaled "${times[0]}" 1000)" 'wine reg import' "$(scaled "${times[1]}" 1000)" ms
     entry[$size]=$(scaled "${times[0]}" "1000000 / $size")
 done
-row 'import, host: an entry of 100000' "${entry[100000]}" 'an entry of 1000' "${entry[1000]}" us
+row 'import, host: per entry of 100000' "${entry[100000]}" 'per entry of 1000' "${entry[1000]}" us
 
 seconds 3 -- "build/host/vtv4v-reg $work/vtv4v.txt $work/out.reg" \
     "awk -F= 'NF == 2 && \$2 ~ /^[0-9]+\\r?\$/ { print }' $work/vtv4v.txt >$work/out.txt"
-row 'vtv4v-reg, 100000 lines, host' "$(scaled "${times[0]}" 1000)" 'awk over the same file' "$(scaled "${times[1]}" 1000)" ms
+row 'vtv4v-reg, 100000 lines, host' "$(scaled "${times[0]}" 1000)" 'awk on the same file' "$(scaled "${times[1]}" 1000)" ms
 wine_end

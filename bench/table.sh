@@ -26,9 +26,9 @@ scaled() {
 }
 
 # seconds RUNS OPTION... -- COMMAND...
-# Measures the commands alternately, in seconds. Each round counts the fastest of RUNS runs, because other load on the
-# machine can only add time. Sets the array `times`, with the measurements of one command per item. Options are
-# hyperfine's.
+# Measures the commands alternately, in seconds, and stores the measurements of each command in the array `times`. Each
+# round takes the fastest of RUNS runs, because other load on the machine can only add time. The options are passed to
+# hyperfine.
 seconds() {
     local runs=$1 options=() number round
     shift

@@ -1,5 +1,5 @@
-# Sourced by bench/run: the rows of the Windows program under Wine: starting it, the installation check in a loop, and
-# imports and exports as whole processes without a window.
+# Sourced by bench/run: the rows for the Windows program under Wine. Measures its startup, the installation check in a
+# loop, and imports and exports as whole processes without a window.
 key='HKLM\Software\Vandrel\Tallora\V4\Version\ForcedVersion'
 programs=build/win64
 
@@ -20,14 +20,14 @@ start_compared() {
         program+=("$(start_time build/win64/vtv4v.exe -master)")
         empty+=("$(start_time "$programs/bench-window.exe")")
     done
-    row 'start until the window is shown' "[$(IFS=,; echo "${program[*]}")]" 'one empty window' \
+    row 'start until the window is shown' "[$(IFS=,; echo "${program[*]}")]" 'an empty window' \
         "[$(IFS=,; echo "${empty[*]}")]" ms
 }
 
 check_compared() {
     local measured
     measured=$("$wine" "$programs/bench-check.exe" "$ROUNDS")
-    row 'whole check, in a loop' "$(jq -cs 'map(.check)' <<<"$measured")" 'the same system calls alone' \
+    row 'whole check, in a loop' "$(jq -cs 'map(.check)' <<<"$measured")" 'only its system calls' \
         "$(jq -cs 'map(.calls)' <<<"$measured")" us
 }
 
@@ -47,7 +47,7 @@ for size in 100 1000 10000; do
     "$wine" reg delete "$key" /f >/dev/null 2>&1 || true
     values "$size"
     cp "$work/vtv4v.txt" "$WINEPREFIX/drive_c/users/$(id -un)/Eigene Dateien/vtv4v.txt"
-    transfer "import of $size" import 'the same system calls alone' "$wine $programs/bench-transfer.exe bare"
+    transfer "import of $size" import 'only its system calls' "$wine $programs/bench-transfer.exe bare"
     transfer '' import 'reg import' "$wine reg import $work/values.reg"
     transfer "export of $size" export 'reg export' "$wine reg export '$key' $work/out.reg /y"
 done

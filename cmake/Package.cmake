@@ -1,6 +1,6 @@
 # The release archive: the programs, the manual and the licences. Built by ./release.
 
-# The manual as a single HTML file, pictures included. `gfm` generates GitHub's section anchors, which the manual links to.
+# The manual as a single HTML file with embedded pictures. Its links rely on GitHub's section anchors, hence `gfm`.
 find_program(PANDOC pandoc)
 if(PANDOC)
   file(GLOB manual_pictures CONFIGURE_DEPENDS docs/*.png)
@@ -15,7 +15,7 @@ if(PANDOC)
   add_custom_target(manual DEPENDS handbuch.html)
 endif()
 
-# Text files have CR LF line ends, and names that a double click opens.
+# Text files get CR LF line endings, and an extension so that they open on a double-click.
 configure_file(package/BUILD.txt.in BUILD.txt @ONLY NEWLINE_STYLE WIN32)
 configure_file(package/THIRD-PARTY.txt THIRD-PARTY.txt @ONLY NEWLINE_STYLE WIN32)
 configure_file(LICENSE LICENSE.txt @ONLY NEWLINE_STYLE WIN32)
@@ -35,9 +35,9 @@ install(CODE [[
   file(WRITE ${CMAKE_INSTALL_PREFIX}/SHA256SUMS.txt "${sums}")
 ]])
 
-# Installs without building every target first.
+# Don't build all targets before installing.
 set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
-# CPack's own generators keep the order and the owner of the files on disk, so that archives of the same commit differ.
+# CPack's own generators keep file order and owners from the disk, so archives of the same commit would differ.
 set(CPACK_GENERATOR External)
 set(CPACK_EXTERNAL_ENABLE_STAGING ON)
 set(CPACK_EXTERNAL_PACKAGE_SCRIPT ${CMAKE_SOURCE_DIR}/cmake/Archive.cmake)

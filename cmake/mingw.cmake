@@ -1,7 +1,7 @@
-# Included by mingw-i686.cmake and mingw-x86_64.cmake, which set the processor. On Windows, the compiler is the one in
+# Included by mingw-i686.cmake and mingw-x86_64.cmake, which set the processor. On Windows, uses the compiler found in
 # PATH.
 
-# Without a time stamp, the same source gives the same program.
+# Without a timestamp, the same source always produces the same program.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -Wl,--no-insert-timestamp)
 if(CMAKE_HOST_WIN32)
   set(CMAKE_CXX_COMPILER g++)
@@ -14,5 +14,5 @@ set(CMAKE_FIND_ROOT_PATH /usr/${CMAKE_SYSTEM_PROCESSOR}-w64-mingw32)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE BOTH)
-# CTest runs the tests with this command.
+# CTest runs the tests through this command.
 set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tools/wine-run ${CMAKE_BINARY_DIR})

@@ -28,7 +28,7 @@ std::size_t Count(std::string_view text, std::string_view part) {
     return count;
 }
 
-// Replaces characters beyond Latin-1 by "?".
+// Converts UTF-16 to Latin-1. Characters not in Latin-1 become "?".
 std::string Latin1FromUtf16(const std::string& bytes) {
     std::string text;
     for (std::size_t index = 0; index + 1 < bytes.size(); index += 2) {
@@ -37,7 +37,7 @@ std::string Latin1FromUtf16(const std::string& bytes) {
     return text;
 }
 
-// No name can contain "=", so that the counts of the entries' lines and items are exact.
+// Counts the entries of a control file in both target formats. The counts are exact because no name contains "=".
 void CheckControlFile(const Text& path) {
     ControlFileCheck check;
     if (TrapError([&] { check.Read(path); })) {
@@ -60,7 +60,7 @@ void CheckControlFile(const Text& path) {
 
 }  // namespace
 
-// Checks any bytes as a control file and converts its entries to both target formats.
+// Called by libFuzzer. Treats the bytes as a control file.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const int file = memfd_create("control-file", 0);
     static const Text path = platform::TextFromAnsi("/proc/self/fd/" + std::to_string(file));

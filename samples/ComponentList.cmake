@@ -3,7 +3,7 @@ set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${CMAKE_CURRENT_L
 file(STRINGS ${CMAKE_CURRENT_LIST_DIR}/components.csv SUITE_COMPONENTS REGEX "^[^#]")
 
 # read_component(LINE)
-# Sets SECTION, FOLDER, FILE, ROW, OBJECT (empty if there is no fifth field) and CLASS, the object's class identifier.
+# Sets SECTION, FOLDER, FILE, ROW, OBJECT (empty if there is no fifth field) and CLASS, the object's CLSID.
 macro(read_component LINE)
   string(REPLACE "," ";" fields "${LINE},")
   list(GET fields 0 SECTION)

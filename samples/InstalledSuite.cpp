@@ -23,7 +23,7 @@ namespace {
 struct Folder {
     const char* variable;
     const char* defaultValue;
-    const char* subfolder;  // where the suite's files are
+    const char* subfolder;  // contains the suite's files
 };
 // Indexed by SuiteFolder.
 constexpr std::array<Folder, 4> Folders = {{
@@ -120,7 +120,7 @@ void AddCorePackage() {
 
 }  // namespace
 
-// Creates level by level, because an existing folder may be spelled in another letter case.
+// Creates one level at a time, because the names of existing folders may differ in case.
 void CreateFolders(const std::string& path) {
     if (!platform::host::ResolvePath("C:\\").IsFolder()) {
         std::filesystem::create_directories(platform::host::MachineFolder() / "drives" / "c");

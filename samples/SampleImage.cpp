@@ -10,7 +10,7 @@ constexpr std::size_t FileAlignment = 0x200;
 constexpr std::uint32_t SectionAlignment = 0x1000;
 constexpr std::uint32_t DirectoryBit = 0x80000000U;
 
-// Offsets in the file: the resource tree with its three directories, then its leaf and the version block.
+// File offsets. The three directories of the resource tree are followed by its leaf and the version block.
 constexpr std::size_t TreeOffset = 0x200;
 constexpr std::uint32_t DirectoryEntries = 4;
 constexpr std::size_t DirectorySize = 16 + DirectoryEntries * 8;
@@ -22,7 +22,7 @@ class Bytes {
 public:
     void Word(std::uint32_t number) { bytes_ += platform::BytesFromNumber(number).substr(0, 2); }
     void DoubleWord(std::uint32_t number) { bytes_ += platform::BytesFromNumber(number); }
-    // Appends a number of an address's size.
+    // Appends a 64-bit number if `wide`, otherwise a 32-bit number.
     void Address(std::uint32_t number, bool wide) {
         DoubleWord(number);
         Zeros(wide ? 4 : 0);
@@ -45,7 +45,7 @@ void FileHeader(Bytes& image, bool wide) {
     image.Word(1);                       // sections
     image.Zeros(12);                     // time, symbols
     image.Word(wide ? 240 : 224);        // size of the optional header
-    image.Word(wide ? 0x2022 : 0x2102);  // executable, library; large addresses or 32-bit machine
+    image.Word(wide ? 0x2022 : 0x2102);  // executable DLL, large-address-aware or 32-bit
 }
 
 void OptionalHeader(Bytes& image, bool wide) {
@@ -103,8 +103,8 @@ void ResourceTree(Bytes& image) {
     for (std::size_t level = 0; level < Levels.size(); ++level) {
         const auto next = static_cast<std::uint32_t>((level + 1) * DirectorySize);
         image.Zeros(12);
-        image.Word(0);                 // number of entries with a name
-        image.Word(DirectoryEntries);  // number of entries with an id
+        image.Word(0);                 // number of named entries
+        image.Word(DirectoryEntries);  // number of ID entries
         for (const std::uint32_t id : Levels[level].ids) {
             image.DoubleWord(id);
             image.DoubleWord(id == Levels[level].wanted ? next | (level < 2 ? DirectoryBit : 0) : DirectoryBit);
@@ -125,7 +125,7 @@ void VersionBlock(Bytes& image, const SampleImageFacts& facts) {
     image.Zeros(4);  // the key's terminator and padding
     image.DoubleWord(0xFEEF04BD);
     image.DoubleWord(0x10000);
-    for (int copy = 0; copy < 2; ++copy) {  // version of the file and of the product
+    for (int copy = 0; copy < 2; ++copy) {  // file version and product version
         for (const std::size_t index : {1U, 0U, 3U, 2U}) {
             image.Word(facts.version[index]);
         }

@@ -10,5 +10,5 @@ struct SampleImageFacts {
     bool wide = false;                     // 64-bit
 };
 
-// Returns the content of a minimal program or library, 1024 bytes: headers and a version block, but no code.
+// Returns the 1024 bytes of a minimal program or library: headers and a version block, but no code.
 std::string SampleImage(const SampleImageFacts& facts);

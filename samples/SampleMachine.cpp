@@ -1,6 +1,6 @@
 // Creates a machine folder on which the program runs: environment, folders, an editor for text files, and the suite's
-// components. Adds what is missing to an existing machine; changes nothing else in it, except that it removes the
-// components named by --without.
+// components. On an existing machine, adds whatever is missing, removes the components named by --without, and changes
+// nothing else.
 
 #include <array>
 #include <cstdlib>
@@ -33,7 +33,7 @@ constexpr const char* Usage =
     "COMPONENT is a row of the check's report, such as sevCmd4.ocx, vcutil1.dll or MazeWalker.exe.\n";
 constexpr const char* NotepadPath = "C:\\Windows\\notepad";
 
-// Values below HKEY_CLASSES_ROOT that associate text files with an editor that runs in the terminal.
+// Values below HKEY_CLASSES_ROOT that associate text files with a terminal editor.
 struct ClassValue {
     const char* key;
     const char* name;
@@ -76,7 +76,7 @@ void CompleteMachine(const fs::path& machine, const std::set<std::string>& witho
     InstalledSuiteAdd(without);
 }
 
-// True if the folder is missing or holds at most a clipboard, which the program leaves if it starts without a machine.
+// True if the folder is missing or empty, or contains only the clipboard file, which even a failed check creates.
 bool HasNoMachine(const fs::path& folder) {
     return !fs::exists(folder) || fs::is_empty(folder) ||
            (fs::exists(folder / "clipboard.txt") && std::distance(fs::directory_iterator(folder), {}) == 1);

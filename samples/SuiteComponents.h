@@ -13,12 +13,12 @@ enum class SuiteFolder {
 };
 
 struct SuiteComponent {
-    std::string_view section;  // of the check's report
+    std::string_view section;  // in the check's report
     SuiteFolder folder;
     std::string_view file;             // path below the folder
-    std::string_view row;              // name of the row in the section
-    std::string_view object;           // programmatic identifier of the object that the check creates; may be empty
-    std::string_view classIdentifier;  // of that object
+    std::string_view row;              // name of the component's row in the report
+    std::string_view object;           // ProgID of the object that the check creates; may be empty
+    std::string_view classIdentifier;  // CLSID of the object
 };
 
 // In the order of the report. Generated from components.csv.

@@ -37,7 +37,7 @@ def ico(picture, palette, bits):
 
 
 class Canvas:
-    """An icon in the 16 colours, on which rectangles are filled."""
+    """A 16-colour icon, drawn with filled rectangles."""
 
     def __init__(self):
         self.picture = [[CLEAR] * SIZE for _ in range(SIZE)]

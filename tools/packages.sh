@@ -4,7 +4,7 @@ BUILD_PACKAGES=(g++=g++ cmake=cmake ninja=ninja-build /usr/include/SQLiteCpp/SQL
     /usr/include/newt.h=libnewt-dev)
 
 # packages_missing COMMAND=PACKAGE...
-# Prints the packages whose command is missing. COMMAND can also be the path of a file, with wildcards.
+# Prints the packages whose command is missing. COMMAND can also be a file path, with wildcards.
 packages_missing() {
     local pair need
     for pair in "$@"; do
@@ -39,13 +39,13 @@ packages_install() {
     return 1
 }
 
-# Runs apt-get without questions. Waits up to 5 minutes for another package manager.
+# Runs apt-get non-interactively. If another package manager is running, waits up to 5 minutes for it.
 apt_get() {
     DEBIAN_FRONTEND=noninteractive apt-get -y -o DPkg::Lock::Timeout=300 --no-install-recommends "$@"
 }
 
 # quietly COMMAND...
-# Runs a command, and prints its output only if it fails.
+# Runs a command and prints its output only if the command fails.
 quietly() {
     local output status=0
     output=$("$@" 2>&1 </dev/null) || status=$?
@@ -54,11 +54,11 @@ quietly() {
 }
 
 # configure PRESET [CMAKE-OPTION]...
-# Configures build/PRESET. CMake rejects a build folder that was copied along with its tree, so that one is set up again.
+# Configures build/PRESET. Deletes a build folder that was copied along with its tree, because CMake would reject it.
 configure() {
     local cache=build/$1/CMakeCache.txt
     if [[ -f $cache && ! $(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$cache") -ef . ]]; then
-        echo "build/$1 belongs to another folder and is set up again." >&2
+        echo "build/$1 was configured for another folder. Recreating it." >&2
         rm -rf "build/$1"
     fi
     quietly cmake --preset "$@"

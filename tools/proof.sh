@@ -1,8 +1,8 @@
 # Sourced by `./release --proof`, in the root of the tree. Expects SOURCE_DATE_EPOCH and VTV4V_COMMIT.
 
 # proof_archive
-# Builds build/vtv4v-proof-VERSION.zip, with which anyone can test the program on a real Windows: the unit tests, the
-# window driver and the program in 32 and 64 bits, proof.cmd, which runs them, and the licences.
+# Builds build/vtv4v-proof-VERSION.zip, with which anyone can test the program on real Windows. It contains the 32-bit
+# and 64-bit unit tests, window driver and program; the licences; and proof.cmd, which runs the tests.
 proof_archive() {
     local preset folder
     for preset in win32 win64; do

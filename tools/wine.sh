@@ -1,5 +1,5 @@
-# Sourced, in the root of the tree, by the scripts that need Wine. The functions that install packages also need
-# tools/packages.sh.
+# Sourced by the scripts that need Wine, with the root of the tree as the current directory. The functions that install
+# packages also need tools/packages.sh.
 
 CROSS_PACKAGES=(x86_64-w64-mingw32-g++=g++-mingw-w64-x86-64 i686-w64-mingw32-g++=g++-mingw-w64-i686)
 WINE_PACKAGES=(wine=wine /usr/lib/wine/wine64=wine64 /usr/share/wine/fonts/marlett.ttf=fonts-wine)
@@ -20,8 +20,8 @@ wine_installed() {
 }
 
 # wine_loader PRESET
-# Prints the Wine loader for the programs of build/PRESET. Debian's `wine` prefers the 32-bit loader, in which System32 is
-# the 32-bit system folder, even for a 64-bit prefix.
+# Prints the Wine loader for the programs in build/PRESET. Debian's `wine` prefers the 32-bit loader, for which System32
+# is the 32-bit system folder, even in a 64-bit prefix.
 wine_loader() {
     local loader=/usr/lib/wine/wine64
     [[ $1 == win64 ]] || loader=/usr/lib/wine/wine
@@ -29,12 +29,12 @@ wine_loader() {
     echo "$loader"
 }
 
-# Ends the Wine server of $WINEPREFIX and all its programs. The server may already have ended by itself.
+# Kills the Wine server for $WINEPREFIX and all its programs. The server may already have exited.
 wine_end() {
     wineserver -k || true
 }
 
-# Runs a command with its own mounts, processes and network, which end with it.
+# Runs a command in its own mount, process and network namespaces.
 isolated() {
     unshare --mount --net --pid --fork --kill-child "$@"
 }
@@ -46,8 +46,8 @@ package_mirror() {
 }
 
 # wine32_root_create
-# Creates the 32-bit Debian if it is missing. If that is impossible, prints the reason to standard output and returns
-# false. Uses a temporary name until the folder is complete.
+# Creates the 32-bit Debian if it is missing, under a temporary name until it is complete. On failure, prints the reason
+# to standard output and returns false.
 wine32_root_create() {
     [[ ! -d $WINE32_ROOT ]] || return 0
     if [[ $(id -u) != 0 ]]; then
@@ -75,8 +75,8 @@ wine32_root_create() {
 }
 
 # in_wine32_root COMMAND...
-# Runs a command in the 32-bit Debian, where this tree has the same path. The inner shell stays process 1, because an X
-# server doesn't signal that it is ready if its parent is process 1.
+# Runs a command in the 32-bit Debian, where this tree has the same path. The inner shell remains process 1, because an
+# X server whose parent is process 1 doesn't signal that it is ready.
 in_wine32_root() {
     mkdir -p "$WINE32_ROOT$PWD"
     # shellcheck disable=SC2016
@@ -90,8 +90,8 @@ in_wine32_root() {
 }
 
 # wine_session PRESET COMMAND...
-# Runs a command on a virtual display where Wine can run the programs of build/PRESET: here or in the 32-bit Debian. Kills
-# it after 20 minutes. If that is impossible, prints the reason to standard output and returns 77.
+# Runs a command on a virtual display, in the 32-bit Debian if Wine can't run the programs in build/PRESET here. Kills
+# the command after 20 minutes. If neither system is suitable, prints the reason to standard output and returns 77.
 wine_session() {
     local session=(timeout --kill-after=10 1200 xvfb-run -a -s '-screen 0 800x600x24' "${@:2}")
     if ! wine_installed "$1"; then

@@ -1,6 +1,6 @@
 #include <windows.h>
 
-// A library without functions, for components of which the check reads only version and date.
+// An empty library that stands in for components whose version and date are all the check reads.
 extern "C" BOOL WINAPI DllMain(HINSTANCE, DWORD, LPVOID) {
     return TRUE;
 }

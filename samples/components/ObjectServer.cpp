@@ -1,5 +1,5 @@
 #include <windows.h>
-// These headers need windows.h.
+// These headers require windows.h.
 #include <oaidl.h>
 #include <objbase.h>
 #include <olectl.h>
@@ -7,15 +7,15 @@
 #include <array>
 #include <string>
 
-// An in-process server of an object that can be created and has no members. The build defines its programmatic
-// identifier (OBJECT_IDENTIFIER) and class identifier (OBJECT_CLASS).
+// An in-process COM server for a creatable object with no members. The build defines its ProgID (OBJECT_IDENTIFIER) and
+// CLSID (OBJECT_CLASS).
 
 namespace {
 
 const std::wstring ObjectIdentifier = OBJECT_IDENTIFIER;
 const std::wstring ObjectClass = OBJECT_CLASS;
 
-// The number of references and locks that keep the library loaded. The object and its factory have no state, so that a
+// The number of references and locks that keep the library loaded. The object and its factory are stateless, so a
 // single instance of each serves all references.
 LONG references = 0;
 HINSTANCE library = nullptr;

@@ -4,7 +4,7 @@
 #include <string_view>
 
 // The initialisation function that the check calls. Ignores its argument. The environment variable VTV4V_SEVDTA_RESULT
-// makes it fail: "-1" every time, "once" only at the first call in a process.
+// makes it fail: "-1" on every call, "once" only on the first call in a process.
 extern "C" LONG WINAPI sevDTA_Init(const char*) {
     std::array<char, 8> result{};
     const DWORD length =
