@@ -18,7 +18,7 @@ struct CommandForm {
 };
 
 constexpr std::array<CommandForm, 4> Forms = {{
-    {u"", Command::Check, 1, 3, u"Nötig ist eine Steuerungs-Datei, möglich sind ein Ziel und eine frühere Datei."},
+    {u"", Command::Check, 1, 3, u"Geben Sie eine Steuerungs-Datei an und höchstens ein Ziel und eine frühere Datei."},
     {u"/EXPORT", Command::Export, 1, 1, u"/export verlangt genau eine Datei."},
     {u"/IMPORT", Command::Import, 1, 1, u"/import verlangt genau eine Datei."},
     {u"/WER", Command::Who, 1, 2, u"/wer verlangt einen Benutzer und höchstens eine Steuerungs-Datei."},
@@ -93,7 +93,7 @@ Arguments ParseArguments(const std::vector<Text>& arguments) {
     }
     for (const Text& argument : arguments) {
         if (platform::TextFromAnsi(platform::AnsiFromText(argument)) != argument) {
-            RaiseUsage(u"»" + argument + u"« enthält Zeichen außerhalb der Codepage.");
+            RaiseUsage(u"»" + argument + u"« enthält Zeichen, die es in der ANSI-Codepage nicht gibt.");
         }
     }
     const SortedArguments sorted = Sorted(arguments);
@@ -120,7 +120,7 @@ Arguments ParseArguments(const std::vector<Text>& arguments) {
         RaiseUsage(u"»" + parsed.target + u"«: Das Ziel muss auf .reg oder .xml enden.");
     }
     if (!parsed.earlierFile.empty() && !IsXmlPath(parsed.target)) {
-        RaiseUsage(u"Eine frühere Steuerungs-Datei ist nur bei einem Ziel .xml möglich.");
+        RaiseUsage(u"Eine frühere Steuerungs-Datei ist nur möglich, wenn das Ziel auf .xml endet.");
     }
     return parsed;
 }

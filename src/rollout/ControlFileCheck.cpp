@@ -87,7 +87,7 @@ void ControlFileCheck::CheckLine(const ControlFileReader& file) {
 void ControlFileCheck::CheckEncoding(const Text& line) {
     const std::string bytes = platform::AnsiFromText(line);
     if (bytes.find('\0') != std::string::npos || bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) {
-        Raise(RuntimeError::InvalidArgument, u"kein Text in der 8-Bit-Codepage, vielleicht UTF-16");
+        Raise(RuntimeError::InvalidArgument, u"kein Text in der ANSI-Codepage, vielleicht UTF-16");
     }
     if (!IsUtf8(bytes) || line.find(u'\uFFFD') != Text::npos) {
         encoding_ = Encoding::Other;
@@ -100,7 +100,7 @@ void ControlFileCheck::CheckHead(const ControlFileReader& file) {
     const Text intended = IntendedSection(file.Line());
     for (const Product& product : Products) {
         if (intended == platform::CharUpperW(Text(product.section))) {
-            Warn(file.Number(), Quoted(file.Line()) + u" beginnt nicht den Abschnitt " + SectionHead(product) + u".");
+            Warn(file.Number(), Quoted(file.Line()) + u" gilt nicht als Kopf " + SectionHead(product) + u".");
         }
     }
 }
@@ -130,7 +130,7 @@ void ControlFileCheck::CheckEntry(std::int32_t line, const ForcedVersionItem& en
     }
     const Text name = Quoted(ItemNameOf(entry.valueName));
     if (platform::AnsiFromText(entry.valueName).size() > LongestExportedName) {
-        Warn(line, u"Der Name " + name + u" ist zu lang für einen Export; dieser endet vor dem Eintrag.");
+        Warn(line, u"Der Name " + name + u" ist zu lang; ein Export bricht bei diesem Eintrag ab.");
     }
     if (entry.valueName != Trim(entry.valueName)) {
         Warn(line, u"Die Leerzeichen am Anfang oder Ende gehören zum Namen " + name + u".");

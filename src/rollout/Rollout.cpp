@@ -23,18 +23,18 @@
 namespace {
 
 constexpr char16_t HelpText[] =
-    u"Prüft, verteilt, sichert und erklärt die Versions-Einstellungen von Vandrel Tallora V4.\r\n\r\n"
+    u"Prüft, exportiert, importiert und erklärt die Versions-Einstellungen von Vandrel Tallora V4.\r\n\r\n"
     u"vtv4v-reg DATEI                 prüft eine Steuerungs-Datei\r\n"
-    u"vtv4v-reg DATEI ZIEL.reg        prüft sie und schreibt eine Datei für \"reg import\"\r\n"
-    u"vtv4v-reg DATEI ZIEL.xml [ALT]  prüft sie und schreibt Gruppenrichtlinien-Einstellungen; diese löschen\r\n"
-    u"                                auch die Einträge, die nur in der früheren Steuerungs-Datei ALT stehen\r\n"
+    u"vtv4v-reg DATEI ZIEL.reg        prüft sie und schreibt eine Datei für »reg import«\r\n"
+    u"vtv4v-reg DATEI ZIEL.xml [ALT]  prüft sie und schreibt eine Datei für Gruppenrichtlinien. Diese löscht\r\n"
+    u"                                auch, was nur in ALT steht, der Steuerungs-Datei der letzten Verteilung\r\n"
     u"vtv4v-reg /export DATEI         schreibt die Tabellen dieses Rechners in eine Steuerungs-Datei\r\n"
-    u"vtv4v-reg /import DATEI         prüft eine Steuerungs-Datei und importiert sie\r\n"
+    u"vtv4v-reg /import DATEI         prüft eine Steuerungs-Datei und importiert sie ohne Rückfrage\r\n"
     u"vtv4v-reg /wer NAME [/domaene DOMÄNE] [/dns DNS-DOMÄNE] [DATEI]\r\n"
-    u"                                zeigt, welche Version ein Benutzer erhält oder, mit DATEI, nach deren\r\n"
-    u"                                Import erhielte. NAME ist auch DOMÄNE.NAME; für einen Namen, der selbst\r\n"
-    u"                                einen Punkt enthält, ist /domaene nötig\r\n\r\n"
-    u"Exitcode 0: erledigt. 1: erledigt, aber bitte die Meldungen lesen. 2: nichts geändert.\r\n";
+    u"                                zeigt, welche Version ein Benutzer auf diesem Rechner erhält; mit DATEI,\r\n"
+    u"                                welche er nach deren Import erhielte. NAME kann auch DOMÄNE.NAME sein;\r\n"
+    u"                                enthält der Benutzername selbst einen Punkt, so ist /domaene nötig\r\n\r\n"
+    u"Exit-Code 0: erledigt. 1: erledigt, aber sehen Sie die Meldungen an. 2: nicht erledigt.\r\n";
 
 // Runs `steps`. If they raise an error, raises it with `subject` before and `consequence` after its description.
 template <typename Steps>
@@ -85,7 +85,7 @@ void WriteTarget(const Arguments& arguments, const CheckedTables& tables, const 
                                   : RegFileBytes(tables);
     Explain(
         arguments.target, [&] { WriteBytes(arguments.target, bytes, true); },
-        u" Das Ziel wurde nicht vollständig geschrieben.");
+        u" Nichts oder nicht alles wurde geschrieben.");
 }
 
 RolloutResult Check(const Arguments& arguments, Report& report) {
@@ -102,8 +102,8 @@ void CompareWithFile(const StoredTables& stored, const CheckedTables& tables, Re
     report.AddFindings(stored.findings);
     for (const CheckedTable& missing : EntriesOnlyIn(stored.tables, tables)) {
         for (const ForcedVersionItem& entry : missing.Entries()) {
-            report.AddFindings({u"Warnung: Der Eintrag »" + ItemNameOf(entry.valueName) + u"« der Tabelle [" +
-                                missing.Section() + u"] fehlt in der Datei."});
+            report.AddFindings({u"Warnung: Der Eintrag »" + ItemNameOf(entry.valueName) + u"« steht in der Tabelle [" +
+                                missing.Section() + u"], aber nicht in der Datei."});
         }
     }
 }
@@ -129,7 +129,7 @@ RolloutResult Export(const Arguments& arguments, Report& report) {
     const Text& path = arguments.controlFile;
     const StoredTables stored = ReadStoredTables();
     Explain(
-        path, [&] { ExportTables(path, MachineTables(false)); }, u" Die Datei wurde nicht vollständig geschrieben.");
+        path, [&] { ExportTables(path, MachineTables(false)); }, u" Nichts oder nicht alles wurde geschrieben.");
     ControlFileCheck check;
     if (const std::optional<Error> error = TrapError([&] { check.Read(path); })) {
         report.AddFindings({u"Warnung: Die Datei kann nicht importiert werden: " + error->description + u"."});

@@ -20,8 +20,8 @@ Text VersionText(std::int32_t version, TextView separator) {
 
 // Indexed by EntryEffect.
 constexpr std::array<TextView, 4> EffectTexts = {u"", u"gilt",
-                                                 u"gilt nicht: Die Version der Installation lässt es nicht zu",
-                                                 u"gilt nicht: Full gilt nur aus der Tabelle des Rechners"};
+                                                 u"gilt nicht: Die Version der Installation lässt ihn nicht zu",
+                                                 u"gilt nicht: Full zählt nur in der Tabelle des Rechners"};
 
 Text StepName(const ResolutionStep& step) {
     return (step.localMachine ? u"" : u"Benutzer: ") + ItemNameOf(step.valueName);

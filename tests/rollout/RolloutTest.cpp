@@ -94,12 +94,12 @@ TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck reports exactly what an import
         {std::string(254, 'x') + "=1\n", u"", 0},
         {std::string(255, 'x') + "=1\n",
          u"Warnung: Zeile 3: Der Name »" + Text(255, u'x') +
-             u"« ist zu lang für einen Export; dieser endet vor dem Eintrag.\n",
+             u"« ist zu lang; ein Export bricht bei diesem Eintrag ab.\n",
          0},
         {"[ tallora ] x\n[Reporting\n[Other]\n\t[Tallora]\n",
-         u"Warnung: Zeile 3: »[ tallora ] x« beginnt nicht den Abschnitt [Tallora].\n"
-         u"Warnung: Zeile 4: »[Reporting« beginnt nicht den Abschnitt [Reporting].\n"
-         u"Warnung: Zeile 6: »\t[Tallora]« beginnt nicht den Abschnitt [Tallora].\n",
+         u"Warnung: Zeile 3: »[ tallora ] x« gilt nicht als Kopf [Tallora].\n"
+         u"Warnung: Zeile 4: »[Reporting« gilt nicht als Kopf [Reporting].\n"
+         u"Warnung: Zeile 6: »\t[Tallora]« gilt nicht als Kopf [Tallora].\n",
          0},
         {"j\xC3\xB6rg=1\n", u"Warnung: Die Datei ist in UTF-8 gespeichert; ein Import verfälscht ihre Umlaute.\n", 0},
         {"j\xC3\xB6rg=1\nj\xF6rg=1\n", u"", 0},
@@ -121,7 +121,7 @@ TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck rejects files that fail to imp
     CHECK(Check("[Tallora]\n" + std::string(16384, 'x') + "=1\n").description ==
           u"Zeile 2: Der Name ist länger als 16383 Zeichen");
     for (const std::string& content : {std::string("[\0T\0\n\0", 6), std::string("\xFF\xFE[\n")}) {
-        CHECK(Check(content).description == u"Zeile 1: kein Text in der 8-Bit-Codepage, vielleicht UTF-16");
+        CHECK(Check(content).description == u"Zeile 1: kein Text in der ANSI-Codepage, vielleicht UTF-16");
     }
     for (const char* const content : {"", "[Info]\n", "[tallora]\na=1\n"}) {
         CHECK(Check(content).description ==
@@ -303,7 +303,7 @@ TEST_CASE_FIXTURE(RolloutFixture, "/wer explains each step and skips another use
           u"  hugo                  7  (unbekannt)   gilt\n"
           u"  office.example.hugo   -\n"
           u"  OFFICE.hugo           -\n"
-          u"  Benutzer: (Standard)  0  Full          gilt nicht: Full gilt nur aus der Tabelle des Rechners\n"
+          u"  Benutzer: (Standard)  0  Full          gilt nicht: Full zählt nur in der Tabelle des Rechners\n"
           u"  Version: 7 (unbekannt)\n"
           u"Warnung: 7 ist keine Version der Versionsliste.\n");
     CHECK(lines({u"/wer", u"WERK.hugo", u"/Dns", u""}) ==
