@@ -1,6 +1,5 @@
-#include <signal.h>
-
 #include <chrono>
+#include <csignal>
 #include <thread>
 
 #include "Check.h"

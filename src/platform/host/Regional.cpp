@@ -31,7 +31,7 @@ void SkipSymbols(std::string_view& text, std::string_view symbols, std::string& 
 
 // Removes the leading characters that are in `characters` and returns them.
 std::string Take(std::string_view& text, std::string_view characters) {
-    const std::string taken(text.substr(0, text.find_first_not_of(characters)));
+    std::string taken(text.substr(0, text.find_first_not_of(characters)));
     text.remove_prefix(taken.size());
     return taken;
 }

@@ -126,7 +126,7 @@ Status CopyPermissions(const std::string& path, Handle file) {
         return windows::LastStatus();
     }
     const OwnedFile owner(source);
-    const HANDLE target = windows::SystemHandleOf<HANDLE>(file);
+    auto* const target = windows::SystemHandleOf<HANDLE>(file);
     return CopyAccessControlList(source, target) && CopyAttributes(attributes, target) ? StatusSuccess
                                                                                        : StatusAccessDenied;
 }
