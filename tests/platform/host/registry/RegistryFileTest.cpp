@@ -66,7 +66,7 @@ TEST_CASE("A registry file whose creation was interrupted is completed") {
     CHECK(RawValue(KeyCurrentUser, "k", "n") == RawNumber(1));
 }
 
-TEST_CASE("A process without write rights doesn't see what a killed process left unfinished") {
+TEST_CASE("A process without write rights sees only committed changes, or fails with 5") {
     const TestMachine machine;
     for (const std::string change : {"", "UPDATE value SET data = 2;"}) {
         if (!change.empty()) {
@@ -80,13 +80,17 @@ TEST_CASE("A process without write rights doesn't see what a killed process left
             _exit(0);  // without a rollback
         });
         CHECK(ExitCode(writer) == 0);
-        const auto reader = Started([&] {
-            std::filesystem::permissions(OnMachine("machine.db"), std::filesystem::perms(0444));
-            std::filesystem::permissions(OnMachine(""), std::filesystem::perms(0555));
-            static_cast<void>(seteuid(65534));  // fails unless the test runs as root
-            return change.empty() ? Open("k", KeyQueryValue) : RawValue(KeyLocalMachine, "k", "n") != RawNumber(1);
-        });
-        CHECK(ExitCode(reader) == (change.empty() ? StatusFileNotFound : 0));
+        const auto exitCode = [&](unsigned mode) {
+            return ExitCode(Started([&] {
+                std::filesystem::permissions(OnMachine("machine.db"), std::filesystem::perms(mode));
+                std::filesystem::permissions(OnMachine(""), std::filesystem::perms(0555));
+                static_cast<void>(seteuid(65534));  // fails unless the test runs as root
+                const Status status = Open("k", KeyQueryValue);
+                return status != StatusSuccess || RawValue(KeyLocalMachine, "k", "n") == RawNumber(1) ? status : -1;
+            }));
+        };
+        CHECK(exitCode(0444) == (change.empty() ? StatusFileNotFound : StatusSuccess));
+        CHECK(exitCode(0000) == StatusAccessDenied);
         std::filesystem::permissions(OnMachine(""), std::filesystem::perms(0755));
         std::filesystem::remove(OnMachine("machine.db"));
         std::filesystem::remove(OnMachine("machine.db-journal"));
