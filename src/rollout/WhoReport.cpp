@@ -52,7 +52,7 @@ void AddProduct(const UserNames& user, const Product& product, const CheckedTabl
     for (const ResolutionStep& step : steps) {
         const Text name = u"  " + Padded(StepName(step), nameWidth);
         if (!step.localMachine && !runsProgram) {
-            report.lines.push_back(name + u"nicht geprüft: zählt nur, wenn der Benutzer selbst den Befehl ausführt");
+            report.lines.push_back(name + u"nicht geprüft: Dazu muss der Benutzer den Befehl selbst ausführen");
             continue;
         }
         const std::int32_t forced = ForcedVersionOf(step, table, product);

@@ -312,7 +312,7 @@ TEST_CASE_FIXTURE(RolloutFixture, "/wer explains each step and skips another use
           u"  hugo                  7  (unbekannt)   gilt\n"
           u"  .hugo                 -\n"
           u"  WERK.hugo             1  Demo          gilt\n"
-          u"  Benutzer: (Standard)  nicht geprüft: zählt nur, wenn der Benutzer selbst den Befehl ausführt\n"
+          u"  Benutzer: (Standard)  nicht geprüft: Dazu muss der Benutzer den Befehl selbst ausführen\n"
           u"  Version: 1 Demo\n"
           u"Warnung: 7 ist keine Version der Versionsliste.\n");
     struct {
