@@ -1,7 +1,7 @@
 #include "Check.h"
 #include "common/modStringLibrary.h"
 
-TEST_CASE("MidFixed pads outside the string, and FixLeft and FixRight keep the width") {
+TEST_CASE("MidFixed pads past either end, and FixLeft and FixRight return an exact width") {
     CHECK(MidFixed(u"abc", 2, 5, u"*") == u"bc***");
     CHECK(MidFixed(u"abc", 5, 2, u"*x") == u"**");
     CHECK(MidFixed(u"abc", -2, 7, u"*") == u"***abc*");
@@ -41,7 +41,7 @@ TEST_CASE("ScanChars finds listed or unlisted characters from either end") {
     CHECK(FindAnyChar(u"banana", u"xa") == 2);
 }
 
-TEST_CASE("Replaced text isn't replaced again, and quotes inside are doubled") {
+TEST_CASE("Replacement text isn't searched again, and embedded quotes are doubled") {
     CHECK(TranslateChars(u"abc", u"abc", u"x") == u"xbc");
     CHECK(TranslateChars(u"aba", u"aa", u"xy") == u"xbx");
     CHECK(TranslateChars(u"ab", u"ab", u"ba") == u"ba");

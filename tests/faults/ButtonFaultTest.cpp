@@ -132,7 +132,7 @@ TEST_CASE("A failed call in any operation has the expected effect, and the next 
     }
 }
 
-TEST_CASE("A full disk keeps the old file, a denied deletion is silent, a failed load names its product") {
+TEST_CASE("A full disk, a denied deletion and a failed load have the expected effects") {
     FaultMachine machine;
     const std::string before = machine.State();
     ControlFilePath = platform::TextFromAnsi(machine.ControlFile());
@@ -174,7 +174,7 @@ TEST_CASE("A click or close during an import doesn't interrupt it or start anyth
     }
 }
 
-TEST_CASE("The editor and the installer get the expected arguments, and the installer is waited for") {
+TEST_CASE("Edit opens the control file, and UnInstall runs the installer and waits for it") {
     CHECK(ShellErrorText(33).empty());
     FaultMachine machine;
     machine.Session("Bearbeiten\nFertig\n");

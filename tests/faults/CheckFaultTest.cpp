@@ -50,7 +50,7 @@ TEST_CASE("A failing call changes only its own row in the check's report") {
     }
 }
 
-TEST_CASE("A failed check is shown without a clipboard, and reported if its window can't open") {
+TEST_CASE("A failed check is reported even if the clipboard or its window is unavailable") {
     FaultMachine machine({"sevCmd4.ocx"});
     CHECK(machine.Session("x\n", {Seam::ClipboardSet, 1, 0}).messages == u"check failed");
     CHECK(machine.Session("x\n", {Seam::ClipboardClear, 1, 0}).messages == u"check failed, report copied");
@@ -61,7 +61,7 @@ TEST_CASE("A failed check is shown without a clipboard, and reported if its wind
               .messages.starts_with(u"48 Kann Programm nicht ausführen:\r\n"));
 }
 
-TEST_CASE("A multi-line message stays in its row, and a library that fails to initialise fails") {
+TEST_CASE("A multi-line message takes one row, and a failed initialisation fails the check") {
     const FaultMachine machine({"VCUTIL1.DebugLog"});
     CHECK(ReportUnder({Seam::StatusText, 1, 0}).find(u", Test=*** erste Zeile zweite Zeile ***\r\n") != Text::npos);
     InstalledSuiteAdd({});

@@ -6,7 +6,7 @@
 #include "common/TextFile.h"
 #include "host/MachineFiles.h"
 
-TEST_CASE("A process killed while it replaces a file leaves the old or the new file") {
+TEST_CASE("A process killed while replacing a file leaves either the old or the new file") {
     const TestMachine machine;
     const std::string contents[] = {std::string(300000, 'a'), std::string(300000, 'b')};
     FileContent("C:\\file", contents[0]);

@@ -18,7 +18,7 @@ int Run(const std::string& input, const std::string& arguments = "-master", cons
 
 }  // namespace
 
-TEST_CASE("Any command line except -master ends the program without output") {
+TEST_CASE("With any command line except -master, the program exits without output") {
     const TestMachine machine;
     for (const char* const arguments : {"", "-MASTER", "-master x", "'\"-master\"'"}) {
         CHECK(Run("", arguments) == 0);

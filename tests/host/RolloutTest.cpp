@@ -16,7 +16,7 @@ int Run(const std::string& arguments, const std::string& redirection) {
 
 }  // namespace
 
-TEST_CASE("vtv4v-reg handles control characters, duplicates, a closed pipe and no rights") {
+TEST_CASE("vtv4v-reg handles control characters, duplicates, closed pipes and denied access") {
     const TestMachine machine;
     const std::string file = OnDisk(machine.ControlFile()).string();
     const std::string output = OnMachine("output").string();
@@ -38,7 +38,7 @@ TEST_CASE("vtv4v-reg handles control characters, duplicates, a closed pipe and n
     CHECK(RawValue(platform::KeyLocalMachine, "Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion", "a"));
 }
 
-TEST_CASE("vtv4v-reg says in German why the registry stopped a command") {
+TEST_CASE("vtv4v-reg explains in German why the registry made a command fail") {
     const TestMachine machine;
     const std::string file = OnDisk(machine.ControlFile()).string();
     const std::string output = OnMachine("output").string();

@@ -11,8 +11,7 @@
 #include "platform/Regional.h"
 #include "samples/SampleImage.h"
 
-TEST_CASE_FIXTURE(TestMachine,
-                  "FileExists and FileDateGet find a file, but no folder and no path with a trailing backslash") {
+TEST_CASE_FIXTURE(TestMachine, "FileExists and FileDateGet ignore folders and paths with a trailing backslash") {
     FileContent(ControlFile(), "text");
     const Text path = platform::TextFromAnsi(ControlFile());
     const Text folder = path.substr(0, path.rfind(u'\\'));

@@ -27,7 +27,7 @@ struct ComponentMachine : TestMachine {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(ComponentMachine, "The report of a machine without components lists all of them as missing") {
+TEST_CASE_FIXTURE(ComponentMachine, "The report for a machine without components lists all of them as missing") {
     const std::string folders[] = {"Windows\\System32\\", "Common\\", "Core\\", "Programs\\"};
     Text report = u"Release=16.12.2017-10:16:40\r\n";
     std::string_view section;
@@ -49,7 +49,8 @@ TEST_CASE_FIXTURE(ComponentMachine, "The report of a machine without components 
     CHECK(check.Text() == first);
 }
 
-TEST_CASE_FIXTURE(ComponentMachine, "A library that can't be loaded passes, but an object that isn't created fails") {
+TEST_CASE_FIXTURE(ComponentMachine,
+                  "An unloadable library passes the check; an object that can't be created fails it") {
     for (const std::string path : {"Windows\\System32\\sevDTA30.dll", "Core\\vcutil1.dll"}) {
         FileContent(Folder + path, "plain");
     }

@@ -1,7 +1,7 @@
 #include "Check.h"
 #include "platform/Regional.h"
 
-TEST_CASE("VarI4FromStr reads numbers that don't depend on the regional settings, with ties to even") {
+TEST_CASE("VarI4FromStr parses plain numbers in any locale and rounds ties to even") {
     std::int32_t number = 0;
     for (const auto& each : {std::pair(u"+7", 7),
                              {u"25E-1", 2},

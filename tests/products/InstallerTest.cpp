@@ -53,7 +53,7 @@ TEST_CASE_FIXTURE(InstallerFixture, "A lookup fills the record with the first ex
     }
 }
 
-TEST_CASE_FIXTURE(InstallerFixture, "The list holds up to 1000 products of one key, independent of lookups") {
+TEST_CASE_FIXTURE(InstallerFixture, "The list holds up to 1000 products per key, regardless of lookups") {
     products.Add("VT1", "Vandrel Test", "x {VT-1}", RawNumber(0x0408003F), "C:\\A");
     products.Add("VT2", "Vandrel Test", "no braces");
     products.Add("VT3", "", "{VT-3}");
@@ -80,7 +80,7 @@ TEST_CASE_FIXTURE(InstallerFixture, "The list holds up to 1000 products of one k
     CHECK(RaisedBy([&] { return installer.DisplayNames(1001); }).number == 9);
 }
 
-TEST_CASE_FIXTURE(InstallerFixture, "DisplayVersion shows the fields with and without zeros and points") {
+TEST_CASE_FIXTURE(InstallerFixture, "DisplayVersion shows the fields with and without leading zeros and dots") {
     struct {
         RawData stored;
         Text plain, fancy, noPoints;

@@ -114,7 +114,7 @@ TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck reports exactly what an import
     CHECK(Lines(check.Findings()) == u"Warnung: Der Abschnitt [Reporting] fehlt; ein Import leert seine Tabelle.\n");
 }
 
-TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck rejects files that fail to import or clear all tables") {
+TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck rejects files that can't be imported or would clear all tables") {
     CHECK(Check("[Tallora]\na=2147483648\n").description == u"Zeile 2: Überlauf");
     CHECK(Check("[Info]\n" + std::string(40000, 'x')).description == u"Zeile 2: Überlauf");
     CHECK(Check("[Tallora]\n" + std::string(16383, 'x') + "=1\n").number == 0);
@@ -228,7 +228,7 @@ TEST_CASE_FIXTURE(TestMachine, "A target is written completely or not at all, an
     CHECK(FileContent(ControlFile() + ".reg") == good);
 }
 
-TEST_CASE_FIXTURE(RolloutFixture, "/import restores what /export has written, for random tables") {
+TEST_CASE_FIXTURE(RolloutFixture, "/import restores what /export wrote, for random tables") {
     const std::vector<Text> names = {
         u"(Standard)", u"hugo",    u"J\u00F6rg M\u00FCller", u"OFFICE.anna", u"x ", u".hugo", u"\u20AC", u"(standard)",
         u"a\tb",       u"\"q\\\"", u"office.example.hugo"};
@@ -290,7 +290,7 @@ TEST_CASE_FIXTURE(RolloutFixture, "/wer and ForcedVersionTable resolve the same 
     }
 }
 
-TEST_CASE_FIXTURE(RolloutFixture, "/wer explains each step and skips another user's own default entry") {
+TEST_CASE_FIXTURE(RolloutFixture, "/wer explains each step and skips default entries that belong to another user") {
     Tables(u"(Standard)=3;hugo=7;WERK.hugo=1;", u"");
     main->ForcedVersionAll(false, u"(Standard)=0;");
     const auto lines = [](const std::vector<Text>& arguments) {
@@ -331,7 +331,7 @@ TEST_CASE_FIXTURE(RolloutFixture, "/wer explains each step and skips another use
     }
 }
 
-TEST_CASE("NameGuid computes name-based GUIDs of version 5") {
+TEST_CASE("NameGuid computes version 5 (name-based) GUIDs") {
     // The results of Python's uuid.uuid5(uuid.NAMESPACE_URL, name), for one block and several.
     CHECK(NameGuid("http://www.example.com/") == u"{FCDE3C85-2270-590F-9E7C-EE003D65E0E2}");
     CHECK(NameGuid(std::string(39, 'x')) == u"{F4EAEE1E-E483-528B-88BD-6B8932AB6E2B}");

@@ -13,7 +13,7 @@ const platform::Handle Machine = platform::KeyLocalMachine;
 
 }  // namespace
 
-TEST_CASE("Root and section are joined to a path") {
+TEST_CASE("Root and section are joined into a path") {
     const TestMachine machine;
     struct {
         Text root, section;
@@ -38,7 +38,7 @@ TEST_CASE("Root and section are joined to a path") {
     }
 }
 
-TEST_CASE("A get returns the stored value, or the default, or Empty") {
+TEST_CASE("Get returns the stored value, else the default, else Empty") {
     const TestMachine machine;
     RawValueSet(Machine, RawRoot + "\\S", "number", RawNumber(5));
     RawValueSet(Machine, RawRoot + "\\S", "big", RawNumber(0x80000000U));
@@ -50,7 +50,7 @@ TEST_CASE("A get returns the stored value, or the default, or Empty") {
     CHECK(option.CurrentUser(u"S", u"number") == Variant(Empty{}));
 }
 
-TEST_CASE("A set creates root and section; a probe and a delete leave no value") {
+TEST_CASE("Set creates the root and the section; a probe or a delete leaves no value behind") {
     const TestMachine machine;
     ProgOption option;
     option.SectionRoot(Root);

@@ -41,7 +41,7 @@ TEST_CASE_FIXTURE(RegistryKeyFixture, "A key opens for reading and gains rights 
     CHECK(RaisedBy([&] { registry.SubKeyFirst(); }).description == u"Key not opened: ");
 }
 
-TEST_CASE_FIXTURE(RegistryKeyFixture, "Each operation adds its right, and each KeyOpen function has its root") {
+TEST_CASE_FIXTURE(RegistryKeyFixture, "Operations add the rights they need, and KeyOpen functions use their own root") {
     struct {
         std::int32_t rights;
         std::function<void()> operation;
@@ -124,7 +124,7 @@ TEST_CASE_FIXTURE(RegistryKeyFixture,
     CHECK(registry.EOF_ValueName());
 }
 
-TEST_CASE_FIXTURE(RegistryKeyFixture, "A failed deletion raises an error with the pending description") {
+TEST_CASE_FIXTURE(RegistryKeyFixture, "A failed deletion raises an error with the description of the pending error") {
     RawValueSet(User, RawKey + "\\a\\b", "x", RawNumber(1));
     registry.KeyOpenCurrentUser(Key);
     CHECK(RaisedBy([&] { registry.SubKeyDelete(u"missing"); }).description == u"Error ");
@@ -138,7 +138,7 @@ TEST_CASE_FIXTURE(RegistryKeyFixture, "A failed deletion raises an error with th
                  });
 }
 
-TEST_CASE_FIXTURE(RegistryKeyFixture, "A stored value reads as string, number or Null") {
+TEST_CASE_FIXTURE(RegistryKeyFixture, "A stored value reads back as a string, a number or Null") {
     struct {
         RawData stored;
         Variant read;
@@ -158,7 +158,7 @@ TEST_CASE_FIXTURE(RegistryKeyFixture, "A stored value reads as string, number or
     CHECK(RaisedBy([&] { std::ignore = registry.Value(u"v"); }).number == 6);
 }
 
-TEST_CASE_FIXTURE(RegistryKeyFixture, "Strings and numbers are stored, other kinds of variants aren't") {
+TEST_CASE_FIXTURE(RegistryKeyFixture, "Strings and numbers are stored; other variant types aren't") {
     struct {
         Variant value;
         RawData stored;

@@ -54,7 +54,7 @@ TEST_CASE_FIXTURE(MachineWithTable, "ForcedVersion stores 32-bit numbers, and a 
     CHECK_FALSE(RawValue(Machine, Key, "hugo"));
 }
 
-TEST_CASE_FIXTURE(MachineWithTable, "Entries stored as text read as their number, and other types as -1") {
+TEST_CASE_FIXTURE(MachineWithTable, "Text entries read back as the number they spell; other entries read as -1") {
     struct {
         RawData stored;
         std::int32_t version;

@@ -26,7 +26,7 @@ std::string AccessControlList(const std::string& path) {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(TestMachine, "An overwritten file keeps its access control list and is still hidden") {
+TEST_CASE_FIXTURE(TestMachine, "An overwritten file keeps its access control list and stays hidden") {
     FileContent(ControlFile(), "old");
     PSECURITY_DESCRIPTOR descriptor = nullptr;
     REQUIRE(::ConvertStringSecurityDescriptorToSecurityDescriptorA("D:P(A;;FA;;;WD)", SDDL_REVISION_1, &descriptor,
@@ -44,7 +44,7 @@ TEST_CASE_FIXTURE(TestMachine, "An overwritten file keeps its access control lis
 }
 
 // Starts this program again with the file's name in an environment variable, so that only the test case below runs.
-TEST_CASE_FIXTURE(TestMachine, "A process killed while it replaces a file leaves the old or the new file") {
+TEST_CASE_FIXTURE(TestMachine, "A process killed while replacing a file leaves either the old or the new file") {
     const std::string contents[] = {std::string(300000, 'a'), std::string(300000, 'b')};
     std::string program(MAX_PATH, '\0');
     program.resize(::GetModuleFileNameA(nullptr, program.data(), MAX_PATH));

@@ -27,7 +27,7 @@ TEST_CASE("VarI4FromStr reads numbers in German format") {
     }
 }
 
-TEST_CASE("VarBstrFromDate formats dates as in German") {
+TEST_CASE("VarBstrFromDate formats dates the German way") {
     CHECK(platform::VarBstrFromDate(43085 + 86399.6 / 86400) == u"17.12.2017");
     CHECK(platform::VarBstrFromDate(43085 - 0.4 / 86400) == u"16.12.2017");
     CHECK(platform::VarBstrFromDate(43085.75) == u"16.12.2017 18:00:00");

@@ -242,7 +242,7 @@ TEST_CASE("A check that passes when repeated shows a resizable green window") {
     CheckReport(program, RGB(0, 255, 0), RGB(0, 0, 0), "OK");
 }
 
-TEST_CASE("Any command line other than -master exits at once" * doctest::test_suite("anywhere")) {
+TEST_CASE("The program exits immediately unless started with -master" * doctest::test_suite("anywhere")) {
     for (const std::string tail : {"", " -MASTER", " -Master", " \"-master\"", " -master x", " -master\t"}) {
         CAPTURE(tail);
         CHECK(Program(Start(tail)).ExitedCleanly());
@@ -250,7 +250,7 @@ TEST_CASE("Any command line other than -master exits at once" * doctest::test_su
 }
 
 // Mouse actions are repeated until they work: on a virtual display, a window that appears or closes can swallow them.
-TEST_CASE("The main window has its layout and tool tips, and clicking Fertig ends it") {
+TEST_CASE("The main window has the expected layout and tooltips, and Fertig closes it") {
     const BareRegistration bareRegistration;
     const Session session;
     const HWND window = session.window;
@@ -359,7 +359,7 @@ TEST_CASE("reg import accepts the file that vtv4v-reg writes") {
 }
 
 // The messages are queued after the answer to the question, so the import finds them while it runs.
-TEST_CASE("An import ignores clicks, refuses a log-off and delays closing the window") {
+TEST_CASE("During an import, clicks are ignored, logoff is refused and closing is delayed") {
     const Session session;
     std::string file = "[Tallora]\r\n";
     std::string entries;
@@ -419,7 +419,7 @@ TEST_CASE("Export and Edit open the control file or report why not; Demo only wr
 }
 
 // WM_CLOSE is sent, so it is handled while the program waits in GetMessage. The mouse must not wake that wait.
-TEST_CASE("A reactivated window keeps its focus and task bar button and ignores Escape") {
+TEST_CASE("A reactivated window keeps its focus and taskbar button and ignores Escape") {
     ::SetCursorPos(9999, 9999);
     const Session session("\"" + ProgramPath().insert(2, "\\a b\\..") + "\"   -master  ");
     Press(Focus(session.window), VK_TAB);

@@ -17,7 +17,7 @@ Handle CreateTestWindow(WindowEvents events) {
 
 }  // namespace
 
-TEST_CASE("A window prints its caption, labels and buttons, and tool tips on request") {
+TEST_CASE("A window prints its caption, labels and buttons, and its tooltips on request") {
     const LineRun run("qu\x1Btsch\n?\n");
     const Handle window = CreateTestWindow({});
     ControlToolTip(window, 3, u"Warum.");
@@ -28,7 +28,7 @@ TEST_CASE("A window prints its caption, labels and buttons, and tool tips on req
                               "> ?\n  1 Löschen: \n  2 LÖSCHEN: Warum.\n> \n");
 }
 
-TEST_CASE("An input line clicks a button only by its caption or number") {
+TEST_CASE("An input line clicks a button only if it is the button's caption or number") {
     const std::vector<std::pair<std::string, std::vector<std::size_t>>> cases{
         {"  LÖSCHEN \r\nlo\u0308schen\n2\n", {0, 0, 3}},
         {"0\n01\n3\n4\n-1\n1 2\n99999999999999999999\nLösch\n\n\t\n\xFF\n1", {0}},

@@ -21,7 +21,7 @@ Status Open(const std::string& path, std::uint32_t access, std::uint32_t disposi
 
 }  // namespace
 
-TEST_CASE("File calls ignore letter case and return the expected status on failure") {
+TEST_CASE("File calls are case-insensitive and return the expected status on failure") {
     const TestMachine machine;
     FileContent("C:\\Users\\file", "");
     FileContent("C:\\Users\\readonly", "");
@@ -56,7 +56,7 @@ TEST_CASE("File calls ignore letter case and return the expected status on failu
     CHECK(DeleteFileA("C:\\Users\\none") == 2);
 }
 
-TEST_CASE("An overwritten file keeps its owner and mode, and only a link with its own name is followed") {
+TEST_CASE("Overwriting keeps owner and mode, follows links and ignores a planted temp file") {
     const TestMachine machine;
     FileContent("C:\\away\\old", "old");
     FileContent("C:\\other", "other");

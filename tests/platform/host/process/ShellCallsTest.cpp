@@ -25,7 +25,7 @@ std::int32_t Shell(const std::string& file) {
 
 }  // namespace
 
-TEST_CASE("A document opens with the program of its type, or ShellExecuteA returns an error code") {
+TEST_CASE("A document opens in the program for its type, or ShellExecuteA returns an error") {
     TestMachine machine;
     machine.Environment("Tools", "C:\\Windows\\my tools");
     Script("C:\\Windows\\My Tools\\show", "exec >out\npwd; read -r line; echo $?\nfor each; do echo \"[$each]\"; done");
@@ -49,7 +49,7 @@ TEST_CASE("A document opens with the program of its type, or ShellExecuteA retur
     CHECK(Shell("\"C:\\fi\"\"le.half\"") == 2);
 }
 
-TEST_CASE("A started process can be waited for and keeps running after a time-out") {
+TEST_CASE("A started process can be waited for and keeps running after a timeout") {
     TestMachine machine;
     Script("C:\\Windows\\System32\\until", "while [ ! -e \"$1\" ]; do sleep 0.01; done; : >\"$1.seen\"");
     const std::string sign = OnMachine("sign").native();

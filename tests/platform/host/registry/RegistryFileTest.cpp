@@ -229,7 +229,7 @@ TEST_CASE("Calls on locked registry files fail within three seconds in total") {
     CHECK(RegSetValueExA(key, "n", RegBinary, "x") == StatusSuccess);
 }
 
-TEST_CASE("Deleting a key that another process deletes meanwhile reports it as missing") {
+TEST_CASE("Deleting a key that another process has just deleted reports it as missing") {
     const TestMachine machine;
     RawValueSet(KeyCurrentUser, "k", "n", RawNumber(1));
     SQLite::Database other(OnMachine("user.db").native(), SQLite::OPEN_READWRITE);
