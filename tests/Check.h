@@ -11,7 +11,7 @@
 #include "common/Error.h"
 #include "common/Text.h"
 
-// Prints strings of failed checks as text, and traps errors so that tests can check them.
+// Makes failed checks print strings as text, and traps errors so that tests can check them.
 
 namespace doctest {
 template <>
@@ -22,7 +22,7 @@ struct StringMaker<Text> {
 };
 }  // namespace doctest
 
-// Returns the error that `steps` raise, or an error with the number 0.
+// Returns the error that `steps` raises, or an error with number 0 if it raises none.
 template <typename Steps>
 Error RaisedBy(Steps&& steps) {
     return TrapError(steps).value_or(Error(0, {}));

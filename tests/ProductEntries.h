@@ -14,7 +14,7 @@ public:
     ProductEntries(const ProductEntries&) = delete;
     ProductEntries& operator=(const ProductEntries&) = delete;
 
-    // Adds a product below the key of setup programs or, with `userMode`, of Windows Installer.
+    // Adds a product below Windows Installer's key if `userMode` is true, otherwise below the Uninstall key.
     void Add(const std::string& subKey, const std::string& displayName, const std::string& unInstallString,
              const std::optional<RawData>& version = {}, const std::string& installLocation = {},
              bool userMode = false) {

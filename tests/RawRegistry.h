@@ -7,7 +7,7 @@
 
 #include "platform/RegistryCalls.h"
 
-// Accesses the registry with the system's calls, without the classes under test.
+// Accesses the registry through system calls, bypassing the classes under test.
 
 struct RawData {
     std::uint32_t type;
@@ -17,7 +17,7 @@ struct RawData {
 
 // Returns a RegDword.
 RawData RawNumber(std::uint32_t number);
-// Returns a RegSz with its terminator.
+// Returns a RegSz, including the terminator.
 RawData RawText(const std::string& text);
 
 void RawValueSet(platform::Handle root, const std::string& key, const std::string& name, const RawData& data);

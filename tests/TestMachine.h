@@ -5,12 +5,12 @@
 #include <optional>
 #include <string>
 
-// The machine that a test case runs on: new at the start of the case, removed or restored at the end. On the host it is
-// a temporary folder. On Windows it is the running system, with a temporary folder and a registry of its own. Strings
-// are in the system's 8-bit code page.
+// The machine on which a test case runs: new at the start of the case, removed or restored at the end. On the host, it
+// is a temporary folder. On Windows, it is the running system with a temporary folder and redirected registry roots.
+// Strings are in the system's 8-bit code page.
 class TestMachine {
 public:
-    // Creates a machine with empty registry roots of the products, a folder for documents, USERNAME "hugo", USERDOMAIN
+    // Creates a machine with empty registry roots for the products, a documents folder, USERNAME "hugo", USERDOMAIN
     // "OFFICE" and USERDNSDOMAIN "office.example".
     TestMachine();
     ~TestMachine();
@@ -20,15 +20,15 @@ public:
     // Returns the path of "vtv4v.txt" in the user's folder "Eigene Dateien", as the program sees it.
     [[nodiscard]] std::string ControlFile() const;
 
-    // Sets or unsets an environment variable of this process until the end of the case.
+    // Sets or unsets an environment variable of this process until the end of the test case.
     void Environment(const std::string& name, const std::optional<std::string>& value);
 
 private:
-    // The parts of construction and destruction that depend on the platform.
+    // The platform-dependent parts of construction and destruction.
     void SetUp();
     void TearDown();
 
-    std::filesystem::path folder_;  // deleted at the end
+    std::filesystem::path folder_;  // deleted on destruction
     std::map<std::string, std::optional<std::string>> earlierVariables_;
 };
 
@@ -36,11 +36,11 @@ private:
 std::optional<std::string> ProcessVariable(const std::string& name);
 void ProcessVariable(const std::string& name, const std::optional<std::string>& value);
 
-// Returns the path on the disk of a file with this path in the program.
+// Converts a path as the program sees it to a path on disk.
 std::filesystem::path OnDisk(const std::string& path);
 
-// Write and read a whole file without the code under test. DiskFile takes a path on the disk, FileContent a path in the
-// program. Writing creates missing folders.
+// Write and read whole files without the code under test. DiskFile takes a path on disk, FileContent a path as the
+// program sees it. Writing creates missing folders.
 void DiskFile(const std::filesystem::path& path, const std::string& bytes);
 std::optional<std::string> DiskFile(const std::filesystem::path& path);
 void FileContent(const std::string& path, const std::string& bytes);

@@ -18,13 +18,13 @@ namespace {
 // The expected outcome of an operation in which one of `calls` failed.
 struct Effect {
     std::vector<Seam> calls;
-    Text message;       // if it ends in a line end, the description of the fault must follow
+    Text message;       // if it ends with a newline, the fault's description must follow
     std::string state;  // a regular expression
 };
 
 struct Operation {
     std::string input;
-    std::string success;          // the expected state, even if a call failed that no effect lists
+    std::string success;          // the expected state, also after the failure of a call with no listed effect
     std::vector<Effect> effects;  // effects of the same call are alternatives
 };
 
@@ -35,8 +35,8 @@ bool Matches(const Effect& effect, const Outcome& outcome, const Text& descripti
     return hasMessage && std::regex_match(outcome.state, std::regex(effect.state));
 }
 
-// Runs the operation once for each call that it makes after the program's start, and lets that call fail. After each
-// fault the same operation must succeed.
+// Runs the operation once for every call it makes after startup, making that call fail. After each fault, the same
+// operation must succeed.
 void FailEachCallInTurn(const Operation& operation) {
     const std::string close = "OK\nFertig\n";
     const std::string input = operation.input + close;
@@ -76,7 +76,7 @@ void FailEachCallInTurn(const Operation& operation) {
 
 }  // namespace
 
-TEST_CASE("A failed call in any operation has the expected effect, and the next attempt succeeds") {
+TEST_CASE("A failed call in any operation has the expected effect, and a retry succeeds") {
     using enum Seam;
     const std::string main = R"(\(Standard\)=3;hugo=0;ruedi=1;\n)";
     const std::string reporting = R"(\(Standard\)=3;hugo=1;ruedi=99;\n)";
@@ -98,7 +98,7 @@ TEST_CASE("A failed call in any operation has the expected effect, and the next 
     const Operation operations[] = {
         {"",
          before,
-         // If a product's folder can't be found, the check fails. A forced version that can't be read doesn't apply.
+         // If a product's folder can't be found, the check fails. An unreadable forced version is ignored.
          {{{RegOpenKeyExA, RegQueryValueExA, RegEnumKeyExA}, u"", before},
           {{RegOpenKeyExA, RegQueryValueExA, RegEnumKeyExA, FindNormalFile, CreateObject},
            u"check failed, report copied",
@@ -116,7 +116,7 @@ TEST_CASE("A failed call in any operation has the expected effect, and the next 
           {{ShellExecuteA}, noEditor, exported}}},
         {"Importieren\nJa\n",
          imported,
-         // Some keys are opened again after they were created, and some may be missing.
+         // Not every failed open matters: some keys are then created, and some may be missing.
          {{{CreateFileA, ReadFile}, u"16 Fehlgeschlagen!", before},
           {{RegOpenKeyExA}, u"", imported},
           {{RegOpenKeyExA, RegCreateKeyExA, RegSetValueExA}, u"16 Fehlgeschlagen!", partly},
@@ -159,7 +159,7 @@ TEST_CASE("A full disk, a denied deletion and a failed load have the expected ef
 }
 
 TEST_CASE("A click or close during an import doesn't interrupt it or start anything else") {
-    // If a second click asked its question, the input would answer yes.
+    // If a second click asked its question, the input would answer Yes.
     const std::string input = "Importieren\nJa\nJa\nOK\nOK\nFertig\n";
     FaultMachine machine;
     machine.Session("Fertig\n");

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Returns the report of a check during which one call fails. Checks that no handle and no error remains.
+// Returns the report of a check during which one call fails. Checks that no handle leaks and no error stays pending.
 Text ReportUnder(const SeamFault& fault) {
     VcoreTest check;
     CheckNoHandleLeaks([&] {

@@ -7,31 +7,31 @@
 #include "TestMachine.h"
 #include "faults/FaultySeam.h"
 
-// Runs `steps` and checks that every key, file and process handle that they opened is closed.
+// Runs `steps` and checks that it closes all key, file and process handles that it opens.
 void CheckNoHandleLeaks(const std::function<void()>& steps);
 
-// The messages that a program run showed and the state that it left.
+// The messages a program run showed and the state it left behind.
 struct Outcome {
-    Text messages;  // as SeamStop returns them; "check failed" for the check's window, ", report copied" for its hint
+    Text messages;      // SeamStop's result, plus "check failed" and ", report copied" if the program showed that
     std::string state;  // as State() returns it
     bool operator==(const Outcome&) const = default;
 };
 
-// A machine with the complete suite, an entry list in both tables, a control file with other entries, and an editor
-// that exits immediately.
+// A machine with the complete suite, entries in both tables, a control file with other entries, and an editor that
+// exits immediately.
 class FaultMachine : public TestMachine {
 public:
-    // Leaves out the components with these names (see InstalledSuiteAdd).
+    // Omits the components in `without` (see InstalledSuiteAdd).
     explicit FaultMachine(const std::set<std::string>& without = {});
 
     // Restores the initial tables and control file.
     void Reset();
 
-    // Runs the program from start to end with `input`. Checks that it leaves no handle, no error and no other file in
-    // the control file's folder.
+    // Runs the program with `input` until it exits. Checks that no handle leaks, no error stays pending, and the
+    // control file's folder contains no other file.
     Outcome Session(const std::string& input, const SeamFault& fault = {}, const SeamHook& hook = {});
 
-    // Returns both tables as item strings, one per line, and the control file with its line ends replaced by ";". Of an
-    // exported control file, returns only the two tables.
+    // Returns both tables as item strings, one per line, then the control file with its line endings replaced by ";".
+    // An exported control file is reduced to its tables.
     [[nodiscard]] std::string State() const;
 };

@@ -22,7 +22,7 @@ struct SeamState {
     SeamHook hook;
     Text messages{};
     std::string record{};
-    bool isBypassed = true;  // the call comes from the test or from within the platform
+    bool isBypassed = true;  // called by the test itself or from inside the platform
     platform::Handle opened = 0;
     platform::WindowEvents events{};
 };
@@ -33,7 +33,7 @@ SeamState state;
 constexpr std::array Names = {SEAM_CALLS(SEAM_TEXT)};
 #undef SEAM_TEXT
 
-// A result that stands for an exception that isn't an Error.
+// A result that makes a call throw an exception that isn't an Error.
 constexpr std::int64_t Thrown = -1;
 
 template <std::integral Number>

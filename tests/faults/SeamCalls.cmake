@@ -1,6 +1,6 @@
-# Looks up the symbols of the seam's functions in LIBRARY with NM. Writes OUTPUT.h, which defines SEAM_CALLS(Use) as a
-# Use(name, symbol) for each function, and OUTPUT.txt, the linker options that redirect the calls to FaultySeam.cpp.
-# FaultySeam.cpp relies on the order: registry calls first, then file calls; calls from ShellExecuteA on are recorded.
+# Uses NM to look up the symbols of the seam functions in LIBRARY. Writes OUTPUT.h, which defines SEAM_CALLS(Use) as one
+# Use(name, symbol) per function, and OUTPUT.txt, the linker options that redirect the calls to FaultySeam.cpp. The
+# order matters there: registry calls come first, then file calls; calls from ShellExecuteA on are recorded.
 set(calls
   RegOpenKeyExA RegCreateKeyExA RegDeleteKeyA RegDeleteValueA RegEnumKeyExA RegEnumValueA RegQueryValueExA
   RegSetValueExA

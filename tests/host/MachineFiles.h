@@ -13,11 +13,11 @@
 // Returns the path of a file in the machine's folder, such as "user.db" or "drives/c/Users".
 std::filesystem::path OnMachine(const std::string& below);
 
-// Sets or clears the owner's write bit of a file or folder in the machine's folder.
+// Sets or clears the owner's write bit on a file or folder in the machine's folder.
 void Writable(const std::string& below, bool writable);
 
-// Runs `steps` in a child process, which exits with the value they return. The child is aborted if they throw, so that
-// it doesn't clean up after the test case.
+// Runs `steps` in a child process, which exits with the value that `steps` returns. If `steps` throws, the child is
+// aborted, so that it doesn't clean up after the test case.
 template <typename Steps>
 pid_t Started(Steps&& steps) {
     const pid_t process = fork();
@@ -27,5 +27,5 @@ pid_t Started(Steps&& steps) {
     return process;
 }
 
-// Waits for a process to exit and returns its exit code, or -1 if a signal ended it.
+// Waits for a process to exit and returns its exit code, or -1 if a signal killed it.
 int ExitCode(pid_t process);

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Runs the program in its own process, with `input` as standard input. `start` is a command that executes it.
+// Runs the program in its own process, with `input` as standard input. `start` is a prefix of its command.
 int Run(const std::string& input, const std::string& arguments = "-master", const std::string& start = {}) {
     DiskFile(OnMachine("typed"), input);
     const std::string files = " <'" + OnMachine("typed").native() + "' >'" + OnMachine("shown").native() + "' 2>&1";
@@ -41,7 +41,7 @@ TEST_CASE("An import killed at any time leaves every entry either complete or mi
         file += "user" + std::to_string(item) + "=" + std::to_string(item % 6) + "\r\n";
     }
     FileContent(machine.ControlFile(), file);
-    std::mt19937 random(4863);  // NOLINT: a fixed seed repeats the same delays
+    std::mt19937 random(4863);  // NOLINT: the fixed seed makes the delays reproducible
     const auto start = std::chrono::steady_clock::now();
     Run(input);
     const std::chrono::duration<double> duration = std::chrono::steady_clock::now() - start;

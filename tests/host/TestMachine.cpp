@@ -12,11 +12,11 @@
 
 namespace fs = std::filesystem;
 
-// Standard input is empty, so that no program that a case starts waits for input.
+// Empties standard input, so that programs started by a test case don't wait for input.
 void TestMachine::SetUp() {
     std::string folder = (fs::temp_directory_path() / "vtv4v-test-XXXXXX").native();
     if (std::freopen("/dev/null", "r", stdin) == nullptr || mkdtemp(folder.data()) == nullptr) {
-        throw std::runtime_error("no empty input or no folder for a test's machine");
+        throw std::runtime_error("can't empty standard input or create the test machine's folder");
     }
     folder_ = folder;
     Environment("VTV4V_MACHINE", folder);

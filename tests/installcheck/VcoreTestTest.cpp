@@ -12,7 +12,7 @@ namespace {
 
 const Text Missing = u"), *** File not Found ***\r\n";
 
-// A machine without components. A test case adds files that have no version resource and can't be loaded.
+// A machine without components. Test cases add files that have no version resource and can't be loaded.
 struct ComponentMachine : TestMachine {
     std::string Folder = ControlFile().substr(0, ControlFile().rfind('\\') + 1);
     ProductEntries Products;
@@ -49,14 +49,13 @@ TEST_CASE_FIXTURE(ComponentMachine, "The report for a machine without components
     CHECK(check.Text() == first);
 }
 
-TEST_CASE_FIXTURE(ComponentMachine,
-                  "An unloadable library passes the check; an object that can't be created fails it") {
+TEST_CASE_FIXTURE(ComponentMachine, "An unloadable library passes the check; an object that can't be created doesn't") {
     for (const std::string path : {"Windows\\System32\\sevDTA30.dll", "Core\\vcutil1.dll"}) {
         FileContent(Folder + path, "plain");
     }
     platform::ObjectReference none = 0;
     const platform::Status status = platform::CreateObject(u"VCUTIL1.DebugLog", none);
-    Text text = platform::StatusText(status);  // the host has none
+    Text text = platform::StatusText(status);  // empty on the host
     text = text.empty() ? u"Automatisierungsfehler " + DecimalText(status) : text;
     VcoreTest check;
     CHECK_FALSE(check.Ok());

@@ -6,7 +6,7 @@
 namespace {
 
 struct InstallerFixture : TestMachine {
-    // Returns the list entries of the test; a Windows machine has other products too.
+    // Returns only the entries that the test created; a Windows machine lists other products too.
     Text OwnProducts() {
         Text own;
         for (std::int32_t index = 1; index <= installer.Count(); ++index) {
@@ -66,7 +66,7 @@ TEST_CASE_FIXTURE(InstallerFixture, "The list holds up to 1000 products per key,
     CHECK_FALSE(installer.IsInstalled());
     installer.GUI(u"VT-4");
     CHECK(OwnProducts() == u"VT-1,Vandrel Test,x {VT-1},C:\\A,04.08.063;VT-4,Vandrel Test B,{VT-4},,;");
-    CHECK(installer.Version() == installer.Versions(installer.Count()));  // DisplayVersions copied it to the record
+    CHECK(installer.Version() == installer.Versions(installer.Count()));  // copied to the record by DisplayVersions
     CHECK(installer.DisplayName() == u"Vandrel Test B");
     for (const std::int32_t outside : {0, installer.Count() + 1}) {
         CHECK(installer.DisplayNames(outside).empty());

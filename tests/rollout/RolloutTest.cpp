@@ -75,7 +75,7 @@ struct RolloutFixture : TestMachine {
 
 TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck reports exactly what an import skips or silently accepts") {
     struct {
-        std::string file;  // after both sections: its lines start with number 3, in [Reporting]
+        std::string file;  // appended to BothSections, so it starts at line 3, in [Reporting]
         Text findings;
         std::size_t skippedCount;
     } const cases[] = {
@@ -147,7 +147,7 @@ TEST_CASE_FIXTURE(CheckFixture, "The tables are written as a .reg file and as Gr
     }
     const std::string xml =
         PreferencesFileBytes(check.Tables(), EntriesOnlyIn(earlier, check.Tables()), u"2026-01-02 03:04:05");
-    // Items of three lines in two collections in one: three updates, one and three deletions.
+    // Seven lines for the collections and three per item: three updates, then one and three deletions.
     CHECK(std::ranges::count(xml, '\n') == 7 + 3 * 7);
     for (const std::string part :
          {"name=\"a\\&quot;&amp;&lt;\" status=\"a\\&quot;&amp;&lt;\" image=\"12\" changed=\"2026-01-02 03:04:05\" uid=",
@@ -181,7 +181,7 @@ TEST_CASE_FIXTURE(TestMachine, "A target is written completely or not at all, an
         std::string content;
         std::vector<Text> arguments;
         RolloutResult result;
-        std::string targets;  // the first characters of the .reg and the .xml file
+        std::string targets;  // the first four characters of the .reg and the .xml file
     } const cases[] = {
         {good, {file, target}, Success, {"\xFF\xFEW\0 earl", 9}},
         {good + "b\n", {file, file + u".XML"}, NeedsReview, "earl <?xm"},
@@ -220,7 +220,7 @@ TEST_CASE_FIXTURE(TestMachine, "A target is written completely or not at all, an
                   FileContent(ControlFile() + ".XML")->substr(0, 4) ==
               each.targets);
     }
-    // The control file by its path on the machine and by another path.
+    // The target is the control file, under the same path or under another one.
     FileContent(ControlFile() + ".reg", good);
     const Text name = platform::TextFromAnsi(ControlFile() + ".reg");
     CHECK(RunRollout({name, target}) == Failed);
@@ -332,7 +332,7 @@ TEST_CASE_FIXTURE(RolloutFixture, "/wer explains each step and skips default ent
 }
 
 TEST_CASE("NameGuid computes version 5 (name-based) GUIDs") {
-    // The results of Python's uuid.uuid5(uuid.NAMESPACE_URL, name), for one block and several.
+    // Results of Python's uuid.uuid5(uuid.NAMESPACE_URL, name), for names of one SHA-1 block and of several.
     CHECK(NameGuid("http://www.example.com/") == u"{FCDE3C85-2270-590F-9E7C-EE003D65E0E2}");
     CHECK(NameGuid(std::string(39, 'x')) == u"{F4EAEE1E-E483-528B-88BD-6B8932AB6E2B}");
     CHECK(NameGuid(std::string(40, 'x')) == u"{F562C38A-A8FE-5CDD-B523-6F30CFB54847}");

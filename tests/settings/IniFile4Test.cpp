@@ -37,7 +37,7 @@ TEST_CASE("Setting an item moves it to the end of its section") {
     document.Value(u"s", u"A", u"4");
     document.Section(u"T");
     CHECK(document.Stream() == u"[S]\r\nc\r\nA=4\r\n\r\n[T]\r\n");
-    CHECK(RaisedBy([&] { document.WriteFile(); }).number == 0);  // without a path
+    CHECK(RaisedBy([&] { document.WriteFile(); }).number == 0);  // ignored, because there is no path
     document.Value(u"S", u"d", u"5=6=");
     document.Value(u"S", u"e=", u"");
     struct {
@@ -56,7 +56,7 @@ TEST_CASE("Setting an item moves it to the end of its section") {
     document.Value(u"U", u"ee", longest);
     CHECK(RaisedBy([&] { return document.Value(u"U", u"ee"); }).number == 6);
     CHECK(RaisedBy([&] { document.Sections()->Add(u"keyU", {}); }).number == 5);
-    // An error in a section replaces the rest of the text by its description.
+    // If a section fails, the error's description replaces the rest of the text.
     document.Sections()->Add(u"KEYV", {});
     document.Section(u"W");
     CHECK(document.Stream().ends_with(u"=" + longest + u"\r\n\r\nIndex außerhalb des gültigen Bereichs"));
@@ -83,7 +83,7 @@ TEST_CASE_FIXTURE(TestMachine, "An existing file is replaced only if the caller 
     const Text path = platform::TextFromAnsi(ControlFile());
     FileContent(ControlFile(), "earlier");
     IniFile4 document;
-    document.WriteFile(path, true);  // an empty document
+    document.WriteFile(path, true);  // ignored, because the document is empty
     document.Value(u"Ä", u"b", u"2");
     CHECK(RaisedBy([&] { document.WriteFile(); }).number == 58);
     CHECK(FileContent(ControlFile()) == "earlier");

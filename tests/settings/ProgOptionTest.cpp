@@ -68,7 +68,7 @@ TEST_CASE("Set creates the root and the section; a probe or a delete leaves no v
         CHECK(RawKeyExists(User, RawRoot + "\\ U"));
         CHECK(RawValue(User, RawRoot + "\\U", "name") == RawNumber(static_cast<std::uint32_t>(number)));
     }
-    // After a failed set the next operation starts from a closed key.
+    // After a failed set, the next operation starts with a closed key.
     CHECK(RaisedBy([&] { option.CurrentUser(u"S", u"name", NotGiven{}, std::int32_t{-1}); }).number == 5);
     CHECK(option.CurrentUserCanWrite({}));
 }

@@ -12,7 +12,7 @@ const Text Key = u"Software\\Vandrel\\Tallora\\Test";
 const std::string RawKey = "Software\\Vandrel\\Tallora\\Test";
 const platform::Handle User = platform::KeyCurrentUser;
 
-// A machine on which the user has the key, and a Registry that is closed at the end.
+// A machine with the key below HKEY_CURRENT_USER, and a Registry that is closed on destruction.
 struct RegistryKeyFixture : TestMachine {
     RegistryKeyFixture() { RawValueSet(User, RawKey, "", RawNumber(1)); }
     ~RegistryKeyFixture() { registry.KeyClose(); }
@@ -57,7 +57,7 @@ TEST_CASE_FIXTURE(RegistryKeyFixture, "Operations add the rights they need, and 
         CHECK(registry.AccessMode() == each.rights);
         registry.KeyClose();
     }
-    // A deleted key isn't created again when it is reopened.
+    // Reopening a deleted key doesn't recreate it.
     for (const auto& each : operations) {
         RawValueSet(User, RawKey, "", RawNumber(1));
         registry.KeyOpenCurrentUser(Key);

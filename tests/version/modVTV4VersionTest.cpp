@@ -17,7 +17,7 @@ std::string MinuteText(double date) {
     return text.substr(0, text.rfind(':'));
 }
 
-// A machine with the globals that the window sets when it loads.
+// A machine with the global variables that the main window sets when it loads.
 struct LoadedMachine : TestMachine {
     LoadedMachine() {
         MainVersions = ProductProfileMain().Profile.Table;
@@ -36,7 +36,7 @@ struct LoadedMachine : TestMachine {
         return MainVersions->ForcedVersionAll(true) + u" | " + ReportingVersions->ForcedVersionAll(true);
     }
     [[nodiscard]] std::string File() const { return FileContent(ControlFile()).value_or("no file"); }
-    // The part of the control file that doesn't depend on machine and time.
+    // Returns the part of the control file that doesn't depend on the machine or the time.
     [[nodiscard]] std::string Sections() const { return File().substr(File().find("\r\n\r\n[Versions]")); }
 };
 
@@ -45,7 +45,7 @@ struct LoadedMachine : TestMachine {
 TEST_CASE_FIXTURE(LoadedMachine, "Demo and export write the documented control file, and an import reads it back") {
     for (const auto& write : {WriteDemoFile, ExportVersions}) {
         write();
-        // Compares minutes, because the next minute may have begun since.
+        // Also accepts the previous minute, because a new one may have begun since.
         const std::string head = "[Info]\r\nFile=" + ControlFile() + "\r\nUser=hugo\r\nTimeStamp=";
         const double now = platform::Now();
         CHECK((File().starts_with(head + MinuteText(now)) || File().starts_with(head + MinuteText(now - 1.0 / 1440))));
@@ -68,9 +68,9 @@ TEST_CASE_FIXTURE(LoadedMachine, "An import collects the items of the sections [
     } const cases[] = {
         {"a repeated section", "z=1\n[Tallora]\na=1\n[Reporting]\nb=2\n[End]\nx=1\n[Tallora]\n\nc=3\n",
          u"a=1;c=3; | b=2;"},
-        {"spaces around head and line", "  [Tallora]  \r  a=1  \r", u"a=1; | "},
-        {"a tab before the head", "\t[Tallora]\na=1\n", u" | "},
-        {"other letter case", "[tallora]\na=1\n[Reporting]\nb=2\n", u" | b=2;"},
+        {"spaces around heading and line", "  [Tallora]  \r  a=1  \r", u"a=1; | "},
+        {"a tab before the heading", "\t[Tallora]\na=1\n", u" | "},
+        {"different case", "[tallora]\na=1\n[Reporting]\nb=2\n", u" | b=2;"},
         {"no closing bracket", "[Reporting\na=1\n[Tallora\nb=1\n", u" | "},
         {"any last character", "[Tallora)\na=1\n", u"a=1; | "},
         {"text after the bracket", "[Tallora] x\na=1\n[\nb=1\n[]\nc=1\n", u" | "},

@@ -8,7 +8,7 @@
 #include "platform/windows/Win32.h"
 
 // clang-format off
-#include <sddl.h>  // needs windows.h
+#include <sddl.h>  // requires windows.h
 // clang-format on
 
 using platform::windows::Owned;
@@ -43,7 +43,7 @@ TEST_CASE_FIXTURE(TestMachine, "An overwritten file keeps its access control lis
     CHECK((::GetFileAttributesA(ControlFile().c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0);
 }
 
-// Starts this program again with the file's name in an environment variable, so that only the test case below runs.
+// Restarts this program to run only the test case below. An environment variable passes the file's name.
 TEST_CASE_FIXTURE(TestMachine, "A process killed while replacing a file leaves either the old or the new file") {
     const std::string contents[] = {std::string(300000, 'a'), std::string(300000, 'b')};
     std::string program(MAX_PATH, '\0');

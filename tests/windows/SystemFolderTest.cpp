@@ -16,7 +16,7 @@ bool Loads(const char* library) {
     return Owned<HMODULE, ::FreeLibrary>(::LoadLibraryA(library)) != nullptr;
 }
 
-// Starts a command line and returns the exit code of its process.
+// Runs a command line and returns its exit code.
 DWORD ExitCode(const std::string& commandLine) {
     std::int32_t processId = 0;
     REQUIRE(platform::StartCommandLine(commandLine, 0, processId) == platform::StatusSuccess);

@@ -41,7 +41,7 @@ exit /b 0
 :run
 >>proof.txt echo.
 >>proof.txt echo == %*
-rem The program writes its own file: a process that it leaves running could keep a redirected proof.txt open.
+rem The program writes to its own file, because a process that it leaves running could keep proof.txt open.
 %1\tests\%2.exe --duration --out=cases.txt %3
 if not "%errorlevel%"=="0" set failed=%failed% %1\%2
 type cases.txt >>proof.txt 2>&1

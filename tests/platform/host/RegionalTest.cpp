@@ -42,7 +42,7 @@ TEST_CASE("Every byte of the code page survives conversion to text and back") {
     CHECK(platform::TextFromAnsi("\x80\x81\x9F\xE4") == u"\u20AC\u0081\u0178\u00E4");
     CHECK(platform::AnsiFromText(u"\u0080\u4E2D") == "??");
     CHECK(platform::host::FromUtf8("\xC3\xA4\xF0\x9F\x98\x80") == u"\u00E4\U0001F600");
-    CHECK(platform::host::FromUtf8("M\xFCller") == u"M\u00FCller");  // isn't UTF-8
+    CHECK(platform::host::FromUtf8("M\xFCller") == u"M\u00FCller");  // invalid UTF-8
     CHECK(platform::CharUpperW(u"az\u00E0\u00FE\u00F7\u00DF\u00FF\u0153\u0161\u017E") ==
           u"AZ\u00C0\u00DE\u00F7\u00DF\u0178\u0152\u0160\u017D");
 }

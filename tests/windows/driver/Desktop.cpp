@@ -77,8 +77,8 @@ HWND WaitForBox() {
     return box;
 }
 
-// Posts the button's notification instead of a click, which a box in the background would miss or, once the program has
-// ended, another window could receive.
+// Posts the button's notification rather than a click: a background box would miss a click, and after the program has
+// exited the click could land in another window.
 void AnswerBox(HWND box, int button) {
     ::PostMessageA(box, button == CloseBox ? WM_CLOSE : WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
                    reinterpret_cast<LPARAM>(::GetDlgItem(box, button)));

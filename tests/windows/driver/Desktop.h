@@ -12,22 +12,22 @@
 
 // Waits until `condition` is true. Returns false after a minute, which is long enough for a busy machine.
 bool Eventually(const std::function<bool()>& condition);
-// Waits long enough for an unwanted effect to show and returns `condition()` after that.
+// Waits long enough for unwanted effects to show, then returns `condition()`.
 bool StaysTrue(const std::function<bool()>& condition);
 
-// Returns left, top, width and height of a window, relative to the screen or to the client area of its parent.
+// Returns a window's left, top, width and height, relative to the screen or to the client area of its parent.
 std::array<int, 4> Bounds(HWND window);
 std::string Caption(HWND window);
 // Returns the visible child windows in tab order.
 std::vector<HWND> Children(HWND window);
 // Returns the window with the keyboard focus in the thread of `window`.
 HWND Focus(HWND window);
-// Returns the text of the visible tool tip, or an empty string.
+// Returns the text of the visible tooltip, or an empty string.
 std::string ToolTip();
 
 // Wait for the window with this title, or for a message box that is ready to be answered.
 HWND WaitForWindow(const char* title);
 HWND WaitForBox();
-// Answers a box with one of its buttons (IDYES etc.) or its close box, and waits until it has closed.
+// Answers a message box with a button (IDYES etc.) or its close box, and waits until the message box has closed.
 constexpr int CloseBox = 0;
 void AnswerBox(HWND box, int button);

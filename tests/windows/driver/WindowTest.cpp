@@ -8,8 +8,8 @@
 #include "Desktop.h"
 #include "TestMachine.h"
 
-// Drives the program like a user, through windows, mouse, keyboard, message boxes and the clipboard. The cases in the
-// test suite "anywhere" also run on machines without the accounting suite and change only the clipboard there.
+// Drives the program like a user, through windows, mouse, keyboard, message boxes and the clipboard. The test cases in
+// the test suite "anywhere" also run on machines without the accounting suite, and change only the clipboard there.
 
 namespace {
 
@@ -37,7 +37,7 @@ std::string Start(const std::string& tail = " -master") {
 // Runs the program without a control file and terminates it on destruction.
 class Program {
 public:
-    // `component` is the result of sevDTA_Init: "-1" fails always, "once" fails on the first call.
+    // `component` controls sevDTA_Init: "-1" makes every call fail, "once" only the first call.
     explicit Program(std::string commandLine = Start(), const std::string& component = "0") {
         machine.Environment("VTV4V_SEVDTA_RESULT", component);
         // The program, unlike this process, always uses the real registry.
@@ -58,7 +58,7 @@ public:
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
 
-    // Waits for the process to exit. True if it exits by itself with code 0.
+    // Waits for the process to exit. Returns true if it exits by itself with code 0.
     [[nodiscard]] bool ExitedCleanly() const {
         DWORD code = 1;
         return ::WaitForSingleObject(process_.hProcess, 10000) == WAIT_OBJECT_0 &&
@@ -75,7 +75,7 @@ private:
 // machine.
 class Session : public Program {
 public:
-    // Waits until the window is in the task bar, since entering it hides the window and shows it again.
+    // Waits until the window is in the taskbar, because adding it there hides the window and shows it again.
     explicit Session(const std::string& start = Start()) : Program(start) {
         REQUIRE(Eventually([this] { return InTaskBar() && Waiting() && Focus(window) != nullptr; }));
         const LSTATUS status = ::RegDeleteTreeA(HKEY_LOCAL_MACHINE, Tables.c_str());
@@ -85,7 +85,7 @@ public:
     [[nodiscard]] HWND Button(const std::string& caption) const {
         return ::FindWindowExA(window, nullptr, "BUTTON", caption.c_str());
     }
-    // True if the window waits for input and shows no message box.
+    // True if the window is waiting for input and no message box is showing.
     [[nodiscard]] bool Waiting() const {
         return ::IsWindowVisible(window) && ::IsWindowEnabled(window) && ::FindWindowA("#32770", nullptr) == nullptr;
     }
@@ -101,7 +101,7 @@ std::string DefaultValue(const std::string& key) {
     return value;
 }
 
-// Registers the library of sevPopUp2.PopUp by its bare file name until the end of the scope. The check must find it.
+// Registers sevPopUp2.PopUp's library by its bare file name until the end of the scope. The check must still find it.
 class BareRegistration {
 public:
     BareRegistration() { Register("sevPopUp2.dll"); }
@@ -151,7 +151,7 @@ std::string ClipboardContent() {
     return content;
 }
 
-// Samples the pixels of a window and returns the number of samples with each colour.
+// Samples the pixels of a window and returns the number of samples of each colour.
 std::map<COLORREF, int> Colours(HWND window) {
     RECT bounds{};
     ::GetWindowRect(window, &bounds);
@@ -166,8 +166,8 @@ std::map<COLORREF, int> Colours(HWND window) {
     return colours;
 }
 
-// Click, double-click or press a key with posted messages. Unlike real input, they can't get lost when a window
-// appears.
+// Click, double-click or press a key by posting messages. Unlike real input, posted messages can't get lost when a
+// window appears.
 void Click(HWND button) {
     ::PostMessageA(button, BM_CLICK, 0, 0);
 }
@@ -358,7 +358,7 @@ TEST_CASE("reg import accepts the file that vtv4v-reg writes") {
     CHECK(ForcedVersions() == "=3 J\xF6rg=1 q\"\\u=99 | ruedi=0 | ");
 }
 
-// The messages are queued after the answer to the question, so the import finds them while it runs.
+// The messages are queued behind the answer to the question, so the import receives them while it runs.
 TEST_CASE("During an import, clicks are ignored, logoff is refused and closing is delayed") {
     const Session session;
     std::string file = "[Tallora]\r\n";
@@ -418,7 +418,7 @@ TEST_CASE("Export and Edit open the control file or report why not; Demo only wr
     CHECK(ForcedVersions() == "| | ");
 }
 
-// WM_CLOSE is sent, so it is handled while the program waits in GetMessage. The mouse must not wake that wait.
+// WM_CLOSE is sent, so the program handles it while waiting in GetMessage. The mouse must not end that wait.
 TEST_CASE("A reactivated window keeps its focus and taskbar button and ignores Escape") {
     ::SetCursorPos(9999, 9999);
     const Session session("\"" + ProgramPath().insert(2, "\\a b\\..") + "\"   -master  ");

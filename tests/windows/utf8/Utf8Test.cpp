@@ -10,7 +10,7 @@
 #include "version/ProductProfileReporting.h"
 #include "version/modVTV4Version.h"
 
-// The program under UTF-8 as the system code page, which its manifest selects on Windows 10 version 1903 and later.
+// Runs the program with UTF-8 as the system code page, which its manifest selects on Windows 10 version 1903 and later.
 
 namespace {
 

@@ -61,12 +61,12 @@ TEST_CASE("A registry file whose creation was interrupted is completed") {
     Shell("machine.db", "PRAGMA user_version = 1");
     CHECK(Open("Software\\Classes", KeyQueryValue) == StatusSuccess);
     CHECK(Create("k") == StatusSuccess);
-    Shell("user.db", "PRAGMA journal_mode = WAL");  // as earlier releases did before they created the tables
+    Shell("user.db", "PRAGMA journal_mode = WAL");  // as earlier releases did before creating the tables
     RawValueSet(KeyCurrentUser, "k", "n", RawNumber(1));
     CHECK(RawValue(KeyCurrentUser, "k", "n") == RawNumber(1));
 }
 
-TEST_CASE("A process without write rights sees only committed changes, or fails with 5") {
+TEST_CASE("A process without write access sees only committed changes or gets error 5") {
     const TestMachine machine;
     for (const std::string change : {"", "UPDATE value SET data = 2;"}) {
         if (!change.empty()) {
