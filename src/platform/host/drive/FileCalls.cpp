@@ -124,7 +124,7 @@ Status MoveFileExA(const std::string& from, const std::string& to) {
         return status;
     }
     std::error_code error;
-    const fs::path file = target.IsMissing() ? fs::path(target.path) : fs::canonical(target.path, error);
+    const fs::path file = fs::weakly_canonical(target.path, error);
     if (const Status status = CheckParentFolder(file); status != StatusSuccess) {
         return status;
     }

@@ -50,8 +50,8 @@ constexpr const char* InsertTop = "INSERT OR IGNORE INTO key VALUES (1, NULL, ?,
 // SQLite takes a smaller file for an empty one and would overwrite it.
 constexpr off_t SmallestDatabase = 512;
 
-bool ProcessMay(int access, const std::filesystem::path& path) {
-    return faccessat(AT_FDCWD, path.c_str(), access, AT_EACCESS) == 0;
+bool MayWrite(const std::filesystem::path& path) {
+    return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
 }
 
 bool IsSameFile(const struct stat& one, const struct stat& other) {
@@ -77,8 +77,8 @@ Database& RegistryFile::ForReading() {
         return *database_;
     }
     database_.reset();
-    writable_ = (now.st_mode & S_IWUSR) != 0 && ProcessMay(W_OK, path_) &&
-                ProcessMay(W_OK, path_.parent_path());  // SQLite's journal is next to the file
+    // SQLite's journal is next to the file.
+    writable_ = (now.st_mode & S_IWUSR) != 0 && MayWrite(path_) && MayWrite(path_.parent_path());
     opened_ = now;
     try {
         database_ = Open(now.st_size == 0 ? ":memory:" : path_.native(), SQLite::OPEN_READWRITE);
