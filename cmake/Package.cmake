@@ -1,6 +1,6 @@
 # The release archive: the programs, the manual and the licences. Built by ./release.
 
-# The manual as a single HTML file with embedded pictures. Its links rely on GitHub's section anchors, hence `gfm`.
+# The manual as a single HTML file with embedded pictures. Only `gfm` generates the section anchors used in its links.
 find_program(PANDOC pandoc)
 if(PANDOC)
   file(GLOB manual_pictures CONFIGURE_DEPENDS docs/*.png)

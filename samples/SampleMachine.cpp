@@ -30,7 +30,7 @@ namespace fs = std::filesystem;
 
 constexpr const char* Usage =
     "usage: sample-machine DIR [--without COMPONENT]...\n"
-    "COMPONENT is a row of the check's report, such as sevCmd4.ocx, vcutil1.dll or MazeWalker.exe.\n";
+    "COMPONENT is a row in the check's report, such as sevCmd4.ocx, vcutil1.dll or MazeWalker.exe.\n";
 constexpr const char* NotepadPath = "C:\\Windows\\notepad";
 
 // Values below HKEY_CLASSES_ROOT that associate text files with a terminal editor.

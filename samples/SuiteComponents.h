@@ -8,7 +8,7 @@
 enum class SuiteFolder {
     System,    // %SystemRoot%\System32
     Common,    // %CommonProgramFiles%
-    Core,      // the installation folder of the core package
+    Core,      // the core package's installation folder
     Programs,  // %ProgramFiles%
 };
 

@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-// The machine on which a test case runs: new at the start of the case, removed or restored at the end. On the host, it
-// is a temporary folder. On Windows, it is the running system with a temporary folder and redirected registry roots.
-// Strings are in the system's 8-bit code page.
+// The machine on which a test case runs, set up for the test case and removed or restored afterwards. On the host, the
+// machine is a temporary folder. On Windows, it is the running system with a temporary folder and redirected registry
+// roots. Strings are in the system's 8-bit code page.
 class TestMachine {
 public:
     // Creates a machine with empty registry roots for the products, a documents folder, USERNAME "hugo", USERDOMAIN

@@ -9,7 +9,7 @@
 
 namespace {
 
-// Runs the program in its own process, with `input` as standard input. `start` is a prefix of its command.
+// Runs the program in its own process, with `input` as standard input. `start` precedes the program's path.
 int Run(const std::string& input, const std::string& arguments = "-master", const std::string& start = {}) {
     DiskFile(OnMachine("typed"), input);
     const std::string files = " <'" + OnMachine("typed").native() + "' >'" + OnMachine("shown").native() + "' 2>&1";

@@ -1,6 +1,6 @@
 @echo off
 rem Runs the tests in the folders next to this file, and writes proof.txt: the program's version and commit, the Windows
-rem version and settings, each test case with its time and its failures, and in the last line whether all tests passed.
+rem version and settings, the time and the failures of each test case, and in the last line whether all tests passed.
 rem The tests change only the clipboard and need no administrator rights. Run this file on a machine without any of the
 rem suite's components.
 setlocal
