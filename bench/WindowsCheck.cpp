@@ -30,9 +30,9 @@ std::vector<std::string> ReportedFiles(std::string_view report) {
     return files;
 }
 
-void CreateAndRelease(const std::u16string& programmaticIdentifier) {
+void CreateAndRelease(const std::u16string& progId) {
     platform::ObjectReference object = 0;
-    platform::CreateObject(programmaticIdentifier, object);
+    platform::CreateObject(progId, object);
     platform::ReleaseObject(object);
 }
 
