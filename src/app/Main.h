@@ -1,5 +1,4 @@
 #pragma once
 
-// Runs the program. Does nothing unless the command line consists of the option "-master". Shows an uncaught error in a
-// message box.
+// Runs the program. Does nothing unless the command line is "-master". Shows an uncaught error in a message box.
 void Main();

@@ -36,7 +36,7 @@ void RunOperation(platform::Handle window, void (*operation)()) {
     operation();
 }
 
-// Asks before an operation that changes the registry, runs it and reports only whether it succeeded.
+// Asks for confirmation, then runs an operation that changes the registry and reports only whether it succeeded.
 void AskAndRun(platform::Handle window, const char16_t* caption, const char16_t* effect, void (*operation)()) {
     const std::int32_t answer =
         platform::MessageBoxW(Text(effect) + u"\r\nWeiterfahren?", platform::ProgramVersionGet().fileDescription,
@@ -179,7 +179,7 @@ void frmVTV4V::Unload() {
     mainProfile_.reset();
 }
 
-// ShowInTaskBar hides and shows the window, which activates it again.
+// ShowInTaskBar hides and shows the window, which triggers another activation event.
 void frmVTV4V::Activated() {
     if (!enteringTaskBar_) {
         const platform::ScopedValue entering(enteringTaskBar_, true);

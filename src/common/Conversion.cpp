@@ -19,7 +19,7 @@ std::int32_t LongFromText(const Text& text) {
 
 }  // namespace
 
-std::optional<std::int32_t> WholeNumber(const Variant& value) {
+std::optional<std::int32_t> IntegerValue(const Variant& value) {
     if (const auto* const byte = std::get_if<std::uint8_t>(&value)) {
         return *byte;
     }
@@ -37,14 +37,14 @@ bool IsNumeric(const Variant& value) {
         std::int32_t number = 0;
         return platform::VarI4FromStr(*text, number) != platform::DispTypeMismatch;
     }
-    return WholeNumber(value).has_value();
+    return IntegerValue(value).has_value();
 }
 
 std::int32_t LongFrom(const Variant& value) {
     if (const Text* const text = std::get_if<Text>(&value)) {
         return LongFromText(*text);
     }
-    const std::optional<std::int32_t> number = WholeNumber(value);
+    const std::optional<std::int32_t> number = IntegerValue(value);
     if (!number) {
         Raise(RuntimeError::TypeMismatch);
     }
@@ -52,7 +52,7 @@ std::int32_t LongFrom(const Variant& value) {
 }
 
 std::int16_t IntegerFrom(double number) {
-    const double rounded = std::nearbyint(number);  // ties to even, the C library's initial rounding mode
+    const double rounded = std::nearbyint(number);  // ties to even, the C library's default rounding mode
     if (!(rounded >= INT16_MIN && rounded <= INT16_MAX)) {
         Raise(RuntimeError::Overflow);
     }
@@ -66,6 +66,6 @@ Text TextFrom(const Variant& value) {
     if (const Date* const date = std::get_if<Date>(&value)) {
         return platform::VarBstrFromDate(date->days);
     }
-    const std::optional<std::int32_t> number = WholeNumber(value);
+    const std::optional<std::int32_t> number = IntegerValue(value);
     return number ? DecimalText(*number) : Text();
 }

@@ -6,21 +6,21 @@
 #include "common/Text.h"
 #include "common/Variant.h"
 
-// Tests and conversions of variants, under the user's regional settings.
+// Tests and converts variants, using the user's regional settings.
 
-// Returns the number in a variant of an integer kind, or nothing for any other kind.
-std::optional<std::int32_t> WholeNumber(const Variant& value);
+// Returns the value of an integer variant, or nothing for any other type.
+std::optional<std::int32_t> IntegerValue(const Variant& value);
 
-// True for an integer and for a string that is a number, even one that exceeds 32 bits.
+// True if the value is an integer or a numeric string, even if the number exceeds 32 bits.
 bool IsNumeric(const Variant& value);
 
-// Converts an integer or a numeric string to 32 bits. Rounds to the nearest whole number, ties to even. Raises 6
-// (overflow) if the number exceeds 32 bits, 13 (type mismatch) for any other value.
+// Converts an integer or a numeric string to a 32-bit integer. Rounds to the nearest integer, ties to even. Raises 6
+// (overflow) if the number doesn't fit in 32 bits, 13 (type mismatch) for any other value.
 std::int32_t LongFrom(const Variant& value);
 
-// Converts the number to 16 bits, rounding in the same way. Raises 6 (overflow) if the number exceeds 16 bits.
+// Converts a number to a 16-bit integer, rounding the same way. Raises 6 (overflow) if it doesn't fit in 16 bits.
 std::int16_t IntegerFrom(double number);
 
-// Returns a string unchanged, an integer in decimal digits, or a date in its default form. Returns an empty string for
-// any other value.
+// Converts a value to a string. Strings are returned unchanged, integers in decimal, dates in the default format.
+// Anything else yields an empty string.
 Text TextFrom(const Variant& value);

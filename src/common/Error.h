@@ -16,8 +16,8 @@ struct Error : std::runtime_error {
     Text description;
 };
 
-// Number and description of the last raised error, kept until a trap handles the error or Clear is called. An operation
-// that raises an error without a description of its own uses this one (the pending description).
+// The number and description of the last raised error, kept until a trap handles the error or Clear is called. An error
+// raised without a description of its own uses this one (the pending description).
 class ErrorState {
 public:
     [[nodiscard]] std::int32_t Number() const { return number_; }
@@ -53,7 +53,7 @@ enum class RuntimeError : std::int32_t {
 // Returns the error with its German description.
 Error RuntimeErrorOf(RuntimeError error);
 
-// Raise an error: set the error state and throw an Error.
+// Raises an error: sets the error state and throws an Error.
 [[noreturn]] void Raise(const Error& error);
 [[noreturn]] void Raise(std::int32_t number, const Text& description);
 // Raises a run-time error with its German description.
@@ -63,8 +63,8 @@ Error RuntimeErrorOf(RuntimeError error);
 // Raises the run-time error that corresponds to a file call's status. Does nothing on StatusSuccess.
 void RaiseFileStatus(platform::Status status);
 
-// Runs `steps` until an error is raised. Returns the error and clears the error state. Without an error, leaves the
-// state unchanged: it may belong to an outer trap.
+// Runs `steps`. If an error is raised, clears the error state and returns the error. Otherwise leaves the error state
+// unchanged, because it may belong to an outer trap.
 template <typename Steps>
 std::optional<Error> TrapError(const Steps& steps) {
     std::optional<Error> trapped;
@@ -81,8 +81,8 @@ std::optional<Error> TrapError(const Steps& steps) {
     return trapped;
 }
 
-// Runs each of `steps`; an error ends only its own step. Later steps find the error in the error state, which is
-// cleared after the last step. Without an error, leaves the state unchanged.
+// Runs each of `steps`; an error ends only the step that raised it. The error stays in the error state for the later
+// steps and is cleared after the last one. If no step fails, leaves the error state unchanged.
 template <typename... Steps>
 void IgnoreErrors(const Steps&... steps) {
     bool trapped = false;

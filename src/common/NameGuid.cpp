@@ -13,7 +13,7 @@ using Digest = std::array<std::uint32_t, 5>;
 
 constexpr std::size_t BlockSize = 64;
 
-// The function and the constant of a round (FIPS 180-4, 4.1.1 and 4.2.1).
+// The round function and round constant (FIPS 180-4, 4.1.1 and 4.2.1).
 std::uint32_t RoundFunction(std::size_t round, std::uint32_t b, std::uint32_t c, std::uint32_t d) {
     switch (round / 20) {
         case 0:
@@ -67,7 +67,7 @@ Digest Sha1(std::string bytes) {
 Text NameGuid(const std::string& name) {
     Digest digest = Sha1(std::string(UrlNamespace) + name);
     digest[1] = (digest[1] & 0xFFFF0FFF) | 0x5000;      // version 5
-    digest[2] = (digest[2] & 0x3FFFFFFF) | 0x80000000;  // variant of RFC 4122
+    digest[2] = (digest[2] & 0x3FFFFFFF) | 0x80000000;  // RFC 4122 variant
     Text guid = u"{" + HexText(digest[0]) + HexText(digest[1]) + HexText(digest[2]) + HexText(digest[3]) + u"}";
     for (const std::size_t position : {9U, 14U, 19U, 24U}) {
         guid.insert(position, u"-");

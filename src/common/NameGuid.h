@@ -4,6 +4,6 @@
 
 #include "common/Text.h"
 
-// Returns the name-based GUID of a UTF-8 name (RFC 4122, version 5, in the URL namespace) in braces, with uppercase
-// digits. The same name always has the same GUID.
+// Returns the name-based GUID of a UTF-8 name (RFC 4122, version 5, URL namespace) in braces, with uppercase hex
+// digits. The same name always yields the same GUID.
 Text NameGuid(const std::string& name);

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-// A string of UTF-16 code units. Documented positions in it count from 1.
+// A string of UTF-16 code units. Comments use 1-based positions.
 using Text = std::u16string;
 
 // A view of a string that is owned elsewhere.

@@ -46,8 +46,8 @@ private:
     bool kept_ = false;
 };
 
-// Creates a file in the folder of `path` and sets `tempPath` to its name. The name is random, so that nobody can plant
-// a file or link under it.
+// Creates a temporary file next to `path` and sets `tempPath` to its path. The name is random, so that nobody can plant
+// a file or link there.
 platform::Status CreateTempFile(const std::string& path, std::string& tempPath, platform::Handle& file) {
     platform::Status status = platform::StatusFileExists;
     for (std::random_device random; status == platform::StatusFileExists;) {
@@ -62,8 +62,9 @@ bool IsDiskFull(platform::Status status) {
            status == platform::StatusDiskQuota;
 }
 
-// Returns false if the folder takes no temporary file, or if the existing file can't be replaced or its permissions
-// can't be copied. Raises an error if the disk is full. The existing file is unchanged in all these cases.
+// Returns false if the temporary file can't be created, the existing file's permissions can't be copied, or the
+// existing file can't be replaced. Raises a file error if the disk is full or a write fails. Any failure leaves the
+// existing file unchanged.
 bool TryReplaceViaTempFile(const std::string& path, std::string_view bytes) {
     std::string tempPath;
     platform::Handle handle = 0;

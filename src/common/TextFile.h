@@ -6,13 +6,13 @@
 #include "common/OwnedHandle.h"
 #include "common/Text.h"
 
-// Reads a text file in the system's 8-bit code page line by line. CR LF, LF and CR end a line; the last line may lack a
-// line end. Every failure raises the run-time error for the status of the failed call.
+// Reads a text file in the system's 8-bit code page line by line. Lines end with CR LF, LF or CR; the last line may
+// lack a line ending. If a file call fails, raises the run-time error for its status.
 class TextFileReader {
 public:
     explicit TextFileReader(const Text& path);
 
-    // Not const: reads ahead.
+    // Not const, because it reads ahead.
     bool AtEnd();
     Text ReadLine();
 
@@ -24,13 +24,13 @@ private:
     std::size_t next_ = 0;
 };
 
-// Writes `text` to a file in the system's 8-bit code page. On failure raises the run-time error for the status of the
-// failed call.
+// Writes `text` to a file in the system's 8-bit code page. If a file call fails, raises the run-time error for its
+// status.
 //
-// With `overwrite`, writes a temporary file in the same folder, gives it the permissions of the existing file and
-// renames it over that file, so that an error or a killed process leaves either the old or the new file. If the folder
-// or another program prevents this, truncates the existing file and writes it in place. If the file exists and
-// `overwrite` is false, raises 58, even if another process has just created it.
+// If `overwrite` is true, writes a temporary file in the same folder, copies the existing file's permissions to it and
+// renames it over the existing file. An error or a killed process therefore leaves either the old file or the new one.
+// If the folder or another program prevents this, overwrites the existing file in place. If `overwrite` is false and
+// the file exists, raises 58, even if another process has just created the file.
 void WriteTextFile(const Text& path, const Text& text, bool overwrite);
 
 // Like WriteTextFile, but writes the bytes unchanged.

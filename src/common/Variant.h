@@ -5,7 +5,7 @@
 
 #include "common/Text.h"
 
-// The kinds of a variant without a value. A missing argument, an empty value and a null value are three different
+// The types of a variant without a value. A missing argument, an empty value and a null value are three different
 // things.
 struct NotGiven {
     bool operator==(const NotGiven&) const = default;
@@ -23,5 +23,4 @@ struct Date {
     bool operator==(const Date&) const = default;
 };
 
-// A value of one of a fixed set of kinds.
 using Variant = std::variant<NotGiven, Empty, Null, bool, std::uint8_t, std::int16_t, std::int32_t, double, Date, Text>;

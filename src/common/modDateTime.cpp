@@ -21,7 +21,7 @@ Text TwoDigits(std::int32_t number) {
     return ZeroPadLong(number, 2);
 }
 
-// Returns the day `days` after the base date.
+// Returns the date `days` days after the base date.
 std::chrono::year_month_day DayOf(double days) {
     if (!(days >= (FirstDate - BaseDate).count() && days <= (LastDate - BaseDate).count())) {
         Raise(RuntimeError::InvalidArgument);

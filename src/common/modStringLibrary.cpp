@@ -8,7 +8,7 @@
 
 namespace {
 
-// Converts to 16 bits. Raises 6 (overflow) if the number is too large.
+// Converts the number to 16 bits. Raises 6 (overflow) if it doesn't fit.
 std::int16_t ToInt16(std::int64_t number) {
     if (number < std::numeric_limits<std::int16_t>::min() || number > std::numeric_limits<std::int16_t>::max()) {
         Raise(RuntimeError::Overflow);
@@ -25,7 +25,7 @@ std::int16_t WidthToEnd(std::int16_t length, std::int16_t start) {
     return ToInt16(ToInt16(length - start) + 1);
 }
 
-// Returns the last position of a range. Adds first, because the sum must fit 16 bits too.
+// Returns the last position of a range. Adds before subtracting, because the sum must fit in 16 bits too.
 std::int16_t LastPosition(std::int16_t start, std::int16_t width) {
     return ToInt16(ToInt16(start + width) - 1);
 }
@@ -119,7 +119,7 @@ std::int16_t ScanChars(const Text& text, const Text& chars, std::optional<bool> 
     if (chars.empty() && !fromEnd) {
         return 1;
     }
-    Length(text);  // raises an overflow if the string is too long, wherever the match is
+    Length(text);  // raises 6 (overflow) if the string is too long, even if an early character matches
     const std::size_t found = fromEnd ? (outside ? text.find_last_not_of(chars) : text.find_last_of(chars))
                                       : (outside ? text.find_first_not_of(chars) : text.find_first_of(chars));
     return found == Text::npos ? std::int16_t{0} : ToInt16(static_cast<std::int64_t>(found) + 1);

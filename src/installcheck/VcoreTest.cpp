@@ -42,7 +42,7 @@ Text FailureMark(const Text& failure) {
     return u"*** " + OneLine(failure) + u" ***";
 }
 
-// True if the row text of a file probe doesn't end with a failure.
+// True unless a file probe's row text ends with a failure message.
 bool FileFound(const Text& rowText) {
     return !rowText.ends_with(u'*');
 }
@@ -51,18 +51,18 @@ Text SystemPath(const Text& fileName) {
     return PathCombine(EnvironmentVariable(u"SystemRoot"), u"\\System32\\" + fileName);
 }
 
-// The system has no text for many COM statuses.
+// The system has no message text for many COM statuses.
 Text StatusDescription(platform::Status status) {
     const Text text = platform::StatusText(status);
     return text.empty() ? u"Automatisierungsfehler " + DecimalText(status) : text;
 }
 
-// Owns an object of an outside component and releases it on destruction.
+// Owns an object of an external component and releases it on destruction.
 class OwnedObject {
 public:
     // Raises the COM status if the object can't be created.
-    explicit OwnedObject(const Text& programmaticIdentifier) {
-        const platform::Status status = platform::CreateObject(programmaticIdentifier, object_);
+    explicit OwnedObject(const Text& progId) {
+        const platform::Status status = platform::CreateObject(progId, object_);
         if (status != platform::StatusSuccess) {
             Raise(status, StatusDescription(status));
         }
@@ -86,7 +86,7 @@ std::string InitialisationText() {
     return text;
 }
 
-// Returns -1 if the library reports a failure. A library that can't be called counts as a success.
+// Returns -1 if the library reports a failure. If the library can't be called, returns 0, which counts as success.
 std::int32_t sevDTA_Init(const Text& libraryPath) {
     std::int32_t result = 0;
     platform::CallTextFunction(platform::AnsiFromText(libraryPath), "sevDTA_Init", InitialisationText(), result);
@@ -219,12 +219,12 @@ void VcoreTest::TestMazeWalker() {
     return FileTest(PathCombine(EnvironmentVariable(u"CommonProgramFiles"), u"\\" + relativePath), noAdd);
 }
 
-void VcoreTest::ObjectTest(const ::Text& rowName, const ::Text& fileText, const ::Text& programmaticIdentifier) {
-    ItemAdd(rowName, FileFound(fileText) ? fileText + TestMark + ObjectTestText(programmaticIdentifier) : fileText);
+void VcoreTest::ObjectTest(const ::Text& rowName, const ::Text& fileText, const ::Text& progId) {
+    ItemAdd(rowName, FileFound(fileText) ? fileText + TestMark + ObjectTestText(progId) : fileText);
 }
 
-::Text VcoreTest::ObjectTestText(const ::Text& programmaticIdentifier) {
-    const std::optional<Error> error = TrapError([&] { const OwnedObject object(programmaticIdentifier); });
+::Text VcoreTest::ObjectTestText(const ::Text& progId) {
+    const std::optional<Error> error = TrapError([&] { const OwnedObject object(progId); });
     if (!error) {
         return Passed;
     }

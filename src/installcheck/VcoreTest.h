@@ -14,7 +14,7 @@ public:
     VcoreTest();
 
     // Runs the check and returns true if it passed. If it failed and `withErrMsg` is true, beeps and shows frmVCoreTest
-    // until the user closes it. The window repeats the check, but the result is that of the first run.
+    // until the user closes it. The window repeats the check, but Ok returns the result of its own run.
     bool Ok(bool withErrMsg = false);
 
     // Returns the report, or an empty string before the first run. Rows of a later run replace those with the same
@@ -39,13 +39,13 @@ private:
     void ItemAdd(const ::Text& name, const ::Text& value) { report_.Value(currentSection_, name, value); }
     [[nodiscard]] ::Text CoreFolder() const { return coreProduct_.InstallLocation(); }
 
-    // Probe a file and return the row text. Unless `noAdd` is true, also add the row under the file's name.
+    // Probes a file and returns the row text. Unless `noAdd` is true, also adds the row under the file's name.
     ::Text FileTest(const ::Text& path, bool noAdd);
     ::Text FileTestSystem(const ::Text& fileName, bool noAdd);
     ::Text FileTestCommon(const ::Text& relativePath, bool noAdd);
     // Adds a row. If its file was found, also tests whether the object can be created.
-    void ObjectTest(const ::Text& rowName, const ::Text& fileText, const ::Text& programmaticIdentifier);
-    ::Text ObjectTestText(const ::Text& programmaticIdentifier);
+    void ObjectTest(const ::Text& rowName, const ::Text& fileText, const ::Text& progId);
+    ::Text ObjectTestText(const ::Text& progId);
 
     Installer coreProduct_;  // the suite's core package, whose folder contains the suite's own components
     ::Text currentSection_;

@@ -23,7 +23,7 @@ constexpr platform::Rectangle Label2Bounds{240, 3840, 8055, 255};
 // Minimum size of the window, including its frame.
 constexpr platform::Size MinimumSize{8730, 5280};
 
-// Space around the panel: frame and margin to the right, and room for the hint below.
+// Space around the panel: frame and margin on the right, the hint line at the bottom.
 constexpr std::int32_t RightOfLabel1 = 420;
 constexpr std::int32_t BelowLabel1 = 1000;
 constexpr std::int32_t GapToLabel2 = 120;

@@ -3,7 +3,7 @@
 #include "common/Text.h"
 #include "platform/Handle.h"
 
-// Window that repeats the check, shows the report of that run on a green or red panel and copies it to the clipboard.
+// The window that repeats the check, shows the report on a green or red panel and copies it to the clipboard.
 class frmVCoreTest {
 public:
     frmVCoreTest();

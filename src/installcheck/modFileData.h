@@ -5,7 +5,7 @@
 #include "common/Text.h"
 #include "common/Variant.h"
 
-// A file with any attributes.
+// A file, even if it is hidden or a system file.
 struct File {
     Date dateLastModified;  // in local time
 };
@@ -13,5 +13,5 @@ struct File {
 // Returns nothing if the file is missing or inaccessible, or if the path is a folder.
 std::optional<File> FileGet(const Text& path);
 
-// Returns the date of the file's last change, or Null if FileGet returns nothing.
+// Returns the file's last modification date, or Null if FileGet returns nothing.
 Variant FileDateGet(const Text& path);

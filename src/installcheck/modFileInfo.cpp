@@ -61,7 +61,7 @@ Text TypeText(std::uint32_t type) {
     }
 }
 
-// Returns the high and the low word as signed numbers.
+// Returns the high and low words as signed numbers, separated by a dot.
 Text SignedWords(std::uint32_t words) {
     return DecimalText(static_cast<std::int16_t>(words >> 16)) + u"." + DecimalText(static_cast<std::int16_t>(words));
 }

@@ -2,7 +2,7 @@
 
 #include "common/Text.h"
 
-// Facts from the fixed version information of a file.
+// Data from a file's fixed version information.
 struct FileInfo {
     Text Name;      // the part of the path after the last backslash
     Text TypeText;  // the file type in words, or empty for an unlisted type

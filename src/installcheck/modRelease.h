@@ -2,6 +2,6 @@
 
 #include "common/Text.h"
 
-// Return the release date and time shown in the report. Update both for each release.
+// Returns the release date and time shown in the report. Update both for each release.
 Text ReleaseDate();
 Text ReleaseTime();

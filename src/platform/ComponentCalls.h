@@ -5,15 +5,15 @@
 
 #include "platform/Handle.h"
 
-// Outside components: COM objects created by programmatic identifier, and library functions.
+// External components: COM objects created by ProgID, and library functions.
 namespace platform {
 
-// Reference to an object of an outside component, or 0.
+// A reference to an object of an external component, or 0.
 using ObjectReference = std::intptr_t;
 
-// Creates an object from its programmatic identifier. On failure sets `object` to 0 and returns a COM status (a
-// negative number), for which StatusText returns the description.
-Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReference& object);
+// Creates an object from its ProgID. On failure sets `object` to 0 and returns a COM status (a negative number), which
+// StatusText describes.
+Status CreateObject(const std::u16string& progId, ObjectReference& object);
 
 // Releases an object. Does nothing if `object` is 0.
 void ReleaseObject(ObjectReference object) noexcept;
@@ -25,8 +25,8 @@ void ReleaseObject(ObjectReference object) noexcept;
 Status CallTextFunction(const std::string& libraryPath, const std::string& function, const std::string& text,
                         std::int32_t& result);
 
-// Returns the system's description of a status in the user's language, without a line break at the end. Returns an
-// empty string if the status is unknown.
+// Returns the system's description of a status in the user's language, without a trailing line break, or an empty
+// string if the status is unknown.
 std::u16string StatusText(Status status);
 
 }  // namespace platform

@@ -7,21 +7,21 @@
 
 #include "platform/Handle.h"
 
-// Files by path: "C:\folder\name", in the system's 8-bit code page. Letter case is ignored. File handles are closed
-// with CloseHandle.
+// Files. Paths such as "C:\folder\name" are case-insensitive and in the system's 8-bit code page. File handles are
+// closed with CloseHandle.
 namespace platform {
 
 inline constexpr std::uint32_t GenericRead = 0x80000000U;
 inline constexpr std::uint32_t GenericWrite = 0x40000000U;
 
-inline constexpr std::uint32_t CreateNew = 1;     // fails with StatusFileExists if the name exists, even as a link
+inline constexpr std::uint32_t CreateNew = 1;  // fails with StatusFileExists if the name exists, even if it is a link
 inline constexpr std::uint32_t CreateAlways = 2;  // truncates an existing file
 inline constexpr std::uint32_t OpenExisting = 3;
 
-// Opens or creates a file, depending on `disposition`. `access` is GenericRead or GenericWrite. On failure sets `file`
-// to 0 and returns 2 if the file is missing, 3 if its folder or drive is missing, 5 if the path is a folder, if access
-// is denied, or if a read-only file is opened for writing, 19 if the disk is write-protected, 123 if the name is
-// invalid, 206 if the name is too long.
+// Opens or creates a file, depending on `disposition`. `access` is GenericRead or GenericWrite. On failure, sets `file`
+// to 0 and returns 2 if the file is missing; 3 if its folder or drive is missing; 5 if the path is a folder, access is
+// denied, or a read-only file is opened for writing; 19 if the disk is write-protected; 123 if the name is invalid; 206
+// if it is too long.
 Status CreateFileA(const std::string& path, std::uint32_t access, std::uint32_t disposition, Handle& file);
 
 // Reads up to `buffer.size()` bytes and sets `read` to the number of bytes read, 0 at the end of the file.
@@ -34,9 +34,9 @@ Status WriteFile(Handle file, std::string_view data);
 // Flushes the file's data to disk.
 Status FlushFileBuffers(Handle file);
 
-// Gives a file that is open for writing the permissions of the file at `path`: its access control list and attributes
-// on Windows, its owner and mode on the host. Returns 2 if `path` is missing, 5 if it is read-only or isn't a file, or
-// if its permissions can't be copied.
+// Copies the permissions of the file at `path` to a file that is open for writing: the access control list and
+// attributes on Windows, the owner and mode on the host. Returns 2 if `path` is missing; 5 if it is read-only or isn't
+// a file, or if its permissions can't be copied.
 Status CopyPermissions(const std::string& path, Handle file);
 
 // Renames `from` to `to` atomically, replacing an existing file. Returns 5 if that file is read-only or a folder. On
@@ -53,7 +53,7 @@ std::string FindNormalFile(const std::string& path);
 // True if the path is a file, even a hidden one. False for a folder.
 bool IsFile(const std::string& path);
 
-// True if both paths lead to the same existing file or folder.
+// True if both paths refer to the same existing file or folder.
 bool IsSameFile(const std::string& path, const std::string& other);
 
 // Sets `date` to the file's last modification time as a local date value (days since 30 December 1899). Returns 2 or 3

@@ -12,13 +12,13 @@
 // system's status; an output argument is set only on StatusSuccess unless its comment says otherwise.
 namespace platform {
 
-// Predefined root handles, as numbered in the system's headers. They are always open, and closing one has no effect.
+// Predefined root handles, numbered as in the Windows headers. They are always open, and closing one has no effect.
 inline constexpr Handle KeyClassesRoot = static_cast<Handle>(0x80000000U);
 inline constexpr Handle KeyCurrentUser = static_cast<Handle>(0x80000001U);
 inline constexpr Handle KeyLocalMachine = static_cast<Handle>(0x80000002U);
 inline constexpr Handle KeyUsers = static_cast<Handle>(0x80000003U);
 
-// Rights of an open key. A handle has exactly the rights it was opened with.
+// Access rights of an open key. A handle has exactly the rights it was opened with.
 inline constexpr std::int32_t KeyQueryValue = 1;
 inline constexpr std::int32_t KeySetValue = 2;
 inline constexpr std::int32_t KeyCreateSubKey = 4;
@@ -33,7 +33,7 @@ inline constexpr std::uint32_t RegDword = 4;
 inline constexpr std::uint32_t RegMultiSz = 7;
 
 // Opens `subKey` below `key` with the rights in `access`. If `subKey` is empty, opens `key` itself. On failure sets
-// `opened` to 0 and returns 2 if the key is missing, 5 if a right is denied, 6 if `key` isn't a valid handle.
+// `opened` to 0 and returns 2 if the key is missing, 5 if access is denied, 6 if `key` isn't a valid handle.
 Status RegOpenKeyExA(Handle key, const std::string& subKey, std::uint32_t options, std::int32_t access, Handle& opened);
 
 // Closes an open key. Returns 6 if `key` isn't a valid handle.
@@ -44,7 +44,7 @@ Status RegCloseKey(Handle key) noexcept;
 Status RegCreateKeyExA(Handle key, const std::string& subKey, const std::string& className, std::uint32_t options,
                        std::int32_t access, Handle& created, std::uint32_t& disposition);
 
-// Deletes the key `subKey` and its values. Returns 2 if the key is missing, 5 if it has subkeys or the right is denied.
+// Deletes the key `subKey` and its values. Returns 2 if the key is missing, 5 if it has subkeys or access is denied.
 Status RegDeleteKeyA(Handle key, const std::string& subKey);
 
 // Deletes the value `name`; an empty name is the unnamed value. Returns 2 if the value is missing.
@@ -66,10 +66,10 @@ Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::
 Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type, std::span<char> data,
                         std::uint32_t& dataSize);
 
-// Stores a value as StoredData returns it.
+// Stores a value in the form that StoredData returns.
 Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, std::string_view data);
 
-// Returns the bytes to store for a value: appends the terminator that a string (RegSz, RegExpandSz) lacks, unless the
+// Returns the bytes to store for a value. If a string (RegSz, RegExpandSz) lacks its terminator, appends it, unless the
 // string has no bytes at all.
 inline std::string StoredData(std::uint32_t type, std::string_view data) {
     const bool isText = type == RegSz || type == RegExpandSz;

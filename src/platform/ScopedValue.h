@@ -4,18 +4,18 @@
 
 namespace platform {
 
-// Sets a variable and restores its earlier value at the end of the scope.
+// Sets a variable and restores its previous value at the end of the scope.
 template <typename Value>
 class ScopedValue {
 public:
-    ScopedValue(Value& variable, Value value) : variable_(variable), earlier_(std::exchange(variable, value)) {}
-    ~ScopedValue() { variable_ = earlier_; }
+    ScopedValue(Value& variable, Value value) : variable_(variable), previous_(std::exchange(variable, value)) {}
+    ~ScopedValue() { variable_ = previous_; }
     ScopedValue(const ScopedValue&) = delete;
     ScopedValue& operator=(const ScopedValue&) = delete;
 
 private:
     Value& variable_;
-    Value earlier_;
+    Value previous_;
 };
 
 }  // namespace platform

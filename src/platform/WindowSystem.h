@@ -8,8 +8,8 @@
 
 #include "platform/Handle.h"
 
-// Windows and their controls, message boxes and the clipboard. All lengths are in twips, 1440 to the inch. One thread
-// owns all windows and receives their events, inside WindowShowModal, MessageBoxW, DoEvents, ShowWindow (if it
+// Windows and their controls, message boxes and the clipboard. All lengths are in twips (1/1440 inch). One thread owns
+// all windows and receives their events, but only within WindowShowModal, MessageBoxW, DoEvents, ShowWindow (if it
 // activates a window) and WindowOuterSize.
 namespace platform {
 
@@ -40,19 +40,19 @@ struct Control {
 
 struct Font {
     std::u16string face;      // if empty, the font of system dialogs is used
-    std::int32_t height = 0;  // of a character, in twips: 20 to the point
+    std::int32_t height = 0;  // of a character, in twips (1/20 point)
 };
 
 struct WindowDesign {
     std::u16string caption;
     Size client;
     bool sizable;                   // if false, the window has a fixed frame without minimise and maximise boxes
-    std::int32_t icon;              // number of the icon in the program's resources
+    std::int32_t icon;              // the icon's number in the program's resources
     std::vector<Control> controls;  // in tab order; a control is identified by its index here
     Font font = {};                 // of all controls
 };
 
-// Event handlers of a window; an empty one is ignored. An exception from a handler ends the modal loop, and
+// A window's event handlers; any of them may be empty. An exception from a handler ends the modal loop, and
 // WindowShowModal rethrows it.
 struct WindowEvents {
     std::function<void()> activated;
@@ -67,7 +67,7 @@ Handle WindowCreate(const WindowDesign& design, WindowEvents events);
 // The close box destroys the window, but only after a running `clicked` handler has returned.
 void WindowShowModal(Handle window);
 
-// Destroys the window. Does nothing if it was destroyed before.
+// Destroys the window. Does nothing if it has already been destroyed.
 void WindowDestroy(Handle window) noexcept;
 
 void ControlCaption(Handle window, std::size_t control, const std::u16string& caption);
@@ -80,8 +80,8 @@ void ControlBounds(Handle window, std::size_t control, const Rectangle& bounds);
 Size WindowOuterSize(Handle window);
 void WindowOuterSize(Handle window, Size size);
 
-// Makes the window refuse the end of the user's session, with a reason that the system may show to the user, until
-// ShutdownBlockReasonDestroy. Returns false if the system doesn't show the reason. The host never refuses.
+// Makes the window refuse logoff and shutdown until ShutdownBlockReasonDestroy is called. The system may show `reason`
+// to the user; returns false if it can't. On the host, the window never refuses.
 bool ShutdownBlockReasonCreate(Handle window, const std::u16string& reason);
 void ShutdownBlockReasonDestroy(Handle window) noexcept;
 
@@ -89,7 +89,7 @@ inline constexpr std::int32_t ShowHide = 0;  // SW_HIDE
 inline constexpr std::int32_t ShowShow = 5;  // SW_SHOW
 
 inline constexpr std::int32_t LongExtendedStyle = -20;           // GWL_EXSTYLE
-inline constexpr std::int32_t ExtendedStyleAppWindow = 0x40000;  // WS_EX_APPWINDOW: the window has a task bar button
+inline constexpr std::int32_t ExtendedStyleAppWindow = 0x40000;  // WS_EX_APPWINDOW: the window has a taskbar button
 
 Handle GetDesktopWindow();
 // Suspends drawing in `window`; 0 resumes it.
@@ -101,7 +101,7 @@ std::int32_t GetWindowLongA(Handle window, std::int32_t index);
 // Returns the previous value.
 std::int32_t SetWindowLongA(Handle window, std::int32_t index, std::int32_t number);
 
-// Buttons and icons of a message box, to be added.
+// Message box buttons and icons. A type is the sum of one of each.
 inline constexpr std::uint32_t ButtonsOk = 0x00;           // MB_OK
 inline constexpr std::uint32_t ButtonsYesNoCancel = 0x03;  // MB_YESNOCANCEL; the first button has the focus
 inline constexpr std::uint32_t IconCritical = 0x10;        // MB_ICONERROR
@@ -126,8 +126,8 @@ inline constexpr std::uint32_t ClipboardText = 1;  // CF_TEXT
 
 // Empties the clipboard. Returns false if the clipboard is unavailable.
 bool ClipboardClear();
-// Puts `text`, in the system's 8-bit code page, on the clipboard in `format`. Returns false if the clipboard is
-// unavailable.
+// Copies `text`, which is in the system's 8-bit code page, to the clipboard in `format`. Returns false if the clipboard
+// is unavailable.
 bool ClipboardSet(const std::string& text, std::uint32_t format);
 
 // Dispatches the pending window messages and returns when none are left.

@@ -11,12 +11,12 @@ namespace {
 constexpr std::size_t ListCapacity = 1000;
 
 constexpr char16_t UnInstallRoot[] = u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\UnInstall";
-// S-1-5-18 is the system account, for which Windows Installer registers what it installs for all users.
+// S-1-5-18 is the SYSTEM account, under which Windows Installer registers per-machine installs.
 constexpr char16_t InstallerRoot[] =
     u"SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Installer\\UserData\\S-1-5-18\\Products";
 constexpr char16_t InstallerSubKey[] = u"\\InstallProperties";
 
-// Returns the text in the first braces of an uninstall string. Doesn't check its form.
+// Returns the text between the first pair of braces in an uninstall string, without validating it.
 Text ExtractGUI(const Text& unInstallString) {
     if (unInstallString.empty()) {
         return {};
@@ -109,7 +109,7 @@ void Installer::FindProduct(const Text& match, Text Record::*field) {
     });
 }
 
-// Reads one product after the other until `visit` returns true.
+// Reads the products one by one until `visit` returns true.
 void Installer::VisitProducts(bool userMode, const std::function<bool(const Record&)>& visit) {
     const Text root = userMode ? InstallerRoot : UnInstallRoot;
     const TextView suffix = userMode ? InstallerSubKey : u"";

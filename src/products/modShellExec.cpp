@@ -10,9 +10,9 @@
 namespace {
 
 constexpr std::int32_t FirstSuccess = 33;
-constexpr std::int32_t InheritHandle = -1;  // the system's True, with all bits set
+constexpr std::int32_t InheritHandle = -1;  // true, with all bits set
 
-// Raises 53 (file not found) or, if the program exists, 5 (invalid argument).
+// Raises 53 (file not found) if the program is missing, 5 (invalid argument) for any other failure.
 void RaiseStartStatus(platform::Status status) {
     if (status == platform::StatusFileNotFound || status == platform::StatusPathNotFound) {
         Raise(RuntimeError::FileNotFound);

@@ -72,7 +72,7 @@ void ControlFileCheck::Read(const Text& path) {
 void ControlFileCheck::CheckLine(const ControlFileReader& file) {
     CheckEncoding(file.Line());
     const std::optional<std::size_t> product = ProductIndex(file.Section());
-    if (product && file.IsHead()) {
+    if (product && file.IsHeading()) {
         hasSection_[*product] = true;
         return;
     }

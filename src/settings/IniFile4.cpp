@@ -12,20 +12,20 @@
 
 namespace {
 
-// A section's heading has the key of this name.
+// The item name under which a section stores its heading.
 constexpr char16_t HeadingName[] = u"_";
 
 Text ItemKey(const Text& name) {
     return u"KEY" + name;
 }
 
-// Returns the rest of a line after `position`. MidFixed would raise an overflow for a line of 32767 characters, because
-// it adds position and length; such a line must be read, found and shown.
+// Returns the part of a line after `position`. Lines of up to 32767 characters are valid, but MidFixed would raise an
+// overflow for the longest ones, because it adds position and length.
 Text TextAfter(const Text& line, std::int16_t position) {
     return line.substr(static_cast<std::size_t>(position));
 }
 
-// Returns the part of a heading that is shown: the text after its first ";".
+// Returns the part of a heading that Stream shows: the text after the first ";", if there is one.
 Text HeadingText(const Text& line) {
     const std::int16_t semicolon = FindAnyChar(line, u";");
     return semicolon == 0 ? line : TextAfter(line, semicolon);

@@ -5,8 +5,8 @@
 #include "common/Text.h"
 #include "settings/KeyedList.h"
 
-// The lines of a section: first the heading "[name]", with the key of the name "_", then a line "name=value" for each
-// item, or the bare name of an item without a value.
+// The lines of a section: the heading "[name]", stored as the item "_", then "name=value" for each item, or just "name"
+// if the item has no value.
 using IniSection = KeyedList<Text>;
 using IniSections = KeyedList<IniSection>;
 
@@ -15,7 +15,7 @@ using IniSections = KeyedList<IniSection>;
 // string. Reading drops lines that are neither `[name]` nor `name=value`, such as comments and empty lines.
 class IniFile4 {
 public:
-    // The document itself, which the caller may share. Clear, ReadFile and setting it to null replace it by a new one.
+    // The document, shared with the caller. Clear, ReadFile and setting a null pointer replace it with a new one.
     [[nodiscard]] std::shared_ptr<IniSections> Sections() const { return sections_; }
     void Sections(std::shared_ptr<IniSections> sections);
 
@@ -23,7 +23,7 @@ public:
     [[nodiscard]] Text FilePath() const { return filePath_; }
     void FilePath(const Text& thisFilePath);
 
-    // Empties the document. Keeps the path and the section that the next lines read belong to.
+    // Clears the document but keeps the path and the current section, to which any lines read next are added.
     void Clear();
 
     // Replaces the document with the file's content. If a path is passed, sets FilePath to it first. Stops at a line of
@@ -42,15 +42,15 @@ public:
     [[nodiscard]] Text ValueFull(const Text& thisSection, const Text& thisName) const;
 
     // Writes the document to the file, completely or not at all. If a path is passed, sets FilePath to it first. An
-    // empty document isn't written. Raises 58 if the file exists and `thisOverwite` is false, or the error of a failed
-    // write.
+    // empty document isn't written. Raises 58 if the file exists and `thisOverwite` is false, or another file error if
+    // the write fails.
     void WriteFile(const Text& thisFilePath = {}, bool thisOverwite = false);
 
-    // Returns the document as a string: for each section its heading, its items and an empty line, separated by CR LF.
-    // If an error occurs, the last line is the error's description.
+    // Returns the document as lines separated by CR LF: each section's heading and items, followed by an empty line. If
+    // an error occurs, the last line is the error's description.
     [[nodiscard]] Text Stream() const;
 
-    // Deletes the document's file. Ignores a failure.
+    // Deletes the document's file. Ignores failures.
     void Delete() const;
     // True if the document's file exists, even if it is hidden, and isn't a folder.
     [[nodiscard]] bool Exists() const;

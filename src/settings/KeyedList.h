@@ -8,8 +8,8 @@
 #include "common/Text.h"
 #include "platform/Regional.h"
 
-// A map that keeps insertion order. Keys are case-insensitive; spaces are significant. Meant for short lists: a lookup
-// compares key after key.
+// A map that keeps insertion order. Keys are case-insensitive; spaces are significant. Meant for short lists: lookups
+// are linear.
 template <typename Item>
 class KeyedList {
 public:
@@ -22,7 +22,7 @@ public:
     [[nodiscard]] auto begin() const { return entries_.begin(); }
     [[nodiscard]] auto end() const { return entries_.end(); }
 
-    // Returns the item that was added first. Raises 9 (subscript) if the list is empty.
+    // Returns the item that was added first. Raises 9 (subscript out of range) if the list is empty.
     [[nodiscard]] const Item& First() const {
         if (entries_.empty()) {
             Raise(RuntimeError::SubscriptOutOfRange);

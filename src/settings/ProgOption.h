@@ -8,33 +8,34 @@
 // machine. Reading returns a default for a missing value, writing creates missing keys, deleting never fails. A section
 // can have several levels separated by backslashes; an empty section is the root path itself.
 //
-// Every operation closes its key and, unless it raises an error, then processes pending window messages.
+// Every operation closes its key. Unless it raises an error, it then processes pending window messages.
 class ProgOption {
 public:
-    // The path of all sections below HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE. Stored unchanged.
+    // The path under HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE that contains all sections. Stored as is.
     [[nodiscard]] const Text& SectionRoot() const { return sectionRoot_; }
     void SectionRoot(const Text& path) { sectionRoot_ = path; }
 
-    // Return the stored value, or `defaultValue` if it can't be read, or Empty if no default is passed. Return Null,
-    // not the default, for a stored type that is neither a string nor a number.
+    // Returns the stored value. If it can't be read, returns `defaultValue`, or Empty if no default was passed. If the
+    // value is neither a string nor a number, returns Null rather than the default.
     [[nodiscard]] Variant CurrentUser(const Text& section, const Text& name, const Variant& defaultValue = NotGiven{});
     [[nodiscard]] Variant LocalMachine(const Text& section, const Text& name, const Variant& defaultValue = NotGiven{});
 
-    // Store the value. Ignore `defaultValue`, which only mirrors the get. Propagate registry errors.
+    // Stores the value and propagates registry errors. Ignores `defaultValue`, which only mirrors the getter's
+    // signature.
     void CurrentUser(const Text& section, const Text& name, const Variant& defaultValue, const Variant& value);
     void LocalMachine(const Text& section, const Text& name, const Variant& defaultValue, const Variant& value);
 
-    // Delete the value, if it exists and the rights suffice.
+    // Deletes the value if it exists and access rights permit.
     void CurrentUserDelete(const Text& section, const Text& name);
     void LocalMachineDelete(const Text& section, const Text& name);
 
-    // True if a string can be stored in the section. Store and delete a probe value to find out; keys created for it
-    // remain.
+    // True if a string can be stored in the section. Finds out by storing and deleting a probe value; keys created for
+    // the probe remain.
     [[nodiscard]] bool CurrentUserCanWrite(const Text& section);
     [[nodiscard]] bool LocalMachineCanWrite(const Text& section = {});
 
 private:
-    // The operation that opens a key of the current user or of the local machine.
+    // The operation that opens a key under HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE.
     using Store = void (Registry::*)(const Text& path, bool force);
 
     [[nodiscard]] Text SectionKey(const Text& section) const;

@@ -30,8 +30,8 @@ void RaiseAsErrorOnFailure(platform::Status status) {
     }
 }
 
-// Returns the string in the first `byteCount` bytes. A character can take several bytes, in UTF-8 and in double-byte
-// code pages.
+// Returns the string in the buffer's first `byteCount` bytes. In UTF-8 and double-byte code pages, a character can take
+// several bytes.
 Text BufferText(const std::string& buffer, std::size_t byteCount) {
     return platform::TextFromAnsi(buffer.substr(0, byteCount));
 }
@@ -83,8 +83,8 @@ void Registry::KeyOpen(platform::Handle hKey, const Text& szKey, bool force) {
     KeyAccess(0, force);
 }
 
-// Opens the key, or reopens it with the rights in `accessMode` added. An `accessMode` of 0 opens the key with the
-// rights of AccessMode and keeps an open key. No other function opens a key.
+// Opens the key with the rights in AccessMode. If the key is already open but lacks rights in `accessMode`, adds these
+// rights and reopens the key.
 void Registry::KeyAccess(std::int32_t accessMode, bool force) {
     if (hCurrentKey_ != 0) {
         if ((accessMode_ & accessMode) == accessMode) {
@@ -107,8 +107,8 @@ void Registry::KeyAccess(std::int32_t accessMode, bool force) {
     }
 }
 
-// Creates the key `key_`, starting at the root. Clears `key_` meanwhile, so that widening the rights reopens the root
-// and not the missing key. Closes the handle if the root was reopened; `hKey_` itself belongs to the caller.
+// Creates the key `key_` below the root. Clears `key_` temporarily, so that adding rights reopens the root and not the
+// missing key. Closes the handle only if the root was reopened; `hKey_` itself belongs to the caller.
 void Registry::CreateFromRoot() {
     hCurrentKey_ = hKey_;
     const Text path = key_;
@@ -121,7 +121,8 @@ void Registry::CreateFromRoot() {
     hCurrentKey_ = 0;
 }
 
-// Ends an enumeration step: advances the index, sets name and end flag, and raises any status but 0 and 259.
+// Ends an enumeration step: advances the index, sets the name and the end flag, and raises any status other than 0 and
+// 259 (no more items).
 void Registry::EnumerationStep(platform::Status status, const std::string& buffer, std::uint32_t size,
                                std::int32_t& index, Text& name, bool& end) {
     ++index;
@@ -208,7 +209,7 @@ void Registry::Value(const Text& name, const Variant& value) {
     KeyAccess(platform::KeySetValue, false);
     if (const Text* const text = std::get_if<Text>(&value)) {
         Store(name, platform::RegSz, platform::AnsiFromText(*text));
-    } else if (const std::optional<std::int32_t> number = WholeNumber(value)) {
+    } else if (const std::optional<std::int32_t> number = IntegerValue(value)) {
         StoreNumber(name, *number);
     }
 }

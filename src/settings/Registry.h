@@ -9,25 +9,24 @@
 #include "platform/RegistryCalls.h"
 
 // The only class that accesses the registry. Holds at most one open key, below one of the roots. Opens the key with the
-// right to query values, unless AccessMode was set before, and reopens it with wider rights when an operation needs
-// them.
+// right to query values, unless AccessMode was set first, and reopens it with more rights when an operation needs them.
 //
-// Every failure is raised with the system's status as its number. Unless documented otherwise, the description is the
-// pending one, which is the description in the error state at that moment.
+// Every failure raises an error whose number is the system's status. Unless documented otherwise, its description is
+// the pending one: the description already in the error state.
 //
 // Callers open a key with one of the KeyOpen functions, use it, and call KeyClose, even after an error: the destructor
 // doesn't close the key. While a key is open, KeyOpen doesn't open another one.
 class Registry {
 public:
-    // True if the last SubKeyNext or ValueNameNext returned no name. An empty name doesn't mean the end: the unnamed
+    // True if the last SubKeyNext or ValueNameNext returned no name. An empty name doesn't mark the end: the unnamed
     // value has an empty name. KeyClose changes neither these flags nor the enumerations' indexes.
     [[nodiscard]] bool EOF_SubKey() const { return eofSubKey_; }
     void EOF_SubKey(bool end) { eofSubKey_ = end; }
     [[nodiscard]] bool EOF_ValueName() const { return eofValueName_; }
     void EOF_ValueName(bool end) { eofValueName_ = end; }
 
-    // The rights to open the next key with, such as platform::KeyQueryValue. While a key is open, operations only add
-    // rights.
+    // The access rights to request when the next key is opened, such as platform::KeyQueryValue. While a key is open,
+    // operations only add rights.
     [[nodiscard]] std::int32_t AccessMode() const { return accessMode_; }
     void AccessMode(std::int32_t accessMode) { accessMode_ = accessMode; }
 
@@ -39,35 +38,36 @@ public:
 
     void KeyClose() noexcept;
 
-    // Open the key `szKey` below a root; an empty `szKey` opens the root itself. If the key is missing and `force` is
-    // true, create it and any missing parents; if that fails, raise SubKeyCreate's error. Any other failure closes and
-    // resets the object and raises an error described as "Key not opened: " plus the path.
+    // Opens the key `szKey` below a root; an empty `szKey` opens the root itself. If the key is missing and `force` is
+    // true, creates it and any missing parents, raising SubKeyCreate's error if that fails. On any other failure,
+    // closes and resets the object and raises an error with the description "Key not opened: " followed by the path.
     void KeyOpenLocalMachine(const Text& szKey, bool force = false);
     void KeyOpenCurrentUser(const Text& szKey, bool force = false);
     void KeyOpenClassesRoot(const Text& szKey, bool force = false);
     void KeyOpenUsers(const Text& szKey, bool force = false);
     void KeyOpen(platform::Handle hKey, const Text& szKey, bool force = false);
 
-    // Enumerate the subkeys: call SubKeyFirst; until EOF_SubKey is true, use SubKey and call SubKeyNext. A failed step
-    // ends the enumeration, but a further SubKeyNext continues with the next subkey.
+    // To enumerate the subkeys, call SubKeyFirst; then, until EOF_SubKey is true, use SubKey and call SubKeyNext. A
+    // failed step ends the loop, but calling SubKeyNext again resumes with the next subkey.
     void SubKeyFirst();
     void SubKeyNext();
-    // Creates a key of one or several levels below the open key, which stays open.
+    // Creates a key and any missing parents below the open key, which stays open.
     void SubKeyCreate(const Text& newSubKey);
-    // Deletes a key without subkeys, and its values. Describes a failure as "Error " plus the pending description.
+    // Deletes a key that has no subkeys, along with its values. Describes a failure as "Error " plus the pending
+    // description.
     void SubKeyDelete(const Text& key);
 
-    // Enumerate the values in the same way. The step of a value with more than 255 bytes of data raises 234.
+    // Enumerates the values in the same way. A step raises 234 if the value has more than 255 bytes of data.
     void ValueNameFirst();
     void ValueNameNext();
-    // Deletes a value. Describes a failure as SubKeyDelete does.
+    // Deletes a value. Describes a failure like SubKeyDelete.
     void ValueNameDelete(const Text& name);
 
     // Returns the value's string or number, or Null for any other stored type. Raises 2 if the value is missing, 234 if
     // its data, including the terminator, exceeds 1024 bytes, 6 (overflow) if the stored number is 0x80000000 or more.
     [[nodiscard]] Variant Value(const Text& name);
-    // Stores a string, or a whole number as 32 bits. Raises 5 (invalid argument) if the number is negative. Stores
-    // nothing for any other kind of variant.
+    // Stores a string, or an integer as a 32-bit value. Raises 5 (invalid argument) if the integer is negative. Stores
+    // nothing for any other variant type.
     void Value(const Text& name, const Variant& value);
 
 private:

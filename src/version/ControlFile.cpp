@@ -18,8 +18,7 @@ void AppendLine(Text& file, const Text& line) {
     file += u"\r\n";
 }
 
-// Appends one line per item. An item string ends in ";", so its last, empty piece becomes the empty line after the
-// list.
+// Appends one line per item. An item string ends with ";", so the empty piece after it becomes an empty line.
 void AppendItems(Text& file, const Text& items) {
     for (const Text& item : Split(items, u';')) {
         AppendLine(file, item);
@@ -68,8 +67,8 @@ bool ControlFileReader::NextLine() {
         line_ = Trim(file_.ReadLine());
         ++number_;
     } while (line_.empty());
-    isHead_ = MidFixed(line_, 1, 1) == u"[";
-    if (isHead_) {
+    isHeading_ = MidFixed(line_, 1, 1) == u"[";
+    if (isHeading_) {
         section_ = MidFixed(line_, 2, static_cast<std::int16_t>(static_cast<int>(line_.size()) - 2));
     }
     return true;
@@ -80,7 +79,7 @@ TableItems ReadControlFile(const Text& path) {
     ControlFileReader file(path);
     while (file.NextLine()) {
         const std::optional<std::size_t> product = ProductIndex(file.Section());
-        if (product && !file.IsHead()) {
+        if (product && !file.IsHeading()) {
             tables[*product] += file.Line() + u";";
         }
     }

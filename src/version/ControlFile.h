@@ -19,13 +19,13 @@ struct ForcedVersionItem {
     std::int32_t version;
 };
 
-// Why ParseItem rejects an item. If several reasons apply, it reports the first in this order.
+// Why ParseItem rejects an item. If several reasons apply, the first one listed here is returned.
 enum class ItemError { MissingEquals, MultipleEquals, NotANumber, NegativeNumber };
 
 // Parses an item of the form "name=number". Raises 6 (overflow) if the number exceeds 32 bits.
 std::variant<ForcedVersionItem, ItemError> ParseItem(const Text& item);
 
-// Convert between the name of a registry value and the name of its item. Only the default entry's names differ.
+// Converts between the name of a registry value and the name of its item. They differ only for the default entry.
 Text ItemNameOf(const Text& valueName);
 Text ValueNameOf(const Text& itemName);
 
@@ -38,34 +38,34 @@ public:
     // Raises a file error if the file can't be opened.
     explicit ControlFileReader(const Text& path) : file_(path) {}
 
-    // Reads the next line that isn't empty. Returns false at the end of the file. Raises a file error if the file can't
-    // be read, and 6 (overflow) if the line is longer than 32767 characters.
+    // Reads the next non-empty line. Returns false at the end of the file. Raises a file error if the file can't be
+    // read, and 6 (overflow) if the line is longer than 32767 characters.
     bool NextLine();
 
-    // The number of the current line, from 1.
+    // The 1-based number of the current line.
     [[nodiscard]] std::int32_t Number() const { return number_; }
     // The current line without leading and trailing spaces; tabs remain.
     [[nodiscard]] const Text& Line() const { return line_; }
     // True if the current line starts a section.
-    [[nodiscard]] bool IsHead() const { return isHead_; }
-    // The section of the current line, empty before the first head. A section's name is its head without the first and
-    // the last character, whatever these are.
+    [[nodiscard]] bool IsHeading() const { return isHeading_; }
+    // The current line's section, empty before the first heading. A section's name is its heading without the first and
+    // last characters, whatever they are.
     [[nodiscard]] const Text& Section() const { return section_; }
 
 private:
     TextFileReader file_;
     std::int32_t number_ = 0;
     Text line_;
-    bool isHead_ = false;
+    bool isHeading_ = false;
     Text section_;
 };
 
 // One item string per product, in the order of Products.
 using TableItems = std::array<Text, Products.size()>;
 
-// Returns the items of all products' sections. Raises the errors of ControlFileReader.
+// Returns the items of all products' sections. Raises the same errors as ControlFileReader.
 TableItems ReadControlFile(const Text& path);
 
-// Writes a control file with these items. Raises a file error; an existing file then usually remains unchanged (see
-// WriteTextFile).
+// Writes a control file with these items. On failure raises a file error and usually leaves an existing file unchanged
+// (see WriteTextFile).
 void WriteControlFile(const Text& path, const TableItems& tables);

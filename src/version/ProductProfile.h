@@ -15,7 +15,7 @@ public:
 
     // Binds the options and the table to RegistryPath.
     void Bind();
-    // Calls Bind and resolves the version in force. Raises the errors of ForcedVersionTable::Init.
+    // Calls Bind and resolves the version in force. Raises the same errors as ForcedVersionTable::Init.
     void Init();
 
     std::shared_ptr<::ProgOption> ProgOption;

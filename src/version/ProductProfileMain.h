@@ -6,7 +6,7 @@
 // The profile of the main product.
 class ProductProfileMain {
 public:
-    // Resolves the version in force. Raises what ProductProfile::Init raises.
+    // Resolves the version in force. Raises the same errors as ProductProfile::Init.
     ProductProfileMain() {
         Profile.RegistryPath = MainProduct.registryPath;
         Profile.Init();

@@ -6,7 +6,7 @@
 // The profile of the reporting module.
 class ProductProfileReporting {
 public:
-    // Resolves the version in force. Raises what ProductProfile::Init raises.
+    // Resolves the version in force. Raises the same errors as ProductProfile::Init.
     ProductProfileReporting() {
         Profile.RegistryPath = ReportingProduct.registryPath;
         Profile.Init();

@@ -26,7 +26,8 @@ std::array<ResolutionStep, 5> ResolutionSteps(const UserNames& user) {
              {false, {}, 0}}};
 }
 
-// Today every installation starts from Full. One that starts from Demo or Browser can only be forced to Demo.
+// Today every installation starts from Full. An installation that started from Demo or Browser could only be forced to
+// Demo.
 EntryEffect EffectOf(std::int32_t startVersion, bool localMachine, std::int32_t forced) {
     if (forced < 0) {
         return EntryEffect::NoEntry;
@@ -38,7 +39,7 @@ EntryEffect EffectOf(std::int32_t startVersion, bool localMachine, std::int32_t 
         case NotInstalled:
             return EntryEffect::StartVersionForbids;
         case Full:
-            // Only an administrator can write the local machine's store, so only that store can force Full.
+            // Only an administrator can write to the local-machine store, so only that store can force Full.
             return forced == Full && !localMachine ? EntryEffect::FullNeedsLocalMachine : EntryEffect::Applies;
         default:
             return forced == Demo ? EntryEffect::Applies : EntryEffect::StartVersionForbids;

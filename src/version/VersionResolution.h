@@ -5,12 +5,12 @@
 
 #include "common/Text.h"
 
-// The order and the rules by which forced versions determine the version in force for a user.
+// The rules that determine a user's version in force from the forced versions.
 
 // The version of an installation before any entry is applied: Full.
 inline constexpr std::int32_t InitialVersion = 0;
 
-// The names from which the spellings of a user in the tables are built.
+// A user's name and domains, from which the names of the user's table entries are built.
 struct UserNames {
     Text name;
     Text dnsDomain;
@@ -20,23 +20,22 @@ struct UserNames {
     [[nodiscard]] Text InDomain() const { return domain + u"." + name; }
 };
 
-// Returns the names of the user who runs the program, from the environment. An unset variable gives an empty name.
+// Returns the current user's names from environment variables. If a variable isn't set, its name is empty.
 UserNames CurrentUserNames();
 
-// One step of the resolution: the entry that it reads.
+// One step of the resolution, which reads one entry.
 struct ResolutionStep {
-    bool localMachine;   // whether the entry is in the local machine's store or in the current user's
+    bool localMachine;   // true for the local machine's store, false for the current user's
     Text valueName;      // empty for the default entry
-    std::int16_t level;  // the level of ForcedVersionTable::VersionInForce that this step contributes to first
+    std::int16_t level;  // the highest level of ForcedVersionTable::VersionInForce that uses this step
 };
 
-// Returns the steps for a user, from the weakest to the strongest: each entry that applies replaces the result of the
-// previous steps.
+// Returns the steps for a user in order of priority, lowest first: an entry that applies overrides all earlier steps.
 std::array<ResolutionStep, 5> ResolutionSteps(const UserNames& user);
 
-// What an entry does to the result.
+// The effect of an entry on the result.
 enum class EntryEffect { NoEntry, Applies, StartVersionForbids, FullNeedsLocalMachine };
 
 // Returns the effect of an entry with the number `forced`, which is negative if there is no usable entry. The rules
-// depend only on the starting version, so that a later entry can override an earlier one.
+// consider the starting version, not the result so far, so that a later entry can override an earlier one.
 EntryEffect EffectOf(std::int32_t startVersion, bool localMachine, std::int32_t forced);

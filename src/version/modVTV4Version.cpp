@@ -80,7 +80,7 @@ void FailureShow(const Text& failure, const Text& path, const Text& description)
                           platform::ButtonsOk + platform::IconExclamation);
 }
 
-// For a run-time error, the system's words would belong to an unrelated status with the same number.
+// For a run-time error, the system's message would describe an unrelated status with the same number.
 Text FailureText(const Error& error) {
     const Text runtimeText = RuntimeErrorOf(static_cast<RuntimeError>(error.number)).description;
     const bool isRuntimeError = !runtimeText.empty() && error.description == runtimeText;

@@ -8,8 +8,7 @@
 #include "version/ForcedVersionTable.h"
 #include "version/Product.h"
 
-// The control file, in which the administrator edits the forced version tables, and the operations that transfer the
-// local machine's tables to and from it.
+// Operations on the control file, in which the administrator edits the local machine's forced version tables.
 
 // The path of "vtv4v.txt" in the user's folder "Eigene Dateien"; set when the window loads.
 extern Text ControlFilePath;
@@ -21,7 +20,7 @@ extern std::shared_ptr<ForcedVersionTable> ReportingVersions;
 // The products' tables, in the order of Products.
 using VersionTables = std::array<std::shared_ptr<ForcedVersionTable>, Products.size()>;
 
-// Returns the path of the control file, from environment variables. The folder may be missing.
+// Returns the control file's path, built from environment variables. Its folder may not exist.
 Text ControlFilePathGet();
 
 // Writes the control file with these two item strings. Raises a file error if it can't be written.
@@ -33,11 +32,12 @@ void WriteDemoFile();
 // Writes the tables to a control file. Raises a file error if it can't be written.
 void ExportTables(const Text& path, const VersionTables& tables);
 
-// Reads the whole control file, then replaces the tables with its items. Raises the errors of ReadControlFile, without
-// changing a table, and those of ForcedVersionTable::ForcedVersionAll.
+// Reads the whole control file, then replaces the tables with its items. If reading fails, raises the error and leaves
+// the tables unchanged. Otherwise raises the same errors as ForcedVersionTable::ForcedVersionAll.
 void ImportTables(const Text& path, const VersionTables& tables);
 
-// The operations of the window's buttons on ControlFilePath and the loaded tables. ClearVersions raises nothing.
+// The operations behind the window's buttons. They use ControlFilePath and the loaded tables. ClearVersions raises no
+// errors.
 void ExportVersions();
 void ImportVersions();
 void ClearVersions();
@@ -45,10 +45,10 @@ void ClearVersions();
 // Opens the control file in the associated editor, without waiting for the editor. Shows a message box on failure.
 void EditControlFile();
 
-// Shows a message box with the exclamation icon, titled with the program's file description. Its three lines are
-// `failure`, `path` and `description`.
+// Shows a message box with the exclamation icon and three lines: `failure`, `path` and `description`. Its title is the
+// program's file description.
 void FailureShow(const Text& failure, const Text& path, const Text& description);
 
-// Returns an error's description with its number. The system's words for a registry status are added, because the
-// description of such an error is often empty.
+// Returns an error's description and number. For a registry status, adds the system's message, because such an error's
+// own description is often empty.
 Text FailureText(const Error& error);

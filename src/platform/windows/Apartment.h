@@ -2,8 +2,8 @@
 
 namespace platform::windows {
 
-// Initialises COM, which the shell functions need too, on the calling thread. COM stays initialised until the process
-// ends.
+// Initialises COM on the calling thread; the shell functions need it too. COM stays initialised until the process
+// exits.
 void EnterApartment();
 
 }  // namespace platform::windows

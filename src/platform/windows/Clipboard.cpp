@@ -9,7 +9,7 @@ namespace platform {
 
 namespace {
 
-// Other programs keep the clipboard open only briefly, so opening it is retried.
+// Other programs hold the clipboard open only briefly, so retry.
 constexpr int OpenTries = 10;
 constexpr DWORD OpenPause = 20;  // milliseconds
 
@@ -34,7 +34,7 @@ public:
     Clipboard(const Clipboard&) = delete;
     Clipboard& operator=(const Clipboard&) = delete;
 
-    // Removes the earlier content in all its formats: a program might otherwise paste one of those.
+    // Removes the previous content in all formats; otherwise a program might paste one of them.
     bool Clear() { return open_ && ::EmptyClipboard() != FALSE; }
 
     bool Add(UINT format, std::string_view bytes) {
@@ -63,8 +63,8 @@ bool ClipboardClear() {
     return Clipboard().Clear();
 }
 
-// Adds the text in UTF-16 as well. Otherwise Windows converts it for programs that paste UTF-16, with the code page of
-// the keyboard layout, which may differ from the system code page.
+// Also adds the text in UTF-16. Otherwise, for programs that paste UTF-16, Windows would convert it with the code page
+// of the keyboard layout, which may differ from the system code page.
 bool ClipboardSet(const std::string& text, std::uint32_t format) {
     const std::u16string unicode = TextFromAnsi(text);
     Clipboard clipboard;

@@ -19,17 +19,16 @@ TextFunction TextFunctionOf(HMODULE library, const std::string& name) {
 
 }  // namespace
 
-Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReference& object) {
+Status CreateObject(const std::u16string& progId, ObjectReference& object) {
     windows::EnterApartment();
     object = 0;
-    CLSID classIdentifier;
-    Status status = ::CLSIDFromProgID(windows::Wide(programmaticIdentifier), &classIdentifier);
+    CLSID clsid;
+    Status status = ::CLSIDFromProgID(windows::Wide(progId), &clsid);
     if (FAILED(status)) {
         return status;
     }
     void* created = nullptr;
-    status = ::CoCreateInstance(classIdentifier, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IUnknown,
-                                &created);
+    status = ::CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IUnknown, &created);
     if (FAILED(status)) {
         return status;
     }

@@ -4,7 +4,8 @@
 
 namespace platform::windows {
 
-// Returns the number of days since 30 December 1899, with the time of day, in whole seconds, as the fraction.
+// Converts a time to a date value: days since 30 December 1899, with the time of day, in whole seconds, as the
+// fraction.
 double DateValueOf(SYSTEMTIME time);
 
 }  // namespace platform::windows

@@ -8,8 +8,8 @@ namespace {
 
 constexpr int TwipsPerInch = 1440;
 
-// Returns the system DPI. It applies to all screens and doesn't change while the program runs, because the manifest
-// declares system DPI awareness only.
+// Returns the system DPI, which applies to all screens and never changes while the program runs, because the manifest
+// declares only system DPI awareness.
 int DotsPerInch() {
     const Owned<HDC, ::DeleteDC> screen(::CreateDCW(L"DISPLAY", nullptr, nullptr, nullptr));
     return ::GetDeviceCaps(screen.get(), LOGPIXELSX);

@@ -8,7 +8,7 @@
 // Length conversion, fonts, brushes and icons.
 namespace platform::windows {
 
-// Convert between twips and pixels at the system DPI, rounded to the nearest.
+// Converts between twips and pixels at the system DPI, rounding to the nearest integer.
 int PixelsFromTwips(std::int32_t twips);
 std::int32_t TwipsFromPixels(int pixels);
 

@@ -7,14 +7,14 @@
 // procedure therefore stores the exception, and the seam call that dispatches the events rethrows it.
 namespace platform::windows {
 
-// True while a stored exception hasn't been rethrown yet. Meanwhile no further handler is called.
+// True while a stored exception is waiting to be rethrown. Until then, no other handler is called.
 bool HasEventFailure();
 void StoreEventFailure(std::exception_ptr failure);
 // Rethrows the stored exception, if there is one.
 void RethrowEventFailure();
 
-// Makes a pending GetMessage call return, so that a modal loop checks at once whether its window still exists. Messages
-// that other programs send are handled inside GetMessage, which doesn't return after them.
+// Makes a blocked GetMessage call return, so that a modal loop immediately checks whether its window still exists.
+// GetMessage handles messages sent by other programs internally, without returning.
 void WakeModalLoop();
 
 template <typename Handler>

@@ -14,15 +14,15 @@ namespace {
 constexpr DWORD ShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr DWORD NotNormal = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_DIRECTORY;
 
-// Replacing a file with one of these attributes would lose it. Symbolic links are reparse points.
+// Replacing a file would lose these attributes. Symbolic links are reparse points.
 constexpr DWORD NotReplaceable =
     FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT | FILE_ATTRIBUTE_ENCRYPTED;
 constexpr DWORD CopiedAttributes = FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
 
 using OwnedFile = windows::Owned<HANDLE, ::CloseHandle>;
 
-// Returns the file's access control list as a security descriptor. Empty if the file system has none or if access is
-// denied.
+// Returns the file's access control list as a security descriptor, or an empty string if the file system doesn't have
+// access control lists or access is denied.
 std::string AccessControlList(HANDLE file) {
     DWORD size = 0;
     ::GetKernelObjectSecurity(file, DACL_SECURITY_INFORMATION, nullptr, 0, &size);
@@ -31,13 +31,13 @@ std::string AccessControlList(HANDLE file) {
                                                                                                       : std::string();
 }
 
-// Sets the list unchanged, whatever the file's folder lets it inherit.
+// Sets the list unchanged, regardless of what the file would inherit from its folder.
 bool SetAccessControlList(HANDLE file, std::string& descriptor) {
     SECURITY_DESCRIPTOR_CONTROL control = 0;
     DWORD revision = 0;
     ::GetSecurityDescriptorControl(descriptor.data(), &control, &revision);
     if ((control & SE_DACL_AUTO_INHERITED) != 0) {
-        // Otherwise the system clears SE_DACL_AUTO_INHERITED.
+        // Without this request, the system would clear SE_DACL_AUTO_INHERITED.
         ::SetSecurityDescriptorControl(descriptor.data(), SE_DACL_AUTO_INHERIT_REQ, SE_DACL_AUTO_INHERIT_REQ);
     }
     const HANDLE writable = ::ReOpenFile(file, WRITE_DAC, ShareAll, 0);
@@ -51,7 +51,7 @@ bool CopyAccessControlList(HANDLE from, HANDLE to) {
 }
 
 bool CopyAttributes(DWORD attributes, HANDLE to) {
-    FILE_BASIC_INFO info{};  // times of 0 remain unchanged
+    FILE_BASIC_INFO info{};  // file times of 0 mean "unchanged"
     info.FileAttributes = FILE_ATTRIBUTE_ARCHIVE | (attributes & CopiedAttributes);
     return ::SetFileInformationByHandle(to, FileBasicInfo, &info, sizeof info) != FALSE;
 }

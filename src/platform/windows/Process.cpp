@@ -23,7 +23,6 @@ std::u16string ProgramPath() {
     }
 }
 
-// The version resource of a file.
 class VersionResource {
 public:
     explicit VersionResource(const std::u16string& path) {
@@ -47,7 +46,7 @@ public:
         return found && size != 0 ? static_cast<const Content*>(content) : nullptr;
     }
 
-    // Returns a string in the first language of the resource, or an empty string.
+    // Returns a string in the resource's first language, or an empty string if it is missing.
     [[nodiscard]] std::u16string Text(const std::u16string& name) const {
         const auto* const language = Find<WORD>(u"\\VarFileInfo\\Translation");
         if (language == nullptr) {
@@ -72,8 +71,8 @@ private:
 
 }  // namespace
 
-// Ignores the arguments, since Windows keeps the command line. Turns off the system's own error boxes, such as the one
-// for a drive without a medium, so that the failing call returns an error instead.
+// Ignores the arguments, since Windows provides the command line itself. Turns off the system's error dialogs, such as
+// the one for an empty drive, so that the failing call returns an error instead.
 void ProcessStart(int /*argumentCount*/, char** /*arguments*/) {
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
     windows::ProtectLibrarySearch();
@@ -111,7 +110,7 @@ void WriteConsoleW(std::int32_t stream, const std::u16string& text) {
     }
 }
 
-// Loops because the variable may grow between the query for its size and the copy.
+// Loops because the variable may grow between the size query and the copy.
 std::string GetEnvironmentVariableA(const std::string& name) {
     std::string value;
     for (;;) {

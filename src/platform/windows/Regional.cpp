@@ -20,7 +20,7 @@ std::string AnsiFromText(const std::u16string& text) {
     return bytes;
 }
 
-// A character never has more UTF-16 code units than bytes.
+// A character never takes more UTF-16 code units than bytes.
 std::u16string TextFromAnsi(const std::string& bytes) {
     const int byteCount = static_cast<int>(bytes.size());
     std::u16string text(bytes.size(), u'\0');

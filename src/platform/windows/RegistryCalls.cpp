@@ -12,7 +12,7 @@ HKEY KeyOf(Handle key) {
     return windows::SystemHandleOf<HKEY>(key);
 }
 
-// Passes a caller's buffer to a registry call. An empty buffer gets a non-null address as well: with a null pointer the
+// Passes a caller's buffer to a registry call. Even an empty buffer gets a non-null address: with a null pointer, the
 // call would succeed and only return the required size.
 class Buffer {
 public:

@@ -9,8 +9,8 @@ namespace platform {
 
 namespace {
 
-// Returns the full path of the program that a command line starts, if the program is named without a folder and exists
-// in the system folder. Otherwise returns an empty string.
+// Returns the full path of a command line's program if the program is a bare name and exists in the system folder.
+// Otherwise returns an empty string.
 std::string SystemProgram(const std::string& command) {
     const bool quoted = command.starts_with('"');
     const std::size_t begin = quoted ? 1 : 0;

@@ -10,7 +10,8 @@ std::string SystemFolder() {
     return folder.data();
 }
 
-// Setting any folder removes the current folder from the search. An empty path would do on Windows, but not under Wine.
+// Setting any directory removes the current directory from the search order. An empty string would do on Windows, but
+// not under Wine.
 void ProtectLibrarySearch() {
     ::SetDllDirectoryA(SystemFolder().c_str());
     constexpr int imageLoadPolicy = 10;  // ProcessImageLoadPolicy

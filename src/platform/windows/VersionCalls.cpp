@@ -9,8 +9,8 @@ namespace platform {
 
 namespace {
 
-// True if the block is as long as the length in its first two bytes says. VerQueryValueA would read past the end of a
-// shorter block.
+// True if the block is at least as long as its first two bytes say. VerQueryValueA would read past the end of a shorter
+// block.
 bool IsWhole(std::span<const char> block) {
     WORD length = 0;
     if (block.size() < sizeof length) {

@@ -27,11 +27,11 @@
 
 #include "platform/Handle.h"
 
-// The Windows headers, for this folder only, and conversions between their types and the portable ones.
+// Includes the Windows headers, for this folder only, and converts between their types and the portable ones.
 namespace platform::windows {
 
-// System handles have 32 significant bits on 64-bit Windows too. The conversion extends the sign, which the predefined
-// registry roots require.
+// Even on 64-bit Windows, system handles have only 32 significant bits. The conversion sign-extends, which the
+// predefined registry roots require.
 template <typename SystemHandle>
 SystemHandle SystemHandleOf(Handle handle) {
     return reinterpret_cast<SystemHandle>(static_cast<std::intptr_t>(handle));
@@ -73,7 +73,7 @@ struct Releaser {
     }
 };
 
-// Owns a system object of the type `Pointer` and passes it to `Release` on destruction.
+// Owns a system object of type `Pointer` and passes it to `Release` on destruction.
 template <typename Pointer, auto Release>
 using Owned = std::unique_ptr<std::remove_pointer_t<Pointer>, Releaser<Release>>;
 

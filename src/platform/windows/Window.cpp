@@ -12,11 +12,10 @@ namespace {
 
 constexpr const wchar_t* ClassName = L"VTV4V";
 
-// Control identifiers start above IDOK, IDCANCEL and the like, which have a predefined meaning. As a result, Escape
-// does nothing.
+// Control IDs start above IDOK, IDCANCEL and other predefined ones. As a result, Escape does nothing.
 constexpr std::size_t FirstControl = 100;
 
-// Tool tips wider than this are wrapped.
+// Wider tooltips are wrapped.
 constexpr std::int32_t ToolTipWidth = 4500;  // twips
 
 constexpr DWORD FixedStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
@@ -203,7 +202,7 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_CTLCOLORSTATIC:
             return LabelColour(wParam, lParam);
         case DM_GETDEFID:
-            // Enter presses the focused button, like Space. The window itself has no default button.
+            // Makes Enter press the focused button, as Space does. The window itself has no default button.
             return MAKELRESULT(::GetDlgCtrlID(focused_), focused_ != nullptr ? DC_HASDEFID : 0);
         case WM_NEXTDLGCTL:
             // IsDialogMessageW may send this for an arrow key; DefWindowProcW ignores it.

@@ -11,7 +11,7 @@
 
 namespace platform::windows {
 
-// A window with its controls. It exists as long as its system window and while one of its event handlers runs.
+// A window with its controls. The object lives until the system window is destroyed and no event handler is running.
 class Window {
 public:
     // Creates a window and returns its handle, or null on failure.

@@ -12,14 +12,14 @@ namespace platform {
 
 namespace {
 
-// The window that the innermost WindowShowModal call shows.
+// The window shown by the innermost WindowShowModal call.
 HWND modalWindow = nullptr;
 
 HWND WindowOf(Handle window) {
     return windows::SystemHandleOf<HWND>(window);
 }
 
-// Dispatches a message. IsDialogMessage handles the keys that move the focus between controls.
+// Dispatches a message. IsDialogMessageW handles the keys that move the focus between controls.
 void DispatchToWindow(MSG& message) {
     const HWND top = ::GetAncestor(message.hwnd, GA_ROOT);
     if (windows::Window::Find(top) == nullptr || !::IsDialogMessageW(top, &message)) {
@@ -29,8 +29,8 @@ void DispatchToWindow(MSG& message) {
     windows::RethrowEventFailure();
 }
 
-// Returns the owner for a message box, which the box disables. If another program is active, this thread has no active
-// window, and the modal window must be disabled all the same.
+// Returns the owner window, which a message box disables. If another program is active, this thread has no active
+// window, but the modal window must still be disabled.
 HWND MessageBoxOwner() {
     const HWND active = ::GetActiveWindow();
     return active != nullptr || !::IsWindowVisible(modalWindow) ? active : modalWindow;

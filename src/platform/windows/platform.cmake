@@ -1,5 +1,5 @@
-# Only import libraries of Windows. The compiler's run-time and the standard library are linked statically, so that a
-# program is a single file.
+# Links Windows import libraries only; the compiler runtime and the standard library are static, so that each program is
+# a single file.
 enable_language(RC)
 target_link_libraries(vtv4v_system PUBLIC advapi32 comctl32 gdi32 ole32 oleaut32 shell32 user32 uuid)
 
