@@ -28,9 +28,9 @@ constexpr std::array<CommandForm, 4> Forms = {{
     Raise(RuntimeError::InvalidArgument, problem + u" Hilfe: vtv4v-reg /?");
 }
 
-// True for an option such as "/wer". An argument with a second slash is a path of the host.
+// True for an option such as "/wer". An argument with a second slash or a dot is a path of the host.
 bool IsOption(const Text& argument) {
-    return argument.starts_with(u'-') || (argument.starts_with(u'/') && argument.find(u'/', 1) == Text::npos);
+    return argument.starts_with(u'-') || (argument.starts_with(u'/') && argument.find_first_of(u"/.", 1) == Text::npos);
 }
 
 // The command line, sorted by kind.
@@ -59,25 +59,24 @@ SortedArguments Sorted(const std::vector<Text>& arguments) {
     return sorted;
 }
 
-// Returns the names of a user given as "hugo", "OFFICE.hugo" or "office.example.hugo". The environment provides the
-// missing ones; only the environment's DNS domain is recognized as a prefix. A user name that contains a dot is
-// recognized only with an explicit domain, or if it is the current user's.
+// Returns the names of a user given as "hugo", "OFFICE.hugo" or "office.example.hugo"; in ".hugo" the DNS domain is
+// empty. Missing names are those of the options or the environment. A user name that contains a dot is recognized only
+// with an explicit domain, or if it is the current user's.
 UserNames NamesOf(const Text& given, const SortedArguments& sorted) {
     UserNames user = CurrentUserNames();
     const bool isCurrentUser = platform::CharUpperW(given) == platform::CharUpperW(user.name);
+    user = {given, sorted.dnsDomain.value_or(user.dnsDomain), sorted.domain.value_or(user.domain)};
     const Text dnsPrefix = user.dnsDomain + u".";
     const std::size_t dot = given.find(u'.');
-    user.name = given;
-    if (!sorted.domain && !isCurrentUser && dot != Text::npos) {
-        if (platform::CharUpperW(given).starts_with(platform::CharUpperW(dnsPrefix))) {
-            user.name = given.substr(dnsPrefix.size());
-        } else {
-            user.domain = given.substr(0, dot);
-            user.name = given.substr(dot + 1);
-        }
+    if (sorted.domain || isCurrentUser || dot == Text::npos) {
+        return user;
     }
-    user.domain = sorted.domain.value_or(user.domain);
-    user.dnsDomain = sorted.dnsDomain.value_or(user.dnsDomain);
+    if (platform::CharUpperW(given).starts_with(platform::CharUpperW(dnsPrefix))) {
+        user.name = given.substr(dnsPrefix.size());
+    } else {
+        (dot == 0 ? user.dnsDomain : user.domain) = given.substr(0, dot);
+        user.name = given.substr(dot + 1);
+    }
     return user;
 }
 
@@ -103,13 +102,13 @@ Arguments ParseArguments(const std::vector<Text>& arguments) {
     if (others.size() < sorted.form->least || others.size() > sorted.form->most) {
         RaiseUsage(Text(sorted.form->usage));
     }
-    if (std::ranges::find(others, Text()) != others.end()) {
-        RaiseUsage(u"Ein Datei- oder Benutzername ist leer.");
-    }
     if (isWho) {
         parsed.user = NamesOf(others[0], sorted);
     } else if (sorted.domain || sorted.dnsDomain) {
         RaiseUsage(u"/domaene und /dns gelten nur für /wer.");
+    }
+    if (std::ranges::find(others, Text()) != others.end() || (isWho && parsed.user.name.empty())) {
+        RaiseUsage(u"Ein Datei- oder Benutzername ist leer.");
     }
     others.resize(3);
     parsed.controlFile = others[isWho ? 1 : 0];
