@@ -20,9 +20,9 @@ std::optional<std::int32_t> CheckedTable::Add(const ForcedVersionItem& entry, st
     return std::exchange(found->second.line, line);
 }
 
-const ForcedVersionItem* CheckedTable::Find(const Text& valueName) const {
+std::int32_t CheckedTable::NumberOf(const Text& valueName) const {
     const auto found = occurrences_.find(platform::CharUpperW(valueName));
-    return found == occurrences_.end() ? nullptr : &entries_[found->second.index];
+    return found == occurrences_.end() ? -1 : entries_[found->second.index].version;
 }
 
 CheckedTables EmptyTables() {
@@ -33,7 +33,7 @@ CheckedTables EntriesOnlyIn(const CheckedTables& tables, const CheckedTables& ot
     CheckedTables result = EmptyTables();
     for (std::size_t product = 0; product < tables.size(); ++product) {
         for (const ForcedVersionItem& entry : tables[product].Entries()) {
-            if (others[product].Find(entry.valueName) == nullptr) {
+            if (others[product].NumberOf(entry.valueName) < 0) {
                 result[product].Add(entry);
             }
         }

@@ -25,8 +25,8 @@ public:
     // previous occurrence.
     std::optional<std::int32_t> Add(const ForcedVersionItem& entry, std::int32_t line = 0);
 
-    // Returns the entry with this name, or null.
-    [[nodiscard]] const ForcedVersionItem* Find(const Text& valueName) const;
+    // Returns the entry's number, or -1 if the entry is missing.
+    [[nodiscard]] std::int32_t NumberOf(const Text& valueName) const;
 
 private:
     struct Occurrence {

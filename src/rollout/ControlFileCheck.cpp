@@ -42,10 +42,6 @@ Text IntendedSection(const Text& line) {
     return head.starts_with(u'[') ? platform::CharUpperW(Trim(head.substr(1, head.find(u']') - 1), u" \t")) : Text();
 }
 
-Text SectionHead(const Product& product) {
-    return u"[" + Text(product.section) + u"]";
-}
-
 }  // namespace
 
 void ControlFileCheck::Warn(const Text& warning) {
@@ -98,9 +94,9 @@ void ControlFileCheck::CheckEncoding(const Text& line) {
 
 void ControlFileCheck::CheckHead(const ControlFileReader& file) {
     const Text intended = IntendedSection(file.Line());
-    for (const Product& product : Products) {
-        if (intended == platform::CharUpperW(Text(product.section))) {
-            Warn(file.Number(), Quoted(file.Line()) + u" gilt nicht als Kopf " + SectionHead(product) + u".");
+    for (const CheckedTable& table : tables_) {
+        if (intended == platform::CharUpperW(table.Section())) {
+            Warn(file.Number(), Quoted(file.Line()) + u" gilt nicht als Kopf [" + table.Section() + u"].");
         }
     }
 }
@@ -150,15 +146,13 @@ void ControlFileCheck::CheckFile() {
     } else if (codePageIsUtf8 && encoding_ == Encoding::Other) {
         Warn(u"Die Datei ist nicht in UTF-8 gespeichert; ein Import verfälscht ihre Umlaute.");
     }
-    Text heads;
     for (std::size_t product = 0; product < Products.size(); ++product) {
-        const Text head = SectionHead(Products[product]);
-        heads += (heads.empty() ? u"" : u" oder ") + head;
         if (!hasSection_[product]) {
-            Warn(u"Der Abschnitt " + head + u" fehlt; ein Import leert seine Tabelle.");
+            Warn(u"Der Abschnitt [" + tables_[product].Section() + u"] fehlt; ein Import leert seine Tabelle.");
         }
     }
     if (std::ranges::count(hasSection_, true) == 0) {
-        Raise(RuntimeError::InvalidArgument, u"kein Abschnitt " + heads + u"; ein Import würde alle Tabellen leeren");
+        Raise(RuntimeError::InvalidArgument,
+              u"kein Abschnitt [Tallora] oder [Reporting]; ein Import würde alle Tabellen leeren");
     }
 }

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -20,7 +19,7 @@ public:
     // One line per skipped item or warning.
     [[nodiscard]] const std::vector<Text>& Findings() const { return findings_; }
     // How many of the findings are items that an import would skip.
-    [[nodiscard]] std::size_t SkippedCount() const { return skippedCount_; }
+    [[nodiscard]] std::int32_t SkippedCount() const { return skippedCount_; }
 
 private:
     enum class Encoding { Ascii, Utf8, Other };
@@ -38,5 +37,5 @@ private:
     std::array<bool, Products.size()> hasSection_{};
     Encoding encoding_ = Encoding::Ascii;
     std::vector<Text> findings_;
-    std::size_t skippedCount_ = 0;
+    std::int32_t skippedCount_ = 0;
 };

@@ -31,11 +31,6 @@ bool IsXmlCharacter(const Text& text, std::size_t index) {
 }
 
 Text AttributeText(const Text& text) {
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        if (!IsXmlCharacter(text, index)) {
-            Raise(RuntimeError::InvalidArgument, u"»" + text + u"« enthält ein Zeichen, das in XML nicht erlaubt ist.");
-        }
-    }
     const Text escaped = ReplaceAll(ReplaceAll(text, u"&", u"&amp;"), u"<", u"&lt;");
     return ReplaceAll(ReplaceAll(escaped, u"\"", u"&quot;"), u"\t", u"&#9;");
 }
@@ -47,6 +42,13 @@ Text KeyIn64BitRegistry(const Text& key) {
 
 // `action` is "U" to update the entry's value or "D" to delete it. The item's GUID depends only on key and name.
 Text ItemText(TextView action, const Text& key, const ForcedVersionItem& entry, const Text& changed) {
+    for (std::size_t index = 0; index < entry.valueName.size(); ++index) {
+        if (!IsXmlCharacter(entry.valueName, index)) {
+            const Text origin = action == u"D" ? u" der früheren Steuerungs-Datei" : u"";
+            Raise(RuntimeError::InvalidArgument,
+                  u"»" + entry.valueName + u"«" + origin + u" enthält ein Zeichen, das in XML nicht erlaubt ist");
+        }
+    }
     const bool isDefault = entry.valueName.empty();
     const Text valueName = AttributeText(entry.valueName);
     const Text shown = isDefault ? u"(Default)" : valueName;

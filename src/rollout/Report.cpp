@@ -2,14 +2,6 @@
 
 #include "platform/Process.h"
 
-namespace {
-
-Text CountText(std::size_t count) {
-    return DecimalText(static_cast<std::int32_t>(count));
-}
-
-}  // namespace
-
 void PrintLine(std::int32_t stream, const Text& line) {
     Text printed;
     for (const char16_t character : line) {
@@ -22,22 +14,28 @@ void PrintLine(std::int32_t stream, const Text& line) {
 Text EntryCounts(const CheckedTables& tables) {
     Text counts;
     for (const CheckedTable& table : tables) {
-        counts += (counts.empty() ? u"" : u", ") + table.Section() + u" " + CountText(table.Entries().size());
+        counts += (counts.empty() ? u"" : u", ") + table.Section() + u" " +
+                  DecimalText(static_cast<std::int32_t>(table.Entries().size()));
     }
     return counts;
 }
 
-void Report::AddFindings(const std::vector<Text>& findings, std::size_t skippedCount) {
+Text UnreadableEntryWarning(const CheckedTable& table, const Text& label) {
+    return u"Warnung: Der Eintrag " + label + u" der Tabelle [" + table.Section() +
+           u"] ist nicht lesbar oder keine gültige Zahl.";
+}
+
+void Report::AddFindings(const std::vector<Text>& findings, std::int32_t skippedCount, const Text& subject) {
     for (const Text& finding : findings) {
-        PrintLine(platform::StdOutputHandle, finding);
+        PrintLine(platform::StdOutputHandle, subject + finding);
     }
     skippedCount_ += skippedCount;
-    warningCount_ += findings.size() - skippedCount;
+    warningCount_ += static_cast<std::int32_t>(findings.size()) - skippedCount;
 }
 
 RolloutResult Report::Finish(const CheckedTables& tables, const Text& more) const {
     PrintLine(platform::StdOutputHandle, u"Einträge: " + EntryCounts(tables) + u". Übersprungen: " +
-                                             CountText(skippedCount_) + u". Warnungen: " + CountText(warningCount_) +
-                                             u"." + more);
+                                             DecimalText(skippedCount_) + u". Warnungen: " +
+                                             DecimalText(warningCount_) + u"." + more);
     return skippedCount_ + warningCount_ == 0 ? RolloutResult::Success : RolloutResult::NeedsReview;
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <vector>
 
@@ -16,17 +15,20 @@ void PrintLine(std::int32_t stream, const Text& line);
 // Returns the number of entries per product, such as "Tallora 3, Reporting 2".
 Text EntryCounts(const CheckedTables& tables);
 
+// Returns the warning for an entry that can't be read as a number. `label` is its quoted name or its position.
+Text UnreadableEntryWarning(const CheckedTable& table, const Text& label);
+
 // The findings of a run.
 class Report {
 public:
-    // Prints the findings, of which `skippedCount` are skipped items and the others are warnings.
-    void AddFindings(const std::vector<Text>& findings, std::size_t skippedCount = 0);
+    // Prints the findings, each after `subject`. `skippedCount` of them are skipped items, the others are warnings.
+    void AddFindings(const std::vector<Text>& findings, std::int32_t skippedCount = 0, const Text& subject = {});
 
     // Prints the line of counts that ends every run: the entries in `tables`, the findings, and `more`. Returns
     // NeedsReview if there were findings, otherwise Success.
     [[nodiscard]] RolloutResult Finish(const CheckedTables& tables, const Text& more = {}) const;
 
 private:
-    std::size_t skippedCount_ = 0;
-    std::size_t warningCount_ = 0;
+    std::int32_t skippedCount_ = 0;
+    std::int32_t warningCount_ = 0;
 };

@@ -36,19 +36,11 @@ constexpr char16_t HelpText[] =
     u"                                enthält der Benutzername selbst einen Punkt, so ist /domaene nötig\r\n\r\n"
     u"Exit-Code 0: erledigt. 1: erledigt, aber sehen Sie die Meldungen an. 2: nicht erledigt.\r\n";
 
-// Runs `steps`. If they raise an error, raises it with `subject` before and `consequence` after its description.
-template <typename Steps>
-void Explain(const Text& subject, const Steps& steps, const Text& consequence = {}) {
-    if (const std::optional<Error> error = TrapError(steps)) {
-        Raise(error->number, subject + u": " + error->description + u"." + consequence);
-    }
-}
-
-// Checks a control file and adds the findings to the report.
-CheckedTables CheckedFile(const Text& path, Report& report) {
+// Checks a control file and adds the findings to the report, each after `subject`.
+CheckedTables CheckedFile(const Text& path, Report& report, const Text& subject = {}) {
     ControlFileCheck check;
     const std::optional<Error> error = TrapError([&] { check.Read(path); });
-    report.AddFindings(check.Findings(), check.SkippedCount());
+    report.AddFindings(check.Findings(), check.SkippedCount(), subject);
     if (error) {
         Raise(error->number, path + u": " + error->description + u".");
     }
@@ -65,13 +57,16 @@ Text LastChange(const Text& path) {
            u":" + stamp.substr(13);
 }
 
-// Returns the entries that only the control file of the last roll-out contains, or none if it wasn't given.
-CheckedTables RemovedEntries(const Text& earlierFile, const CheckedTables& tables) {
-    ControlFileCheck earlier;
-    if (!earlierFile.empty()) {
-        Explain(earlierFile, [&] { earlier.Read(earlierFile); });
+// Runs `write`, which writes a file. If it raises an error, raises it with the path, and says so if the file may be
+// incomplete: with any other error, nothing has been written.
+template <typename Steps>
+void WriteFile(const Text& path, const Steps& write) {
+    if (const std::optional<Error> error = TrapError(write)) {
+        const auto kind = static_cast<RuntimeError>(error->number);
+        const bool hasBegun = kind == RuntimeError::DiskFull || kind == RuntimeError::DeviceIo;
+        Raise(error->number,
+              path + u": " + error->description + (hasBegun ? u". Die Datei kann unvollständig sein." : u"."));
     }
-    return EntriesOnlyIn(earlier.Tables(), tables);
 }
 
 void WriteTarget(const Arguments& arguments, const CheckedTables& tables, const CheckedTables& removed) {
@@ -80,21 +75,23 @@ void WriteTarget(const Arguments& arguments, const CheckedTables& tables, const 
             Raise(RuntimeError::InvalidArgument, arguments.target + u": Das Ziel ist eine der Steuerungs-Dateien.");
         }
     }
-    const std::string bytes = IsXmlPath(arguments.target)
-                                  ? PreferencesFileBytes(tables, removed, LastChange(arguments.controlFile))
-                                  : RegFileBytes(tables);
-    Explain(
-        arguments.target, [&] { WriteBytes(arguments.target, bytes, true); },
-        u" Nichts oder nicht alles wurde geschrieben.");
+    WriteFile(arguments.target, [&] {
+        const std::string bytes = IsXmlPath(arguments.target)
+                                      ? PreferencesFileBytes(tables, removed, LastChange(arguments.controlFile))
+                                      : RegFileBytes(tables);
+        WriteBytes(arguments.target, bytes, true);
+    });
 }
 
 RolloutResult Check(const Arguments& arguments, Report& report) {
     const CheckedTables tables = CheckedFile(arguments.controlFile, report);
-    const CheckedTables removed = RemovedEntries(arguments.earlierFile, tables);
+    const Text& earlier = arguments.earlierFile;
+    const CheckedTables removed =
+        earlier.empty() ? EmptyTables() : EntriesOnlyIn(CheckedFile(earlier, report, earlier + u": "), tables);
     if (!arguments.target.empty()) {
         WriteTarget(arguments, tables, removed);
     }
-    return report.Finish(tables, arguments.earlierFile.empty() ? u"" : u" Zu löschen: " + EntryCounts(removed) + u".");
+    return report.Finish(tables, earlier.empty() ? u"" : u" Zu löschen: " + EntryCounts(removed) + u".");
 }
 
 // Warns of the stored entries that the file doesn't contain.
@@ -108,42 +105,46 @@ void CompareWithFile(const StoredTables& stored, const CheckedTables& tables, Re
     }
 }
 
-// Returns the products' tables, without resolving the version in force. Raises 5 (invalid argument) if they must be
-// writable but aren't.
-VersionTables MachineTables(bool mustBeWritable) {
-    VersionTables tables;
-    for (std::size_t product = 0; product < Products.size(); ++product) {
-        const ProductProfile profile = ProfileOf(Products[product]);
-        if (mustBeWritable && !profile.ProgOption->LocalMachineCanWrite(VersionSection)) {
-            Raise(RuntimeError::InvalidArgument,
-                  u"HKEY_LOCAL_MACHINE\\" + profile.RegistryPath +
-                      u": Schreiben ist nicht möglich; dazu sind Administratorrechte nötig.");
-        }
-        tables[product] = profile.Table;
-    }
-    return tables;
+VersionTables MachineTables() {
+    return {ProfileOf(MainProduct).Table, ProfileOf(ReportingProduct).Table};
 }
 
-// Reads the written file again: an import of it must restore every stored entry.
+// Raises a registry error if a table can't be written. Stores and deletes a value to find out.
+void RequireWriteAccess() {
+    for (const Product& product : Products) {
+        const std::shared_ptr<ProgOption> options = ProfileOf(product).ProgOption;
+        const Text name = u"_vtv4v-reg_";
+        const std::optional<Error> error =
+            TrapError([&] { options->LocalMachine(VersionSection, name, NotGiven{}, Text()); });
+        options->LocalMachineDelete(VersionSection, name);
+        if (error) {
+            Raise(error->number,
+                  u"HKEY_LOCAL_MACHINE\\" + options->SectionRoot() + u": Schreiben ist nicht möglich" +
+                      (error->number == platform::StatusAccessDenied ? u"; dazu sind Administratorrechte nötig."
+                                                                     : u": " + FailureText({error->number, {}})));
+        }
+    }
+}
+
+// Checks the written file: an import of it must restore every stored entry.
 RolloutResult Export(const Arguments& arguments, Report& report) {
     const Text& path = arguments.controlFile;
     const StoredTables stored = ReadStoredTables();
-    Explain(
-        path, [&] { ExportTables(path, MachineTables(false)); }, u" Nichts oder nicht alles wurde geschrieben.");
-    ControlFileCheck check;
-    if (const std::optional<Error> error = TrapError([&] { check.Read(path); })) {
-        report.AddFindings({u"Warnung: Die Datei kann nicht importiert werden: " + error->description + u"."});
+    WriteFile(path, [&] { ExportTables(path, MachineTables()); });
+    CheckedTables tables = stored.tables;
+    if (const std::optional<Error> error = TrapError([&] { tables = CheckedFile(path, report); })) {
+        report.AddFindings({u"Warnung: Die Datei kann nicht importiert werden: " + error->description});
     }
-    CompareWithFile(stored, check.Tables(), report);
-    return report.Finish(check.Tables());
+    CompareWithFile(stored, tables, report);
+    return report.Finish(tables);
 }
 
 // Reads the tables afterwards: an import ignores it if a table can't be cleared.
 RolloutResult Import(const Arguments& arguments, Report& report) {
     const Text& path = arguments.controlFile;
     const CheckedTables tables = CheckedFile(path, report);
-    const VersionTables machineTables = MachineTables(true);
-    if (const std::optional<Error> error = TrapError([&] { ImportTables(path, machineTables); })) {
+    RequireWriteAccess();
+    if (const std::optional<Error> error = TrapError([&] { ImportTables(path, MachineTables()); })) {
         Raise(error->number,
               path + u": " + FailureText(*error) + u". Der Import wurde abgebrochen; die Tabellen sind unvollständig.");
     }
@@ -152,22 +153,13 @@ RolloutResult Import(const Arguments& arguments, Report& report) {
 }
 
 RolloutResult Who(const Arguments& arguments, Report& report) {
-    CheckedTables tables;
-    if (arguments.controlFile.empty()) {
-        const StoredTables stored = ReadStoredTables();
-        report.AddFindings(stored.findings);
-        tables = stored.tables;
-    } else {
-        tables = CheckedFile(arguments.controlFile, report);
-    }
-    ResolutionReport resolution;
-    Explain(u"HKEY_CURRENT_USER", [&] { resolution = DescribeResolution(arguments.user, tables); });
+    const bool isTrial = !arguments.controlFile.empty();
+    const CheckedTables tables = isTrial ? CheckedFile(arguments.controlFile, report) : ReadStoredTables().tables;
+    const ResolutionReport resolution = DescribeResolution(arguments.user, isTrial ? &tables : nullptr);
     for (const Text& line : resolution.lines) {
         PrintLine(platform::StdOutputHandle, line);
     }
-    if (arguments.controlFile.empty()) {
-        report.AddFindings(resolution.findings);
-    }
+    report.AddFindings(resolution.findings);
     return report.Finish(tables);
 }
 

@@ -4,6 +4,7 @@
 
 #include "common/Conversion.h"
 #include "common/Error.h"
+#include "rollout/Report.h"
 #include "settings/Registry.h"
 #include "version/modVTV4Version.h"
 
@@ -15,24 +16,17 @@ void ReadTable(CheckedTable& table, std::vector<Text>& findings) {
     const KeyCloser closer(registry);
     registry.KeyOpenLocalMachine(table.Key());
     for (std::int32_t position = 1;; ++position) {
-        const std::optional<Error> error = TrapError([&] {
-            position == 1 ? registry.ValueNameFirst() : registry.ValueNameNext();
-            if (!registry.EOF_ValueName()) {
-                table.Add({registry.ValueName(), LongFrom(registry.Value(registry.ValueName()))});
-            }
-        });
-        const bool hasName = !registry.EOF_ValueName();
-        if (!hasName && error && error->number != platform::StatusMoreData) {
-            Raise(*error);
+        const std::optional<Error> failedStep = TrapError([&] { registry.ValueNameNext(); });
+        if (failedStep && failedStep->number != platform::StatusMoreData) {
+            Raise(*failedStep);
         }
-        if (!hasName && !error) {
+        if (!failedStep && registry.EOF_ValueName()) {
             return;
         }
-        if (error) {
-            const Text label =
-                hasName ? u"»" + ItemNameOf(registry.ValueName()) + u"«" : u"Nr. " + DecimalText(position);
-            findings.push_back(u"Warnung: Der Eintrag " + label + u" der Tabelle [" + table.Section() +
-                               u"] ist nicht als Zahl lesbar.");
+        const Text name = registry.ValueName();
+        if (failedStep || TrapError([&] { table.Add({name, LongFrom(registry.Value(name))}); })) {
+            const Text label = failedStep ? u"Nr. " + DecimalText(position) : u"»" + ItemNameOf(name) + u"«";
+            findings.push_back(UnreadableEntryWarning(table, label));
         }
     }
 }

@@ -4,8 +4,12 @@
 #include <array>
 #include <cstddef>
 
+#include "common/Conversion.h"
+#include "common/Error.h"
 #include "platform/Regional.h"
-#include "version/ProductProfile.h"
+#include "rollout/Report.h"
+#include "settings/Registry.h"
+#include "version/ForcedVersionTable.h"
 
 namespace {
 
@@ -27,24 +31,39 @@ Text StepName(const ResolutionStep& step) {
     return (step.localMachine ? u"" : u"Benutzer: ") + ItemNameOf(step.valueName);
 }
 
-// Returns the number of the step's entry, or a negative number if there is none.
-std::int32_t ForcedVersionOf(const ResolutionStep& step, const CheckedTable& table, const Product& product) {
-    if (!step.localMachine) {
-        return ProfileOf(product).Table->ForcedVersion(false, step.valueName);
+// Returns the number of the step's entry in the registry, or a negative number if there is no usable entry.
+std::int32_t StoredVersion(const ResolutionStep& step, const CheckedTable& table, std::vector<Text>& findings) {
+    const Text label = u"»" + StepName(step) + u"«";
+    Variant stored = Null{};
+    std::int32_t version = -1;
+    const std::optional<Error> unreadable = TrapError([&] {
+        Registry registry;
+        const KeyCloser closer(registry);
+        step.localMachine ? registry.KeyOpenLocalMachine(table.Key()) : registry.KeyOpenCurrentUser(table.Key());
+        stored = registry.Value(step.valueName);
+    });
+    if (unreadable && unreadable->number == platform::StatusFileNotFound) {
+        return version;
     }
-    const ForcedVersionItem* const entry = table.Find(step.valueName);
-    return entry == nullptr ? -1 : entry->version;
+    if (!IsNumeric(stored)) {
+        findings.push_back(UnreadableEntryWarning(table, label));
+    } else if (const std::optional<Error> overflow = TrapError([&] { version = LongFrom(stored); })) {
+        Raise(overflow->number, label + u" der Tabelle [" + table.Section() + u"]: " + overflow->description + u".");
+    } else if (version >= 0 && VersionName(version).empty()) {
+        findings.push_back(u"Warnung: " + DecimalText(version) + u" ist keine Version der Versionsliste.");
+    }
+    return version;
 }
 
-void AddProduct(const UserNames& user, const Product& product, const CheckedTable& table, ResolutionReport& report) {
+void AddProduct(const UserNames& user, const CheckedTable& table, bool isTrial, ResolutionReport& report) {
     constexpr std::size_t versionWidth = 17;
     const auto steps = ResolutionSteps(user);
     std::size_t nameWidth = 0;
     for (const ResolutionStep& step : steps) {
         nameWidth = std::max(nameWidth, StepName(step).size() + 2);
     }
-    report.lines.push_back(Text(product.section) + u" für " + user.name + u", Domäne »" + user.domain +
-                           u"«, DNS-Domäne »" + user.dnsDomain + u"«");
+    report.lines.push_back(table.Section() + u" für " + user.name + u", Domäne »" + user.domain + u"«, DNS-Domäne »" +
+                           user.dnsDomain + u"«");
     // The current user's store belongs to this user only if this user runs the program.
     const bool runsProgram =
         platform::CharUpperW(user.InDomain()) == platform::CharUpperW(CurrentUserNames().InDomain());
@@ -55,7 +74,8 @@ void AddProduct(const UserNames& user, const Product& product, const CheckedTabl
             report.lines.push_back(name + u"nicht geprüft: Dazu muss der Benutzer den Befehl selbst ausführen");
             continue;
         }
-        const std::int32_t forced = ForcedVersionOf(step, table, product);
+        const std::int32_t forced =
+            isTrial && step.localMachine ? table.NumberOf(step.valueName) : StoredVersion(step, table, report.findings);
         const EntryEffect effect = EffectOf(InitialVersion, step.localMachine, forced);
         if (effect == EntryEffect::Applies) {
             version = forced;
@@ -63,19 +83,16 @@ void AddProduct(const UserNames& user, const Product& product, const CheckedTabl
         report.lines.push_back(name + (forced < 0 ? u"-"
                                                   : Padded(VersionText(forced, u"  "), versionWidth) +
                                                         Text(EffectTexts[static_cast<std::size_t>(effect)])));
-        if (forced >= 0 && VersionName(forced).empty()) {
-            report.findings.push_back(u"Warnung: " + DecimalText(forced) + u" ist keine Version der Versionsliste.");
-        }
     }
     report.lines.push_back(u"  Version: " + VersionText(version, u" "));
 }
 
 }  // namespace
 
-ResolutionReport DescribeResolution(const UserNames& user, const CheckedTables& tables) {
+ResolutionReport DescribeResolution(const UserNames& user, const CheckedTables* trial) {
     ResolutionReport report;
-    for (std::size_t product = 0; product < Products.size(); ++product) {
-        AddProduct(user, Products[product], tables[product], report);
+    for (const CheckedTable& table : trial != nullptr ? *trial : EmptyTables()) {
+        AddProduct(user, table, trial != nullptr, report);
     }
     return report;
 }

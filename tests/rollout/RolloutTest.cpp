@@ -77,7 +77,7 @@ TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck reports exactly what an import
     struct {
         std::string file;  // appended to BothSections, so it starts at line 3, in [Reporting]
         Text findings;
-        std::size_t skippedCount;
+        std::int32_t skippedCount;
     } const cases[] = {
         {"(Standard)=3\r\nhugo=0;\r\n\r\n[Info]\r\nUser=x\r\nplain\r\n", u"", 0},
         {"hugo=Demo\n", u"Zeile 3: »hugo=Demo« wird übersprungen: keine Zahl\n", 1},
@@ -199,7 +199,7 @@ TEST_CASE_FIXTURE(TestMachine, "A target is written completely or not at all, an
         {good, {file, target, file}, Failed, "earl earl"},
         {good, {file, u""}, Failed, "earl earl"},
         {good, {file, file + u".XML", u""}, Failed, "earl earl"},
-        {good, {u"/wer", u"hugo", u""}, Failed, "earl earl"},
+        {good, {u"/wer", u"OFFICE.", file}, Failed, "earl earl"},
         {good, {u"/wer", u"\u0141ukasz", file}, Failed, "earl earl"},
         {good, {file, file + u".XML", file + u".XML"}, Failed, "earl earl"},
         {good, {file, file + u".XML", file + u".none"}, Failed, "earl earl"},
@@ -235,12 +235,12 @@ TEST_CASE_FIXTURE(RolloutFixture, "/import restores what /export wrote, for rand
     for (int round = 0; round < 50; ++round) {
         Tables(RandomItems(names), RandomItems(names));
         const Text tables = Tables();
-        REQUIRE(Run(u"/Export") == RolloutResult::Success);
+        REQUIRE(Run(u"/Export") != RolloutResult::Failed);
         const std::string exported = ExportedTables();
         Tables(u"old=1;", u"old=2;");
         REQUIRE(Run(u"/IMPORT") != RolloutResult::Failed);
         REQUIRE(Tables() == tables);
-        REQUIRE(Run(u"/export") == RolloutResult::Success);
+        REQUIRE(Run(u"/export") != RolloutResult::Failed);
         REQUIRE(ExportedTables() == exported);
     }
 }
@@ -251,12 +251,17 @@ TEST_CASE_FIXTURE(RolloutFixture, "/export and /import report lost entries, and 
     for (const RawData& unreadable : {RawNumber(0x80000000U), RawText("drei"), RawText(std::string(300, '0'))}) {
         RawValueSet(platform::KeyLocalMachine, MainKey, "unreadable", unreadable);
         RawValueSet(platform::KeyLocalMachine, MainKey, "z", RawNumber(3));
+        RawValueSet(platform::KeyCurrentUser, MainKey, "", unreadable);
         CHECK(Run(u"/export") == NeedsReview);
-        CHECK(ReadStoredTables().tables[0].Find(u"z") != nullptr);
+        // The products read texts of up to 1023 bytes by name.
+        CHECK(RunRollout({u"/wer", u"hugo"}) == (unreadable.bytes[0] == '0' ? Success : NeedsReview));
+        CHECK(ReadStoredTables().tables[0].NumberOf(u"z") == 3);
     }
-    Tables(u"", u"");
-    RawValueSet(platform::KeyLocalMachine, MainKey, "a;b", RawNumber(1));
-    CHECK(Run(u"/export") == NeedsReview);
+    for (const char* const name : {"a;b", "a "}) {
+        Tables(u"", u"");
+        RawValueSet(platform::KeyLocalMachine, MainKey, name, RawNumber(1));
+        CHECK(Run(u"/export") == NeedsReview);
+    }
     // A table whose key has a subkey can't be cleared.
     Tables(u"old=1;", u"");
     FileContent(ControlFile(), BothSections + "d=4\n");
@@ -285,7 +290,7 @@ TEST_CASE_FIXTURE(RolloutFixture, "/wer and ForcedVersionTable resolve the same 
         Tables(RandomItems(names), RandomItems(names));
         main->ForcedVersionAll(false, RandomItems(names));
         const std::int32_t expected = ProductProfileMain().Profile.Table->VersionInForce();
-        const ResolutionReport report = DescribeResolution(CurrentUserNames(), ReadStoredTables().tables);
+        const ResolutionReport report = DescribeResolution(CurrentUserNames());
         REQUIRE(report.lines[6] == u"  Version: " + DecimalText(expected) + u" " + VersionName(expected));
     }
 }
@@ -294,7 +299,7 @@ TEST_CASE_FIXTURE(RolloutFixture, "/wer explains each step and skips default ent
     Tables(u"(Standard)=3;hugo=7;WERK.hugo=1;", u"");
     main->ForcedVersionAll(false, u"(Standard)=0;");
     const auto lines = [](const std::vector<Text>& arguments) {
-        const ResolutionReport report = DescribeResolution(ParseArguments(arguments).user, ReadStoredTables().tables);
+        const ResolutionReport report = DescribeResolution(ParseArguments(arguments).user);
         return Lines({report.lines.begin(), report.lines.begin() + 7}) + Lines(report.findings);
     };
     CHECK(lines({u"/WER", u"hugo"}) ==
@@ -320,7 +325,9 @@ TEST_CASE_FIXTURE(RolloutFixture, "/wer explains each step and skips default ent
         Text inDnsDomain, inDomain;
     } const names[] = {{{u"office.EXAMPLE.anna"}, u"office.example.anna", u"OFFICE.anna"},
                        {{u"anna.b", u"/domaene", u"X"}, u"office.example.anna.b", u"X.anna.b"},
-                       {{u"h.b"}, u"office.example.h.b", u"OFFICE.h.b"}};
+                       {{u"h.b"}, u"office.example.h.b", u"OFFICE.h.b"},
+                       {{u".anna"}, u".anna", u"OFFICE.anna"},
+                       {{u"x.y.anna", u"/dns", u"x.y"}, u"x.y.anna", u"OFFICE.anna"}};
     Environment("USERNAME", "H.b");
     for (const auto& each : names) {
         std::vector<Text> arguments = each.arguments;
