@@ -3,6 +3,7 @@
 // nothing else.
 
 #include <array>
+#include <cerrno>
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
@@ -13,6 +14,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 #include "SampleParts.h"
@@ -82,13 +84,23 @@ bool HasNoMachine(const fs::path& folder) {
            (fs::exists(folder / "clipboard.txt") && std::distance(fs::directory_iterator(folder), {}) == 1);
 }
 
-// Builds a new machine under a temporary name, so that `machine` never holds half of one.
+// Builds a new machine in a temporary folder next to `machine`, so that `machine` never holds half of one.
 void CreateMachine(const fs::path& machine, const std::set<std::string>& without) {
-    const fs::path unfinished = machine.native() + ".new";
-    fs::remove_all(unfinished);
-    CompleteMachine(unfinished, without);
-    fs::remove(machine / "clipboard.txt");
-    fs::rename(unfinished, machine);
+    std::string unfinished = machine.native() + ".XXXXXX";
+    fs::create_directories(machine.parent_path());
+    if (mkdtemp(unfinished.data()) == nullptr) {
+        throw std::system_error(errno, std::generic_category(), unfinished);
+    }
+    try {
+        fs::permissions(unfinished, fs::perms(0755));
+        CompleteMachine(unfinished, without);
+        fs::remove(machine / "clipboard.txt");
+        fs::rename(unfinished, machine);
+    } catch (...) {
+        std::error_code error;
+        fs::remove_all(unfinished, error);
+        throw;
+    }
 }
 
 struct Arguments {

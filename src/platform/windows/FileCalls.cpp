@@ -121,7 +121,9 @@ Status CopyPermissions(const std::string& path, Handle file) {
     if ((attributes & NotReplaceable) != 0) {
         return StatusAccessDenied;
     }
-    const HANDLE source = ::CreateFileA(path.c_str(), READ_CONTROL, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
+    // Requires DELETE access, because a file with the same access control list must be renamed or deleted later.
+    const HANDLE source =
+        ::CreateFileA(path.c_str(), READ_CONTROL | DELETE, ShareAll, nullptr, OPEN_EXISTING, 0, nullptr);
     if (source == INVALID_HANDLE_VALUE) {
         return windows::LastStatus();
     }

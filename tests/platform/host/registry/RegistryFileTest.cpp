@@ -110,7 +110,7 @@ TEST_CASE("The sqlite3 shell shows the values") {
 }
 
 TEST_CASE("Concurrent processes don't lose each other's registry changes") {
-    constexpr int changes = 100;
+    constexpr int changes = 50;
     const TestMachine machine;
     std::vector<pid_t> processes;
     for (const std::string process : {"a", "b", "c", "d"}) {
