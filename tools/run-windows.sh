@@ -30,7 +30,7 @@ if [[ $preset == win64 ]]; then
     echo "Using the 64-bit program, because 32-bit Wine is missing. To install it, run as root:" >&2
     echo "    dpkg --add-architecture i386 && apt-get update && apt-get install wine32:i386" >&2
 fi
-echo "Building..." >&2
+echo "Building (the first time takes a few minutes)..." >&2
 configure "$preset" -DBUILD_TESTING=OFF
 quietly cmake --build --preset "$preset" --target vtv4v suite
 echo "Starting in the Wine prefix $prefix" >&2
