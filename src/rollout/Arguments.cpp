@@ -28,12 +28,12 @@ constexpr std::array<CommandForm, 4> Forms = {{
     Raise(RuntimeError::InvalidArgument, problem + u" Hilfe: vtv4v-reg /?");
 }
 
-// True for an option such as "/wer". An argument with a second slash or a dot is a path of the host.
+// True for an option such as "/wer". An argument with a second slash or a dot is a host path.
 bool IsOption(const Text& argument) {
     return argument.starts_with(u'-') || (argument.starts_with(u'/') && argument.find_first_of(u"/.", 1) == Text::npos);
 }
 
-// The command line, sorted by kind.
+// The command-line arguments, grouped by kind.
 struct SortedArguments {
     const CommandForm* form = &Forms[0];
     std::optional<Text> domain, dnsDomain;
@@ -60,8 +60,8 @@ SortedArguments Sorted(const std::vector<Text>& arguments) {
 }
 
 // Returns the names of a user given as "hugo", "OFFICE.hugo" or "office.example.hugo"; in ".hugo" the DNS domain is
-// empty. Missing names are those of the options or the environment. A user name that contains a dot is recognized only
-// with an explicit domain, or if it is the current user's.
+// empty. Missing names are taken from the options or the environment. A user name that contains a dot is recognised
+// only with an explicit domain, or if it is the current user's.
 UserNames NamesOf(const Text& given, const SortedArguments& sorted) {
     UserNames user = CurrentUserNames();
     const bool isCurrentUser = platform::CharUpperW(given) == platform::CharUpperW(user.name);

@@ -12,13 +12,13 @@ struct Arguments {
     Command command = Command::Help;
     Text controlFile;
     Text target;       // a path that ends in ".reg" or ".xml"
-    Text earlierFile;  // the control file of the last roll-out
+    Text earlierFile;  // the control file of the previous rollout
     UserNames user;
 };
 
-// True if the path ends in ".xml", in any letter case.
+// True if the path ends in ".xml" (case-insensitive).
 bool IsXmlPath(const Text& path);
 
-// Parses the command line. User names that weren't given are those of the environment. Raises 5 (invalid argument) with
-// a German description.
+// Parses the command line. User names that aren't given are taken from the environment. Raises 5 (invalid argument),
+// with a German description, if the command line is invalid.
 Arguments ParseArguments(const std::vector<Text>& arguments);

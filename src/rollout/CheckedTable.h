@@ -42,7 +42,7 @@ private:
 // One table per product, in the order of Products.
 using CheckedTables = std::vector<CheckedTable>;
 
-// Returns tables without entries.
+// Returns an empty table for each product.
 CheckedTables EmptyTables();
 
 // Returns the entries of `tables` whose names `others` doesn't contain.

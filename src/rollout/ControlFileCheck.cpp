@@ -14,7 +14,7 @@
 namespace {
 
 constexpr std::size_t LongestValueName = 16383;   // characters; the registry's limit
-constexpr std::size_t LongestExportedName = 254;  // bytes; an export ends at a longer name
+constexpr std::size_t LongestExportedName = 254;  // bytes; an export stops at a longer name
 
 Text Quoted(const Text& text) {
     return u"»" + text + u"«";
@@ -35,11 +35,11 @@ bool IsUtf8(const std::string& bytes) {
     return static_cast<std::size_t>(length) == bytes.size();
 }
 
-// Returns the name of the section that the line's author probably meant, in uppercase; empty if the line doesn't look
-// like a head.
+// Returns, in uppercase, the section name that the author of the line probably meant, or an empty string if the line
+// doesn't look like a heading.
 Text IntendedSection(const Text& line) {
-    const Text head = Trim(line, u" \t");
-    return head.starts_with(u'[') ? platform::CharUpperW(Trim(head.substr(1, head.find(u']') - 1), u" \t")) : Text();
+    const Text text = Trim(line, u" \t");
+    return text.starts_with(u'[') ? platform::CharUpperW(Trim(text.substr(1, text.find(u']') - 1), u" \t")) : Text();
 }
 
 }  // namespace
@@ -72,7 +72,7 @@ void ControlFileCheck::CheckLine(const ControlFileReader& file) {
         hasSection_[*product] = true;
         return;
     }
-    CheckHead(file);
+    CheckHeading(file);
     if (product) {
         CheckItems(file, tables_[*product]);
     }
@@ -92,7 +92,7 @@ void ControlFileCheck::CheckEncoding(const Text& line) {
     }
 }
 
-void ControlFileCheck::CheckHead(const ControlFileReader& file) {
+void ControlFileCheck::CheckHeading(const ControlFileReader& file) {
     const Text intended = IntendedSection(file.Line());
     for (const CheckedTable& table : tables_) {
         if (intended == platform::CharUpperW(table.Section())) {
@@ -101,7 +101,7 @@ void ControlFileCheck::CheckHead(const ControlFileReader& file) {
     }
 }
 
-// The empty item after a ";" at the end of the line isn't an error.
+// An empty item after a trailing ";" isn't an error.
 void ControlFileCheck::CheckItems(const ControlFileReader& file, CheckedTable& table) {
     std::vector<Text> items = Split(file.Line(), u';');
     std::erase(items, Text());

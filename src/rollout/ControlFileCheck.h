@@ -7,11 +7,11 @@
 #include "common/Text.h"
 #include "rollout/CheckedTable.h"
 
-// Checks a control file: finds what an import would skip or accept silently, and describes it in German.
+// Checks a control file and describes, in German, what an import would skip or silently accept.
 class ControlFileCheck {
 public:
-    // Reads the whole file. Raises an error if the file can't be read, if it has no product's section, or if an import
-    // would fail; the description names the line. Findings up to the error remain available.
+    // Reads the whole file. Raises an error if the file can't be read, contains no product section, or can't be
+    // imported; if a line is the cause, the description names it. Findings up to the error remain available.
     void Read(const Text& path);
 
     // The tables after an import.
@@ -26,7 +26,7 @@ private:
 
     void CheckLine(const ControlFileReader& file);
     void CheckEncoding(const Text& line);
-    void CheckHead(const ControlFileReader& file);
+    void CheckHeading(const ControlFileReader& file);
     void CheckItems(const ControlFileReader& file, CheckedTable& table);
     void CheckEntry(std::int32_t line, const ForcedVersionItem& entry, CheckedTable& table);
     void CheckFile();

@@ -40,7 +40,7 @@ Text KeyIn64BitRegistry(const Text& key) {
     return u"SOFTWARE\\WOW6432Node" + key.substr(key.find(u'\\'));
 }
 
-// `action` is "U" to update the entry's value or "D" to delete it. The item's GUID depends only on key and name.
+// `action` is "U" to update the entry's value or "D" to delete it. The item's GUID depends only on the key and name.
 Text ItemText(TextView action, const Text& key, const ForcedVersionItem& entry, const Text& changed) {
     for (std::size_t index = 0; index < entry.valueName.size(); ++index) {
         if (!IsXmlCharacter(entry.valueName, index)) {

@@ -6,10 +6,10 @@
 #include "common/Text.h"
 #include "rollout/CheckedTable.h"
 
-// The exit code of the program, on which scripts rely.
+// The program's exit codes, which scripts rely on.
 enum class RolloutResult { Success = 0, NeedsReview = 1, Failed = 2 };
 
-// Prints a line to platform::StdOutputHandle or StdErrorHandle. Control characters are printed as "\x1B".
+// Prints a line to platform::StdOutputHandle or StdErrorHandle. Control characters are escaped, for example as "\x1B".
 void PrintLine(std::int32_t stream, const Text& line);
 
 // Returns the number of entries per product, such as "Tallora 3, Reporting 2".
@@ -21,11 +21,12 @@ Text UnreadableEntryWarning(const CheckedTable& table, const Text& label);
 // The findings of a run.
 class Report {
 public:
-    // Prints the findings, each after `subject`. `skippedCount` of them are skipped items, the others are warnings.
+    // Prints the findings, each preceded by `subject`. `skippedCount` of them are skipped items; the others are
+    // warnings.
     void AddFindings(const std::vector<Text>& findings, std::int32_t skippedCount = 0, const Text& subject = {});
 
-    // Prints the line of counts that ends every run: the entries in `tables`, the findings, and `more`. Returns
-    // NeedsReview if there were findings, otherwise Success.
+    // Prints the summary line that ends every run: the number of entries in `tables`, the number of findings, and then
+    // `more`. Returns NeedsReview if there were findings, otherwise Success.
     [[nodiscard]] RolloutResult Finish(const CheckedTables& tables, const Text& more = {}) const;
 
 private:

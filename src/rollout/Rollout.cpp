@@ -36,7 +36,7 @@ constexpr char16_t HelpText[] =
     u"                                enthält der Benutzername selbst einen Punkt, so ist /domaene nötig\r\n\r\n"
     u"Exit-Code 0: erledigt. 1: erledigt, aber sehen Sie die Meldungen an. 2: nicht erledigt.\r\n";
 
-// Checks a control file and adds the findings to the report, each after `subject`.
+// Checks a control file and adds the findings to the report, each preceded by `subject`.
 CheckedTables CheckedFile(const Text& path, Report& report, const Text& subject = {}) {
     ControlFileCheck check;
     const std::optional<Error> error = TrapError([&] { check.Read(path); });
@@ -47,8 +47,8 @@ CheckedTables CheckedFile(const Text& path, Report& report, const Text& subject 
     return check.Tables();
 }
 
-// Returns the time of the file's last change as "2017-12-16 10:16:40", so that the same control file gives the same
-// target.
+// Returns the file's last modification time as "2017-12-16 10:16:40". With it, the same control file always yields the
+// same target.
 Text LastChange(const Text& path) {
     double date = 0;
     RaiseFileStatus(platform::DateLastModified(platform::AnsiFromText(path), date));
@@ -57,8 +57,8 @@ Text LastChange(const Text& path) {
            u":" + stamp.substr(13);
 }
 
-// Runs `write`, which writes a file. If it raises an error, raises it with the path, and says so if the file may be
-// incomplete: with any other error, nothing has been written.
+// Runs `write`, which writes a file. If it raises an error, adds the path and, if the disk was full or failed, a note
+// that the file may be incomplete. After any other error, nothing has been written.
 template <typename Steps>
 void WriteFile(const Text& path, const Steps& write) {
     if (const std::optional<Error> error = TrapError(write)) {
@@ -94,7 +94,7 @@ RolloutResult Check(const Arguments& arguments, Report& report) {
     return report.Finish(tables, earlier.empty() ? u"" : u" Zu löschen: " + EntryCounts(removed) + u".");
 }
 
-// Warns of the stored entries that the file doesn't contain.
+// Warns about stored entries that aren't in the file.
 void CompareWithFile(const StoredTables& stored, const CheckedTables& tables, Report& report) {
     report.AddFindings(stored.findings);
     for (const CheckedTable& missing : EntriesOnlyIn(stored.tables, tables)) {
@@ -109,7 +109,7 @@ VersionTables MachineTables() {
     return {ProfileOf(MainProduct).Table, ProfileOf(ReportingProduct).Table};
 }
 
-// Raises a registry error if a table can't be written. Stores and deletes a value to find out.
+// Raises a registry error if a table can't be written. Finds out by storing and deleting a value.
 void RequireWriteAccess() {
     for (const Product& product : Products) {
         const std::shared_ptr<ProgOption> options = ProfileOf(product).ProgOption;
@@ -126,7 +126,7 @@ void RequireWriteAccess() {
     }
 }
 
-// Checks the written file: an import of it must restore every stored entry.
+// Checks the written file, because importing it must restore every stored entry.
 RolloutResult Export(const Arguments& arguments, Report& report) {
     const Text& path = arguments.controlFile;
     const StoredTables stored = ReadStoredTables();
@@ -139,7 +139,7 @@ RolloutResult Export(const Arguments& arguments, Report& report) {
     return report.Finish(tables);
 }
 
-// Reads the tables afterwards: an import ignores it if a table can't be cleared.
+// Reads the tables afterwards, because an import ignores a failure to clear a table.
 RolloutResult Import(const Arguments& arguments, Report& report) {
     const Text& path = arguments.controlFile;
     const CheckedTables tables = CheckedFile(path, report);

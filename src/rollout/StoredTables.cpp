@@ -10,7 +10,7 @@
 
 namespace {
 
-// After a failed enumeration step, the name is unknown, and only an entry that is too long doesn't end the enumeration.
+// If an enumeration step fails, the entry's name is unknown. Unless the entry is merely too long, the enumeration ends.
 void ReadTable(CheckedTable& table, std::vector<Text>& findings) {
     Registry registry;
     const KeyCloser closer(registry);

@@ -7,11 +7,11 @@
 #include "version/VersionResolution.h"
 
 struct ResolutionReport {
-    std::vector<Text> lines;     // a line for each step, and the resulting version, of each product
-    std::vector<Text> findings;  // a warning for each entry from the registry that isn't a number of the version list
+    std::vector<Text> lines;     // for each product, one line per step and then the resulting version
+    std::vector<Text> findings;  // a warning for each registry entry that isn't a number from the version list
 };
 
-// Describes, in German, how each product's version is resolved for a user. Reads the entries of the registry as the
-// products do, or those of `trial` instead of the local machine's, unless it is null. Raises 6 (overflow) if an entry's
-// text is a number that exceeds 32 bits.
+// Describes, in German, how each product's version is resolved for a user. Reads the entries from the registry as the
+// products do; if `trial` isn't null, it replaces the local machine's tables. Raises 6 (overflow) if an entry's text is
+// a number that exceeds 32 bits.
 ResolutionReport DescribeResolution(const UserNames& user, const CheckedTables* trial = nullptr);

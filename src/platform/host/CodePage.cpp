@@ -1,4 +1,4 @@
-// The Windows code page 1252. The host uses no other characters in the strings that cross the seam.
+// Windows code page 1252. On the host, strings that cross the seam contain only its characters.
 #include <algorithm>
 #include <array>
 
@@ -8,8 +8,8 @@ namespace platform {
 
 namespace {
 
-// The characters of the bytes 0x80 to 0x9F. Every other byte has the number of its character, and so do the five bytes
-// that the code page doesn't define, as on Windows.
+// The characters for the bytes 0x80 to 0x9F. The five bytes that the code page doesn't define map to themselves, as on
+// Windows. All other bytes map to themselves too.
 constexpr std::array<char16_t, 32> HighControls = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
                                                    0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
                                                    0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
@@ -31,7 +31,7 @@ char16_t TextCharacter(char byte) {
                                                                  : HighControls[number - FirstHighControl];
 }
 
-// Covers the letters of the code page.
+// Handles only the letters of the code page.
 char16_t UppercaseLetter(char16_t letter) {
     if ((letter >= u'a' && letter <= u'z') || (letter >= 0xE0 && letter <= 0xFE && letter != 0xF7)) {
         return static_cast<char16_t>(letter - 0x20);

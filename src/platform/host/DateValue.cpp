@@ -1,4 +1,4 @@
-// Dates under German regional settings.
+// Formats dates with German regional settings.
 #include "platform/host/DateValue.h"
 
 #include <array>

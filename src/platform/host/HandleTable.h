@@ -9,8 +9,8 @@
 
 #include "platform/Handle.h"
 
-// The open files, processes and registry keys by handle. They share one sequence of numbers. Numbers aren't reused, so
-// that a closed handle is never mistaken for an open one.
+// The table of open files, processes and registry keys. Their handles come from one sequence of numbers. Numbers aren't
+// reused, so that a closed handle is never mistaken for an open one.
 namespace platform::host {
 
 struct CloseFile {
@@ -23,8 +23,8 @@ struct ProcessReference {
 };
 
 struct OpenKey {
-    bool isUsers;      // in the user's registry file, not in the machine's
-    std::int64_t key;  // its number in that file; numbers of deleted keys aren't reused
+    bool isUsers;      // in the user's registry file rather than the machine's
+    std::int64_t key;  // the key's id in that file; ids of deleted keys aren't reused
     std::int32_t rights;
 };
 
@@ -38,7 +38,7 @@ bool HandleRemove(Handle handle) noexcept;
 // Returns null if the handle is invalid.
 HandleObject* HandleFind(Handle handle);
 
-// Returns null if the handle is invalid or stands for another type.
+// Returns null if the handle is invalid or refers to an object of another type.
 template <typename Object>
 Object* HandleFindAs(Handle handle) {
     return std::get_if<Object>(HandleFind(handle));

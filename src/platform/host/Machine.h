@@ -14,8 +14,8 @@ std::filesystem::path MachineFolder();
 // Returns an environment variable of the process, or an empty string if it is unset.
 std::string ProcessVariable(const char* name);
 
-// Reads a UTF-8 file of "name=value" lines in the machine's folder. Converts names to uppercase, because letter case is
-// ignored. If a name occurs twice, the last line wins. Ignores lines without a name or "=".
+// Reads a UTF-8 file of "name=value" lines from the machine's folder. Names are case-insensitive and converted to
+// uppercase. If a name occurs twice, the last line wins. Ignores lines without a name or "=".
 std::map<std::u16string, std::u16string> NamedValues(const char* file);
 
 }  // namespace platform::host

@@ -1,4 +1,4 @@
-// Numbers under German regional settings.
+// Parses numbers with German regional settings.
 #include "platform/Regional.h"
 
 #include <algorithm>
@@ -36,7 +36,7 @@ std::string Take(std::string_view& text, std::string_view characters) {
     return taken;
 }
 
-// Reads the 32 bits, including the sign bit, of a number that begins with "&H" or "&O".
+// Reads a number that begins with "&H" or "&O" as 32 bits, including the sign bit.
 Status ReadBased(std::string_view& text, std::int32_t& number) {
     const bool isHexadecimal = text.starts_with("&H") || text.starts_with("&h");
     if (!isHexadecimal && !text.starts_with("&O") && !text.starts_with("&o")) {
@@ -52,9 +52,9 @@ Status ReadBased(std::string_view& text, std::int32_t& number) {
                                                       : DispOverflow;
 }
 
-// Leaves a malformed exponent in `text`.
+// Returns the exponent that `text` begins with. If it is malformed, leaves it in `text` and returns 0.
 int TakeExponent(std::string_view& text) {
-    constexpr int largest = 99999;  // more than the length of any text
+    constexpr int largest = 99999;  // exceeds the length of any text
     std::string_view rest = text;
     const std::string symbol = Take(rest, "eE");
     const std::string sign = Take(rest, "+-");
@@ -69,8 +69,7 @@ int TakeExponent(std::string_view& text) {
     return sign == "-" ? -exponent : exponent;
 }
 
-// Reads a whole number or decimal fraction with an optional exponent and rounds it to the nearest whole number, a tie
-// to the even one.
+// Reads an integer or decimal fraction with an optional exponent and rounds it to the nearest integer, ties to even.
 Status ReadDecimal(std::string_view& text, std::int64_t& number) {
     const bool startsWithPoint = text.starts_with('.');
     std::string digits = "0" + Take(text, "0123456789.");

@@ -36,7 +36,7 @@ bool ClipboardClear() {
     return WriteClipboard("");
 }
 
-// A CF_TEXT text ends at its first NUL.
+// In the format CF_TEXT, a string ends at the first NUL.
 bool ClipboardSet(const std::string& text, std::uint32_t format) {
     containsOurText =
         format == ClipboardText && WriteClipboard(host::ToUtf8(TextFromAnsi(text.substr(0, text.find('\0')))));

@@ -5,7 +5,7 @@
 
 namespace platform::host {
 
-// Returns the file that holds the clipboard, or nothing if this process hasn't put a text on it.
+// Returns the clipboard file, or nothing if this process hasn't copied any text to it.
 std::optional<std::filesystem::path> ClipboardFile();
 
 }  // namespace platform::host

@@ -13,8 +13,8 @@ namespace platform::host {
 
 namespace {
 
-// Returns the text in uppercase, trimmed, and with each umlaut as one character: some terminals send the letter and a
-// combining diaeresis.
+// Returns the text in uppercase, trimmed, and with each umlaut as a single character, because some terminals send a
+// letter and a combining diaeresis.
 std::u16string Comparable(std::u16string text) {
     constexpr char16_t diaeresis = u'\x308';
     constexpr const char16_t* spaces = u" \t\r";
@@ -34,7 +34,7 @@ class LineView : public DialogView {
 public:
     explicit LineView(Dialog dialog) : dialog_(std::move(dialog)) {
         std::cout << "== " << DisplayText(dialog_.caption) << " ==\n";
-        std::multimap<std::int32_t, std::u16string> labels;  // by top
+        std::multimap<std::int32_t, std::u16string> labels;  // by top position
         for (const DialogControl& control : dialog_.controls) {
             if (control.kind == ControlKind::Label && control.visible) {
                 labels.emplace(control.bounds.top, control.caption);

@@ -33,7 +33,7 @@ std::string Padded(std::string line, int columns) {
     return line;
 }
 
-// Breaks a text into lines at spaces.
+// Splits a text into lines, breaking at spaces.
 std::vector<std::string> Wrapped(const std::u16string& text, int columns) {
     std::string whole = DisplayText(text);
     int width = 0;
@@ -48,7 +48,7 @@ std::vector<std::string> Wrapped(const std::u16string& text, int columns) {
     return lines;
 }
 
-// Returns the number of the nearest of a terminal's eight colours.
+// Returns the number of the nearest of the eight terminal colours.
 int ColourNumber(Colour colour) {
     const auto bright = [&](unsigned shift) { return (static_cast<unsigned>(colour) >> shift & 0xFFU) >= 0x80; };
     return (bright(0) ? 1 : 0) + (bright(8) ? 2 : 0) + (bright(16) ? 4 : 0);
@@ -88,7 +88,7 @@ NewtForm::~NewtForm() {
 
 NewtInput NewtForm::Run() {
     WatchScreenSize();
-    winsize screen{};  // may have changed while newt wasn't watching it
+    winsize screen{};  // may have been resized while newt wasn't watching
     if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &screen) == 0 && screen.ws_col != 0 &&
         (screen.ws_col != columns_ || screen.ws_row != rows_)) {
         return {NEWT_KEY_RESIZE};
@@ -104,10 +104,10 @@ NewtInput NewtForm::Run() {
     return {key, pressed};
 }
 
-// Returns Enter for a pressed button.
+// Waits for a key. Returns Enter if a button was pressed.
 int NewtForm::NextKey() const {
-    // If a key follows Escape within half a second, newt puts it back into the buffer, and then reads the buffer only
-    // after yet another key.
+    // If a key follows Escape within half a second, newt puts that key back into the buffer, but doesn't read the
+    // buffer until yet another key is pressed.
     int unread = 0;
     if (SLang_Input_Buffer_Len > 0 && ioctl(STDIN_FILENO, FIONREAD, &unread) == 0 && unread == 0) {
         return static_cast<int>(SLang_getkey());
@@ -137,7 +137,7 @@ newtComponent NewtForm::CreateButton(std::size_t number) const {
     return roomy_ ? newtButton(-1, -1, caption.c_str()) : newtCompactButton(-1, -1, caption.c_str());
 }
 
-// Creates a label of the size of its text. If the text has more than `maxRows` rows, the label scrolls.
+// Creates a label sized to fit its text. If the text has more than `maxRows` rows, the label scrolls.
 newtComponent NewtForm::CreateLabel(const DialogControl& label, int maxRows) {
     const int columns = std::min(columns_ - 6, 60);
     const std::vector<std::string> lines = Wrapped(label.caption, columns);
@@ -152,7 +152,7 @@ newtComponent NewtForm::CreateLabel(const DialogControl& label, int maxRows) {
     if (label.background && label.text) {
         const int background = ColourNumber(*label.background);
         const int front = ColourNumber(*label.text);
-        // Every pair of colours has its own colour set, because all dialogs share the sets.
+        // Each pair of colours needs its own colour set, because all dialogs share the sets.
         const int colours = NEWT_COLORSET_CUSTOM(background * 8 + front);
         newtSetColor(colours, ColourName(front), ColourName(background));
         newtTextboxSetColors(box, colours, colours);
@@ -207,7 +207,7 @@ void NewtForm::CreateControls() {
     }
 }
 
-// Arranges controls with the same top in a row, and the rows from top to bottom.
+// Arranges controls with the same top position in a row, and the rows from top to bottom.
 newtGrid NewtForm::ArrangeControls() const {
     std::map<std::int32_t, std::map<std::int32_t, std::size_t>> lines;
     for (std::size_t control = 0; control < controls_.size(); ++control) {
@@ -262,7 +262,7 @@ void NewtForm::AddKeys() {
     }
 }
 
-// Names the keys that have an effect in this dialog, as far as the screen has room.
+// Lists the keys that work in this dialog, as many as fit on the screen.
 std::string NewtForm::HelpLine(bool endsProgram) const {
     const std::string escape = endsProgram ? " Esc Ende" : " Esc Zurück";
     if (buttons_.empty()) {
@@ -306,7 +306,7 @@ std::optional<std::size_t> NewtForm::Neighbour(int key) const {
     return nearest;
 }
 
-// Shows the focused button's tool tip above the help line. A dialog without buttons shows the clipboard's file there.
+// Shows the focused button's tooltip above the help line, or the clipboard file's path if there are no buttons.
 void NewtForm::ShowToolTip() const {
     std::u16string text;
     if (const auto focus = Focus()) {

@@ -18,19 +18,19 @@ struct NewtInput {
     std::optional<std::size_t> pressed = {};  // index of the button pressed by the key
 };
 
-// A dialog drawn on a screen of one size: its window, its controls, and the lines at the bottom of the screen that
-// describe them.
+// A dialog drawn for the current screen size: its window, its controls, and the explanatory lines at the bottom of the
+// screen.
 class NewtForm {
 public:
-    // The dialog must outlive the form. `focus` is the button that gets the focus, by default the first one.
-    // `endsProgram` is true if the program ends when the dialog is closed.
+    // The dialog must outlive the form. `focus` is the button to focus (default: the first one). `endsProgram` is true
+    // if the program ends when the dialog is closed.
     NewtForm(const Dialog& dialog, std::optional<std::size_t> focus, bool endsProgram);
     ~NewtForm();
     NewtForm(const NewtForm&) = delete;
     NewtForm& operator=(const NewtForm&) = delete;
 
-    // Waits for a key, and moves the focus if the key says so. Returns NEWT_KEY_RESIZE if the terminal's size has
-    // changed, NEWT_KEY_ERROR if the terminal has been closed.
+    // Waits for a key and moves the focus if it is a navigation key. Returns NEWT_KEY_RESIZE if the terminal was
+    // resized, NEWT_KEY_ERROR if it was closed.
     NewtInput Run();
     // Returns the button that has the focus.
     [[nodiscard]] std::optional<std::size_t> Focus() const;

@@ -15,10 +15,10 @@ namespace platform::host {
 namespace {
 
 class NewtView;
-// The visible dialogs, the lowest first. While there are any, newt draws on the terminal.
+// The visible dialogs, bottommost first. As long as there are any, newt draws on the terminal.
 std::vector<NewtView*> views;
 
-// True if the Escape just read begins the sequence of a key that newt doesn't know. Skips the rest of the sequence.
+// True if the Escape just read begins the escape sequence of a key unknown to newt. Skips the rest of the sequence.
 bool SkipUnknownKey() {
     if (SLang_input_pending(0) <= 0) {
         return false;

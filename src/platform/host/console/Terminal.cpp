@@ -22,15 +22,15 @@ namespace {
 
 struct sigaction resizeHandler {};
 
-// Read by EndProgram.
+// Read by TerminateProgram.
 volatile std::sig_atomic_t drawing = 0;           // 1 if the terminal is in newt's modes
 volatile std::sig_atomic_t windowsSuspended = 0;  // 1 if another program has the terminal
 volatile std::sig_atomic_t delayedSignal = 0;
 termios modesBefore{};
 std::string restoreSequence;
 
-// Signal handler: restores the terminal before the signal ends the program.
-void EndProgram(int signal) {
+// Signal handler: restores the terminal before the signal kills the process.
+void TerminateProgram(int signal) {
     const bool isDelayed = signal == SIGHUP || signal == SIGTERM;
     if (windowsSuspended == 1 && (isDelayed || signal == SIGINT || signal == SIGQUIT)) {
         delayedSignal = isDelayed ? signal : delayedSignal;
@@ -44,10 +44,10 @@ void EndProgram(int signal) {
     std::raise(signal);
 }
 
-void HandleEndingSignals() {
+void HandleFatalSignals() {
     for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGABRT, SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGPIPE,
                              SIGALRM, SIGUSR1, SIGUSR2, SIGXCPU, SIGXFSZ}) {
-        if (const auto earlier = std::signal(signal, EndProgram); earlier != SIG_DFL) {
+        if (const auto earlier = std::signal(signal, TerminateProgram); earlier != SIG_DFL) {
             std::signal(signal, earlier);  // an ignored signal stays ignored
         }
     }
@@ -72,7 +72,7 @@ void StopProgram(void* /*unused*/) {
     }
     ResumeDrawing();
     std::raise(SIGWINCH);  // the terminal may have a new size
-    SLang_ungetkey(1);     // newt looks at the size only after a key; Ctrl-A has no other effect
+    SLang_ungetkey(1);     // newt checks the size only after a key; Ctrl-A has no other effect
 }
 
 // cppcheck-suppress passedByValue ; SLtt_tgetstr takes a non-const string
@@ -90,7 +90,7 @@ bool HasTerminal() {
            fstat(STDOUT_FILENO, &output) == 0 && input.st_rdev == output.st_rdev;
 }
 
-// newtInit would end the program on an unknown terminal.
+// newtInit would exit the program if the terminal type is unknown.
 bool CanDraw() {
     return HasTerminal() && ProcessVariable("TERM") != "dumb" && SLtt_initialize(nullptr) == 0;
 }
@@ -105,7 +105,7 @@ std::optional<Size> ScreenSize() {
 }
 
 void BeginScreen() {
-    // newt draws our UTF-8 strings only in a UTF-8 locale. The editor inherits it and gets a UTF-8 file.
+    // newt draws our UTF-8 strings only in a UTF-8 locale. The editor inherits the locale, which suits its UTF-8 file.
     std::setlocale(LC_CTYPE, "");
     if (std::string_view(nl_langinfo(CODESET)) != "UTF-8") {
         setenv("LC_ALL", "C.UTF-8", 1);
@@ -118,7 +118,7 @@ void BeginScreen() {
     // Clears the screen, resets colours, shows the cursor, and leaves keypad mode and the alternate screen.
     restoreSequence = Capability("cl") + Capability("me") + Capability("ve") + Capability("ke") + Capability("te");
     drawing = 1;
-    HandleEndingSignals();
+    HandleFatalSignals();
     newtInit();
     sigaction(SIGWINCH, nullptr, &resizeHandler);
     newtSetSuspendCallback(StopProgram, nullptr);
@@ -142,7 +142,7 @@ void WatchScreenSize() {
 }
 
 SuspendedWindows::SuspendedWindows() : wereDrawn_(drawing == 1) {
-    HandleEndingSignals();
+    HandleFatalSignals();
     windowsSuspended = 1;
     if (wereDrawn_) {
         StopDrawing();

@@ -16,7 +16,7 @@ bool CanDraw();
 // Returns the outer size, in twips, of a window that fills the terminal, or nothing if windows can't be drawn.
 std::optional<Size> ScreenSize();
 
-// Starts and ends drawing. EndScreen restores the terminal. If a signal ends the program earlier, its handler does.
+// Starts and ends drawing. EndScreen restores the terminal. If a signal kills the process first, its handler does so.
 void BeginScreen();
 void EndScreen();
 
@@ -27,7 +27,7 @@ void ResizeScreen();
 void WatchScreenSize();
 
 // Hands the terminal to another program for as long as the object exists. Meanwhile ignores SIGINT and SIGQUIT, which
-// come from keys meant for that program. Delays SIGHUP and SIGTERM: if we ended first, the program would lose the
+// come from keys meant for that program. Delays SIGHUP and SIGTERM: if we exited first, the program would lose the
 // terminal, and the user might lose the text being edited.
 class SuspendedWindows {
 public:

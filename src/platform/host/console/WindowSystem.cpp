@@ -38,14 +38,14 @@ bool IsVisible(Handle window) {
     return found != nullptr && found->visible;
 }
 
-// Returns a control that isn't shown if there is none with this index.
+// Returns a dummy control if there is none with this index.
 DialogControl& ControlOf(Handle window, std::size_t control) {
     static DialogControl missing;
     HostWindow* const found = FindWindow(window);
     return found == nullptr || control >= found->dialog.controls.size() ? missing : found->dialog.controls[control];
 }
 
-// Takes the handler by value, because it may destroy the window that owns it.
+// Takes the handler by value, because the call may destroy the window that owns it.
 template <typename Handler, typename... Arguments>
 void InvokeHandler(Handler handler, Arguments... arguments) {
     if (handler) {
@@ -71,7 +71,7 @@ void ServeEvents(Handle window) {
     }
 }
 
-// Makes the window the active one if it is visible.
+// Activates the window if it is visible.
 void Activate(Handle window) {
     if (!IsVisible(window)) {
         return;
@@ -85,7 +85,7 @@ constexpr std::uint32_t IconMask = 0xF0;
 
 using BoxButtons = std::vector<std::pair<const char16_t*, std::int32_t>>;  // captions and answers
 
-// An icon is drawn as a word in colour.
+// Icons are drawn as coloured words.
 const std::map<std::uint32_t, DialogControl> Icons = {
     {IconInformation, {{ControlKind::Label, u"Hinweis", {}}, {}, 0xFF0000, 0xFFFFFF}},
     {IconCritical, {{ControlKind::Label, u"Fehler", {}}, {}, 0x0000FF, 0xFFFFFF}},
@@ -166,7 +166,7 @@ Handle GetDesktopWindow() {
     return 0x10010;
 }
 
-// Nothing is drawn between two events anyway.
+// Nothing is drawn between events anyway.
 bool LockWindowUpdate(Handle /*window*/) {
     return true;
 }
@@ -205,7 +205,7 @@ std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& capti
     const Handle owner = activeWindow;
     const UserAction action = host::ShowDialog(dialog)->Next();
     Activate(owner);
-    // The close box means Cancel, or the only button.
+    // The close box acts as Cancel, or as the only button.
     return action.kind == UserAction::Kind::Click ? buttons.at(action.control - 2).second : buttons.back().second;
 }
 
@@ -215,7 +215,7 @@ void MessageBeep() {
     }
 }
 
-// Input waits in its stream until a dialog reads it, so that no event is ever pending.
+// Input stays in its stream until a dialog reads it, so no event is ever pending.
 void DoEvents() {
 }
 

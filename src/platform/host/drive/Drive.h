@@ -8,11 +8,11 @@
 
 #include "platform/Handle.h"
 
-// The machine's drives. Drive C: is the folder drives/c of the machine.
+// The machine's drives. Drive C: is the folder drives/c in the machine's folder.
 //
-// Lookups ignore letter case, but prefer the exact spelling. Names are UTF-8 on the host and code page 1252 on the
-// machine. A path without a drive or "\" is a path on the host. ".." is resolved lexically and stops at the drive's
-// root. Symbolic links are followed.
+// Lookups are case-insensitive but prefer the exact spelling. Names are UTF-8 on the host and code page 1252 on the
+// machine. A path with neither a drive nor a "\" is a path on the host. ".." is resolved lexically and stops at the
+// drive's root. Symbolic links are followed.
 //
 // A file or folder without the owner's write bit is read-only, even for root. A file whose name begins with "." is
 // hidden.
@@ -20,7 +20,7 @@ namespace platform::host {
 
 struct ResolvedPath {
     Status status;          // StatusFileNotFound if only the last name is missing
-    std::string path = {};  // on the host; if only the last name is missing, where a new file would be
+    std::string path = {};  // on the host; if only the last name is missing, the path for a new file
     mode_t mode = 0;
     std::time_t modified = 0;  // last modification time
 

@@ -20,7 +20,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Returns the status that forbids changing, replacing or deleting the file, or success.
+// Returns success if the file may be changed, replaced or deleted; otherwise the error status.
 Status CheckChange(const host::ResolvedPath& resolved) {
     if (resolved.status != StatusSuccess) {
         return resolved.status;
@@ -28,8 +28,8 @@ Status CheckChange(const host::ResolvedPath& resolved) {
     return resolved.IsFile() && resolved.IsWritable() ? StatusSuccess : StatusAccessDenied;
 }
 
-// Returns the status that forbids adding or removing names in the parent folder, or success. The folder's owner write
-// bit counts for root too.
+// Returns success if names may be added to or removed from the parent folder; otherwise the error status. The folder's
+// owner write bit applies to root too.
 Status CheckParentFolder(const fs::path& path) {
     std::error_code error;
     const fs::perms permissions = fs::status(path.parent_path(), error).permissions();
@@ -51,14 +51,14 @@ Status StatusIf(bool succeeded) {
     return succeeded ? StatusSuccess : host::StatusFromErrno(errno);
 }
 
-// Runs `operation` on the open file. It returns false and sets errno on failure.
+// Runs `operation` on the open file. On failure, `operation` returns false and sets errno.
 template <typename Operation>
 Status UseFile(Handle handle, const Operation& operation) {
     const auto* const opened = host::HandleFindAs<host::OpenFile>(handle);
     return opened == nullptr ? StatusInvalidHandle : StatusIf(operation(opened->get()));
 }
 
-// Ignores a failure: the file already has its new name, and not every file system can flush a folder.
+// Ignores failures: the file already has its new name, and not every file system can flush a folder.
 void FlushFolder(const fs::path& path) {
     if (const host::OpenFile folder(std::fopen(path.c_str(), "re")); folder) {
         fsync(fileno(folder.get()));
@@ -110,7 +110,7 @@ Status CopyPermissions(const std::string& path, Handle file) {
     }
     return UseFile(file, [&](std::FILE* opened) {
         struct stat permissions {};
-        // Sets the mode last, because a change of owner may clear some of its bits.
+        // Sets the mode last, because changing the owner may clear some mode bits.
         return stat(source.path.c_str(), &permissions) == 0 &&
                fchown(fileno(opened), permissions.st_uid, permissions.st_gid) == 0 &&
                fchmod(fileno(opened), permissions.st_mode & 07777U) == 0;

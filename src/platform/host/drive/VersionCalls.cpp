@@ -1,4 +1,4 @@
-// Version blocks on the host. A version block is found by its key, without parsing the file's resource directory.
+// Version resources on the host. Finds a file's version block by its key instead of parsing the resource directory.
 #include "platform/VersionCalls.h"
 
 #include <algorithm>
@@ -12,8 +12,8 @@ namespace platform {
 
 namespace {
 
-// A version block begins with its length, the length of its value and the value's type, of two bytes each. Then follow
-// the key with its terminator in UTF-16, two bytes of padding and the value, VS_FIXEDFILEINFO.
+// A version block begins with three two-byte fields: its length, the length of its value and the value's type. Next
+// come the key in UTF-16 with its terminator, two bytes of padding and the value (VS_FIXEDFILEINFO).
 using namespace std::string_view_literals;
 constexpr std::string_view Key = "V\0S\0_\0V\0E\0R\0S\0I\0O\0N\0_\0I\0N\0F\0O\0\0\0"sv;
 constexpr std::string_view FixedInfoSignature = "\xBD\x04\xEF\xFE";

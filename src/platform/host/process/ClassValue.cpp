@@ -24,7 +24,7 @@ Status ReadValue(const std::string& key, const std::string& name, std::uint32_t&
     return status;
 }
 
-// Replaces each "%NAME%" by the variable's value. Unset variables remain as they are, and so does "%1".
+// Replaces each "%NAME%" with the variable's value. Leaves unset variables and "%1" unchanged.
 std::string ExpandVariables(std::string text) {
     std::size_t end = 0;
     for (std::size_t start = text.find('%'); start != std::string::npos; start = text.find('%', end)) {

@@ -11,7 +11,7 @@ namespace platform::host {
 // On failure sets `text` to an empty string and returns 2 if the value is missing or isn't a string.
 Status ClassText(const std::string& key, std::string& text);
 
-// Returns a named RegDword of a key below HKEY_CLASSES_ROOT, or 0 if it is missing or has another type.
+// Returns a named RegDword value of a key below HKEY_CLASSES_ROOT, or 0 if it is missing or has another type.
 std::uint32_t ClassNumber(const std::string& key, const std::string& name);
 
 }  // namespace platform::host

@@ -1,6 +1,6 @@
-// Components on the host machine. None of their code runs. An object can be created if the machine's registry leads
-// from its programmatic identifier to a file on the machine's drive. The file "components" in the machine folder lists
-// the functions of all libraries with their decimal results, one per line; letter case is ignored:
+// Components on the host machine. Their code never runs. An object can be created if the machine's registry maps its
+// ProgID to a file on the machine's drive. The file "components" in the machine folder lists the functions of all
+// libraries with their decimal results, one per line. Names are case-insensitive:
 //
 //     sevDTA30.dll!sevDTA_Init=0
 
@@ -29,16 +29,16 @@ constexpr Status ServerNotFound = static_cast<Status>(0x8007007EU);      // HRES
 
 }  // namespace
 
-Status CreateObject(const std::u16string& programmaticIdentifier, ObjectReference& object) {
+Status CreateObject(const std::u16string& progId, ObjectReference& object) {
     object = 0;
-    std::string classIdentifier;
+    std::string clsid;
     std::string server;
-    Status status = host::ClassText(AnsiFromText(programmaticIdentifier) + "\\CLSID", classIdentifier);
+    Status status = host::ClassText(AnsiFromText(progId) + "\\CLSID", clsid);
     if (status == StatusSuccess) {
-        status = host::ClassText("CLSID\\" + classIdentifier + "\\InprocServer32", server);
+        status = host::ClassText("CLSID\\" + clsid + "\\InprocServer32", server);
     }
     if (status == StatusFileNotFound) {
-        return classIdentifier.empty() ? InvalidClassString : ClassNotRegistered;
+        return clsid.empty() ? InvalidClassString : ClassNotRegistered;
     }
     if (status != StatusSuccess) {
         return status;

@@ -43,7 +43,7 @@ std::vector<std::u16string> CommandLineArguments() {
     return arguments;
 }
 
-// Line ends are LF on the host. Ignores SIGPIPE, so that a closed pipe doesn't end the process.
+// Line endings are LF on the host. Ignores SIGPIPE so that a closed pipe doesn't kill the process.
 void WriteConsoleW(std::int32_t stream, const std::u16string& text) {
     std::signal(SIGPIPE, SIG_IGN);
     std::string bytes = host::ToUtf8(text);
@@ -68,7 +68,7 @@ ProgramVersion ProgramVersionGet() {
             VTV4V_VERSION_MINOR, VTV4V_VERSION_REVISION};
 }
 
-// Pretends that the host's file system is drive Z:, which the machine doesn't need to have.
+// Presents the host's file system as drive Z:, even if the machine has no such drive.
 std::string ProgramFolder() {
     std::error_code error;
     const std::filesystem::path file = std::filesystem::canonical("/proc/self/exe", error);

@@ -31,8 +31,8 @@ constexpr std::int32_t ShellStarted = 33;
 constexpr std::int32_t ShellBadFormat = 11;      // ERROR_BAD_FORMAT: the program file can't be run
 constexpr std::int32_t ShellNoAssociation = 31;  // SE_ERR_NOASSOC
 
-// Splits a command line at spaces and tabs. Double quotes enclose spaces; an unclosed quote ends with the line. No
-// other character is special.
+// Splits a command line at spaces and tabs outside double quotes, which are removed. An unclosed quote extends to the
+// end of the line. No other character is special.
 std::vector<std::string> SplitCommandLine(const std::string& commandLine) {
     std::vector<std::string> arguments;
     bool isQuoted = false;
@@ -52,7 +52,7 @@ std::vector<std::string> SplitCommandLine(const std::string& commandLine) {
     return arguments;
 }
 
-// Finds a bare program name in the absolute folders of the host's PATH. Returns an empty string if it isn't there.
+// Looks up a bare program name in the absolute directories of the host's PATH. Returns "" if it isn't found.
 std::string FindInHostPath(const std::string& name) {
     std::istringstream folders(host::ProcessVariable("PATH"));
     for (std::string folder; std::getline(folders, folder, ':');) {
@@ -65,8 +65,8 @@ std::string FindInHostPath(const std::string& name) {
     return {};
 }
 
-// Returns the host path of a program. Looks for a bare name in the machine's system folders and then in the host's
-// PATH. Returns an empty string if the program isn't found.
+// Returns the host path of a program. Looks up a bare name in the machine's system folders and then in the host's PATH.
+// Returns an empty string if the program isn't found.
 std::string FindProgram(const std::string& name) {
     const bool isPath = name.find_first_of("\\/:") != std::string::npos;
     for (const std::string& path : isPath ? std::vector<std::string>{name}
@@ -94,7 +94,7 @@ host::ProgramStart ProgramOf(const std::string& command, const std::string& docu
     return program;
 }
 
-// Removes the quotes around a path, and one of each doubled quote in it.
+// Removes the quotes around a path and undoubles those inside it.
 std::string Unquote(const std::string& quoted) {
     std::string path;
     bool isEscaped = false;
@@ -141,7 +141,7 @@ Handle OpenProcess(std::int32_t /*access*/, std::int32_t /*inherit*/, std::int32
     return kill(processId, 0) == 0 ? host::HandleAdd(host::ProcessReference{processId}) : 0;
 }
 
-// WaitInfinite is a time-out of seven weeks here.
+// Treats WaitInfinite as a timeout of seven weeks.
 std::uint32_t WaitForSingleObject(Handle process, std::uint32_t milliseconds) {
     const auto* const reference = host::HandleFindAs<host::ProcessReference>(process);
     if (reference == nullptr) {

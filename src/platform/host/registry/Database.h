@@ -8,15 +8,15 @@
 
 namespace platform::host {
 
-// An open SQLite database and its prepared statements by the address of their text. Failures are thrown as
-// SQLite::Exception.
+// An open SQLite database and its prepared statements, indexed by the addresses of their SQL strings. Failures are
+// thrown as SQLite::Exception.
 struct Database : SQLite::Database {
     using SQLite::Database::Database;
     std::map<const char*, SQLite::Statement> statements = {};
 };
 
-// Binds the parameters of the statement `sql`, a constant that is prepared only once, and resets the statement at the
-// end of the scope.
+// Binds the parameters of the statement `sql` and resets the statement at the end of the scope. `sql` must be a
+// constant, because each statement is prepared only once.
 class Query {
 public:
     template <typename... Parameters>

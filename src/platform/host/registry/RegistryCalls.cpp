@@ -28,11 +28,11 @@ using Levels = std::vector<std::u16string>;
 
 constexpr Status StatusBadPathName = 161;  // ERROR_BAD_PATHNAME
 
-// Windows' own limits, in characters.
+// Limits set by Windows, in characters.
 constexpr std::size_t LongestKeyName = 255;
 constexpr std::size_t LongestValueName = 16383;
 
-// Each statement is a transaction. A select returns no row if its key was deleted, and a null for a missing subkey or
+// Each statement is a transaction. A select returns no row if its key was deleted, and NULL for a missing subkey or
 // value.
 constexpr const char* SelectKeyBelow =
     "SELECT found.id FROM key AS start LEFT JOIN key AS found ON found.path = start.path || ?2 WHERE start.id = ?1";
@@ -56,7 +56,7 @@ constexpr const char* DeleteValue = "DELETE FROM value WHERE key = ? AND folded 
 
 RegistryFailure latestFailure;  // of the latest failed call, for StatusText
 
-// Returns the file of the key, in the folder that is the machine at this moment.
+// Returns the key's file in the current machine folder.
 host::RegistryFile& FileOf(const OpenKey& key) {
     static std::filesystem::path machine;
     static std::map<bool, host::RegistryFile> files;
@@ -82,12 +82,12 @@ std::u16string ValueName(const std::string& name, Status tooLong) {
     return valueName;
 }
 
-// Returns the form in which names are compared.
+// Converts a name to the form used for comparison.
 std::string Folded(const std::u16string& name) {
     return host::ToUtf8(CharUpperW(name));
 }
 
-// Returns the levels of a path, without empty levels.
+// Splits a path into its levels and skips empty ones.
 Levels LevelsFrom(const std::string& path) {
     Levels levels;
     std::istringstream names(path.substr(0, path.find('\0')));
@@ -119,7 +119,7 @@ OpenKey KeyOf(Handle handle, std::int32_t rights) {
     return *key;
 }
 
-// Runs the steps of a call on `handle` and returns the status of the failure that ended them, or success.
+// Runs the steps of a call on `handle`. Returns success, or the status of the failure that ended the steps.
 template <typename Steps>
 Status RunCall(Handle handle, const Steps& steps) {
     try {
@@ -144,7 +144,7 @@ std::int64_t KeyBelow(Database& database, std::int64_t start, std::span<const st
     return query->getColumn(0);
 }
 
-// Returns the key at `path` below the handle's key, with id 0 if it is missing. The handle needs no rights.
+// Returns the key at `path` below the handle's key, with id 0 if it is missing. Requires no access rights.
 OpenKey FindKey(Handle handle, const std::string& path) {
     OpenKey key = KeyOf(handle, 0);
     key.key = KeyBelow(FileOf(key).ForReading(), key.key, LevelsFrom(path));
@@ -177,7 +177,7 @@ OpenKey CreateKey(OpenKey start, const Levels& levels) {
     return start;
 }
 
-// Returns a new handle of the key with exactly the rights in `access`.
+// Returns a new handle to the key with exactly the rights in `access`.
 Handle OpenHandle(const OpenKey& key, std::int32_t access) {
     if ((access & (KeySetValue | KeyCreateSubKey)) != 0) {
         RefuseUnless(key.key != host::UsersKey, StatusAccessDenied);
@@ -256,7 +256,7 @@ Status RegDeleteKeyA(Handle key, const std::string& subKey) {
         const OpenKey found = FindExistingKey(key, subKey);
         Database& database = FileOf(found).ForWriting();
         if (found.key <= host::ClassesKey || Query(database, DeleteKeyWithoutSubKeys, found.key)->exec() == 0) {
-            FindExistingKey(key, subKey);  // another process may have deleted it
+            FindExistingKey(key, subKey);  // throws 2 if another process deleted it
             throw RegistryFailure{StatusAccessDenied};
         }
     });

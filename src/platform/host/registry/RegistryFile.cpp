@@ -19,9 +19,9 @@ namespace {
 constexpr Status StatusBusy = 170;              // ERROR_BUSY
 constexpr Status StatusDatabaseDamaged = 1009;  // ERROR_BADDB
 
-// AUTOINCREMENT keeps key ids unique for ever, so that a handle of a deleted key is recognised. The columns `path`
-// (from the first "\" on) and `folded` are uppercase, for comparing and sorting. The view is for people who look at the
-// file.
+// AUTOINCREMENT ensures that key ids are never reused, so that a handle to a deleted key is recognised. The columns
+// `path` (from the first "\" on) and `folded` are uppercase, for comparison and sorting. The view is for people who
+// inspect the file.
 constexpr const char* Tables = R"(
 CREATE TABLE IF NOT EXISTS key (
     id INTEGER PRIMARY KEY AUTOINCREMENT, parent INTEGER, name TEXT NOT NULL, path TEXT NOT NULL UNIQUE,
@@ -47,7 +47,7 @@ CREATE VIEW IF NOT EXISTS registry (path, name, type, value) AS
 )";
 constexpr const char* InsertTop = "INSERT OR IGNORE INTO key VALUES (1, NULL, ?, '')";
 
-// SQLite takes a smaller file for an empty one and would overwrite it.
+// SQLite would treat a smaller file as empty and overwrite it.
 constexpr off_t SmallestDatabase = 512;
 
 bool MayWrite(const std::filesystem::path& path) {
@@ -87,7 +87,7 @@ Database& RegistryFile::ForReading() {
             throw;
         }
         database_ = RolledBackCopy();
-        opened_.st_mode = 0;  // only for this call
+        opened_.st_mode = 0;  // makes the next call reopen the file
     }
     return *database_;
 }
@@ -118,7 +118,7 @@ RegistryFailure RegistryFile::FailureFrom(const SQLite::Exception& exception) {
     static const std::map<int, Status> statuses = {{SQLITE_BUSY, StatusBusy},
                                                    {SQLITE_NOTADB, StatusDatabaseDamaged},
                                                    {SQLITE_CORRUPT, StatusDatabaseDamaged},
-                                                   {SQLITE_ERROR, StatusDatabaseDamaged},  // has other tables
+                                                   {SQLITE_ERROR, StatusDatabaseDamaged},  // contains other tables
                                                    {SQLITE_FULL, StatusDiskFull},
                                                    {SQLITE_READONLY, StatusAccessDenied},
                                                    {SQLITE_CANTOPEN, StatusAccessDenied}};
@@ -142,7 +142,7 @@ RegistryFailure RegistryFile::Failure(Status status) const {
     return {status, u"Die Registrierungsdatei \"" + path_.u16string() + u"\" " + end};
 }
 
-// Returns all zeros if the file is missing. Throws if the path leads to something that can't be a registry file.
+// Returns all zeros if the file is missing. Throws if the path refers to something that can't be a registry file.
 struct stat RegistryFile::FileStatus() const {
     struct stat now = {};
     if (stat(path_.c_str(), &now) != 0) {
@@ -157,17 +157,17 @@ struct stat RegistryFile::FileStatus() const {
     return now;
 }
 
-// Returns how long a call waits for another process, which normally holds a lock for milliseconds. Right after a
-// time-out calls don't wait, so that a locked file doesn't delay one operation again and again.
+// Returns how long a call waits for another process's lock, which normally lasts milliseconds. For a while after a
+// timeout, calls don't wait, so that a locked file doesn't delay one operation again and again.
 int RegistryFile::BusyMilliseconds() const {
     constexpr int longestWait = 1400;
     constexpr std::chrono::seconds pause(10);
     return lastBusy_ && std::chrono::steady_clock::now() - *lastBusy_ < pause ? 0 : longestWait;
 }
 
-// Opens a database with a rollback journal that is truncated after each change: reading then needs no further file, and
-// thus no right to create one. Changes survive the death of the process, but not a power failure. Creates the tables of
-// a new file, and of one whose creating process was killed, in one transaction, even if two processes do so at once.
+// Opens a database with a rollback journal that is truncated after each change. Reading therefore needs neither another
+// file nor the right to create one. Changes survive a killed process, but not a power failure. If the file has no
+// tables yet, creates them in one transaction, because two processes may do so at once.
 Database RegistryFile::Open(const std::string& path, int flags) const {
     Database database(path, flags | SQLite::OPEN_NOMUTEX, BusyMilliseconds());
     database.exec("PRAGMA journal_mode = TRUNCATE; PRAGMA synchronous = OFF");
@@ -180,8 +180,8 @@ Database RegistryFile::Open(const std::string& path, int flags) const {
     return database;
 }
 
-// Returns a temporary copy without the change that a killed process left unfinished and that this process isn't allowed
-// to roll back in the file.
+// Returns a temporary copy in which a killed process's unfinished change is rolled back. Used if this process isn't
+// allowed to roll back the change in the file itself.
 Database RegistryFile::RolledBackCopy() const {
     std::error_code error;  // ignored; opening the copy reports a missing file
     std::string folder = (std::filesystem::temp_directory_path(error) / "vtv4v-XXXXXX").native();

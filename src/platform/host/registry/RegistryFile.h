@@ -13,15 +13,15 @@
 
 namespace platform::host {
 
-// Ends a registry call. The description is in German and names the registry file; it is empty if the file isn't the
-// cause.
+// Thrown to end a registry call. If the registry file caused the failure, the German description names that file;
+// otherwise it is empty.
 struct RegistryFailure {
     Status status;
     std::u16string description = {};
 };
 
-// Ids of keys that every registry file has from the start. They can't be deleted.
-inline constexpr std::int64_t UsersKey = 1;  // HKEY_USERS in the user's file; read-only
+// Ids of the keys that every registry file contains. These keys can't be deleted.
+inline constexpr std::int64_t UsersKey = 1;  // HKEY_USERS, in the user's registry file; read-only
 inline constexpr std::int64_t RootKey = 2;   // HKEY_LOCAL_MACHINE or HKEY_CURRENT_USER
 inline constexpr std::int64_t ClassesKey = 4;
 
@@ -31,15 +31,14 @@ public:
     // `root` is the name of the file's root key in the view `registry`.
     RegistryFile(std::filesystem::path path, std::string root);
 
-    // Returns the database in its present state. Reopens it if the path leads to another file or the file's mode has
-    // changed.
+    // Returns the database in its current state. Reopens the file if it was replaced or its mode has changed.
     Database& ForReading();
-    // Returns the same database, after creating a missing file. Throws status 5 if the file is read-only.
+    // Returns the same database, after creating the file if it is missing. Throws status 5 if the file is read-only.
     Database& ForWriting();
-    // Throws status 5 if the owner's write bit of the file is off or this process can't write to the file.
+    // Throws status 5 if the file's owner write bit is off or this process can't write to the file.
     void RequireWritable();
 
-    // Returns the failure that stands for an exception of the database.
+    // Converts a database exception to a registry failure.
     [[nodiscard]] RegistryFailure FailureFrom(const SQLite::Exception& exception);
 
 private:
@@ -57,8 +56,8 @@ private:
     std::optional<std::chrono::steady_clock::time_point> lastBusy_;
 };
 
-// Returns the German description of a failure of a registry file that ended the latest failed registry call, or an
-// empty string if that call had another status or cause.
+// If the last failed registry call returned `status` because of its registry file, returns a German description of the
+// problem; otherwise returns an empty string.
 std::u16string RegistryStatusText(Status status);
 
 }  // namespace platform::host
