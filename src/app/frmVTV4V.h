@@ -16,7 +16,7 @@ public:
     frmVTV4V(const frmVTV4V&) = delete;
     frmVTV4V& operator=(const frmVTV4V&) = delete;
 
-    // Loads the window and shows it until "Fertig" hides it or its close box unloads it. If loading fails, shows the
+    // Loads the window and shows it until "Fertig" hides it or the close box unloads it. If loading fails, shows the
     // reason in a message box instead.
     void ShowModal();
 

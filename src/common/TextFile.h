@@ -7,7 +7,7 @@
 #include "common/Text.h"
 
 // Reads a text file in the system's 8-bit code page line by line. Lines end with CR LF, LF or CR; the last line may
-// lack a line ending. If a file call fails, raises the run-time error for its status.
+// lack a line ending. If a file call fails, raises the run-time error for the call's status.
 class TextFileReader {
 public:
     explicit TextFileReader(const Text& path);
@@ -24,8 +24,8 @@ private:
     std::size_t next_ = 0;
 };
 
-// Writes `text` to a file in the system's 8-bit code page. If a file call fails, raises the run-time error for its
-// status.
+// Writes `text` to a file in the system's 8-bit code page. If a file call fails, raises the run-time error for the
+// call's status.
 //
 // If `overwrite` is true, writes a temporary file in the same folder, copies the existing file's permissions to it and
 // renames it over the existing file. An error or a killed process therefore leaves either the old file or the new one.

@@ -5,8 +5,7 @@
 
 #include "common/Text.h"
 
-// The types of a variant without a value. A missing argument, an empty value and a null value are three different
-// things.
+// Types for a variant without a value. A missing argument, an empty value and a null value are all different.
 struct NotGiven {
     bool operator==(const NotGiven&) const = default;
 };

@@ -25,7 +25,7 @@ constexpr char16_t CoreProductName[] = u"Vandrel Core V1";
 constexpr char16_t TestMark[] = u", Test=";
 constexpr char16_t Passed[] = u"Ok";
 
-// Joins the lines of a message, since a report row is a single line.
+// Joins a message's lines, since a report row is a single line.
 Text OneLine(const Text& message) {
     Text line;
     for (const char16_t character : message) {

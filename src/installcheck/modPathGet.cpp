@@ -4,7 +4,7 @@
 #include "platform/FileCalls.h"
 #include "platform/Regional.h"
 
-// A path that ends in a backslash never counts as a file, whatever a directory search would find.
+// A path that ends with a backslash never counts as a file, whatever a directory search would find.
 bool FileExists(const Text& path) {
     return !PathFileName(path).empty() && !platform::FindNormalFile(platform::AnsiFromText(path)).empty();
 }

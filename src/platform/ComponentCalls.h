@@ -19,7 +19,7 @@ Status CreateObject(const std::u16string& progId, ObjectReference& object);
 void ReleaseObject(ObjectReference object) noexcept;
 
 // Loads the library at `libraryPath` and calls `function` (stdcall on 32-bit systems) with the string `text`. All three
-// strings are in the system's 8-bit code page. The library stays loaded until the process ends. Sets `result` only on
+// strings are in the system's 8-bit code page. The library stays loaded until the process exits. Sets `result` only on
 // StatusSuccess. Returns 126 if the library or one of its dependencies is missing, 127 if the library doesn't export
 // the function.
 Status CallTextFunction(const std::string& libraryPath, const std::string& function, const std::string& text,

@@ -7,7 +7,7 @@
 // The running process and its program file.
 namespace platform {
 
-// Prepares the process. Must be the first call in `main`: the host has no other access to the command line.
+// Prepares the process. Must be the first call in `main`, because the host has no other access to the command line.
 void ProcessStart(int argumentCount, char** arguments);
 
 // Returns the command line after the program name, with spaces and quotes unchanged.

@@ -16,7 +16,7 @@ std::int32_t ShellOpenDocument(Text& path);
 
 // Starts a command line, minimised and activated, and waits until the process exits or `timeOut` milliseconds have
 // passed (default: no limit). After a timeout, the process keeps running. Returns platform::WaitObject0, WaitTimeout or
-// WaitFailed. Raises 53 if the program is missing, 5 if it can't be started.
+// WaitFailed. Raises 53 if the program is missing, 5 if the program can't be started.
 std::uint32_t ShellAndWait(const Text& command, std::optional<std::uint32_t> timeOut = {});
 
 // Returns the description of a result code, or an empty string for 33 or more.

@@ -38,8 +38,8 @@ Variant ProgOption::Get(Store open, const Text& section, const Text& name, const
     return result;
 }
 
-// Opens root and section for reading; each step then adds the access right it needs. Requesting all rights at once
-// would save calls, but a denied right must fail the step that needs it, with that step's error description.
+// Opens the root and the section for reading; each step then adds the access right it needs. Requesting all rights at
+// once would save calls, but a denied right must fail the step that needs it, with that step's error description.
 void ProgOption::StoreValue(Store open, const Text& section, const Text& name, const Variant& value) {
     const KeyCloser closer(optionKey_);
     if (!section.empty()) {

@@ -19,7 +19,7 @@ struct ForcedVersionItem {
     std::int32_t version;
 };
 
-// Why ParseItem rejects an item. If several reasons apply, the first one listed here is returned.
+// Why ParseItem rejects an item. If several reasons apply, ParseItem returns the first one listed here.
 enum class ItemError { MissingEquals, MultipleEquals, NotANumber, NegativeNumber };
 
 // Parses an item of the form "name=number". Raises 6 (overflow) if the number exceeds 32 bits.

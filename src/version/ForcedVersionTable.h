@@ -24,7 +24,7 @@ Text VersionName(std::int32_t version);
 // aren't cached: every operation reads or writes the registry.
 //
 // An entry is a registry value. Its name is a user's name, or empty for the default entry; its data is the version
-// number. An item string contains a whole table, such as "(Standard)=3;hugo=0;": every item ends in ";", and the
+// number. An item string contains a whole table, such as "(Standard)=3;hugo=0;": every item ends with ";", and the
 // default entry is called "(Standard)".
 class ForcedVersionTable {
 public:
@@ -37,7 +37,7 @@ public:
 
     // Returns the version at a level of the resolution. Level 0 uses all entries, 1 all except the current user's
     // default entry, 2 only the local machine's default entry, 3 none. Any other level is treated as 0. Rounds `level`
-    // to an integer and raises 6 (overflow) if it doesn't fit in 16 bits.
+    // to an integer. Raises 6 (overflow) if the integer doesn't fit in 16 bits.
     [[nodiscard]] std::int32_t VersionInForce(std::optional<double> level = {}) const;
 
     // Returns an entry's number, or -1 if the entry is missing or isn't a number. Raises 6 (overflow) if the entry's

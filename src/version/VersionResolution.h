@@ -5,7 +5,7 @@
 
 #include "common/Text.h"
 
-// The rules that determine a user's version in force from the forced versions.
+// The rules that decide which of the forced versions is in force for a user.
 
 // The version of an installation before any entry is applied: Full.
 inline constexpr std::int32_t InitialVersion = 0;
@@ -20,7 +20,7 @@ struct UserNames {
     [[nodiscard]] Text InDomain() const { return domain + u"." + name; }
 };
 
-// Returns the current user's names from environment variables. If a variable isn't set, its name is empty.
+// Returns the current user's names from environment variables. The name for an unset variable is empty.
 UserNames CurrentUserNames();
 
 // One step of the resolution, which reads one entry.

@@ -33,7 +33,7 @@ void WriteDemoFile();
 void ExportTables(const Text& path, const VersionTables& tables);
 
 // Reads the whole control file, then replaces the tables with its items. If reading fails, raises the error and leaves
-// the tables unchanged. Otherwise raises the same errors as ForcedVersionTable::ForcedVersionAll.
+// the tables unchanged. Replacing the tables raises the same errors as ForcedVersionTable::ForcedVersionAll.
 void ImportTables(const Text& path, const VersionTables& tables);
 
 // The operations behind the window's buttons. They use ControlFilePath and the loaded tables. ClearVersions raises no

@@ -3,7 +3,7 @@ find_package(SQLiteCpp QUIET)
 require_found("${SQLiteCpp_FOUND}" SQLiteCpp libsqlitecpp-dev)
 target_link_libraries(vtv4v_system PUBLIC SQLiteCpp)
 
-# The standard library is linked statically if possible: loading it dynamically takes a quarter of the start-up time.
+# The standard library is linked statically if possible: loading it dynamically takes a quarter of the startup time.
 include(CheckLinkerFlag)
 check_linker_flag(CXX "-static-libstdc++;-static-libgcc" VTV4V_LIBRARY_CAN_BE_STATIC)
 if(VTV4V_LIBRARY_CAN_BE_STATIC AND NOT VTV4V_SANITIZE AND NOT VTV4V_FUZZ)

@@ -9,8 +9,8 @@ namespace platform {
 
 namespace {
 
-// True if the block is at least as long as its first two bytes say. VerQueryValueA would read past the end of a shorter
-// block.
+// True if the block isn't shorter than the length stored in its first two bytes. VerQueryValueA would read past the end
+// of a shorter block.
 bool IsWhole(std::span<const char> block) {
     WORD length = 0;
     if (block.size() < sizeof length) {

@@ -114,9 +114,8 @@ HWND Window::CreateControl(const Control& control, std::size_t index) {
     return child;
 }
 
-// Calls ShowWindow twice. The first call in a process may be overridden by the STARTUPINFO from the parent process, so
-// that the window comes up maximised or stays hidden. The second call is always obeyed and gives a fixed window its own
-// size.
+// Calls ShowWindow twice. The parent process's STARTUPINFO may override the first call in a process, so that the window
+// opens maximised or stays hidden. The second call always takes effect and gives a fixed window its own size.
 void Window::ShowFirst() {
     const bool sizable = (::GetWindowLongW(window_, GWL_STYLE) & WS_THICKFRAME) != 0;
     const int command = sizable ? SW_SHOW : SW_SHOWNORMAL;

@@ -23,7 +23,7 @@ struct NewtInput {
 class NewtForm {
 public:
     // The dialog must outlive the form. `focus` is the button to focus (default: the first one). `endsProgram` is true
-    // if the program ends when the dialog is closed.
+    // if the program exits when the dialog is closed.
     NewtForm(const Dialog& dialog, std::optional<std::size_t> focus, bool endsProgram);
     ~NewtForm();
     NewtForm(const NewtForm&) = delete;

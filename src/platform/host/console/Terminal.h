@@ -16,7 +16,7 @@ bool CanDraw();
 // Returns the outer size, in twips, of a window that fills the terminal, or nothing if windows can't be drawn.
 std::optional<Size> ScreenSize();
 
-// Starts and ends drawing. EndScreen restores the terminal. If a signal kills the process first, its handler does so.
+// Starts and stops drawing. EndScreen restores the terminal; if a signal kills the process first, its handler does.
 void BeginScreen();
 void EndScreen();
 

@@ -17,7 +17,7 @@ struct ProgramStart {
 // Sets `process` and returns 0, or returns the errno of the failure.
 int StartProgram(const ProgramStart& program, pid_t& process);
 
-// Gives the terminal to a program and waits until the program exits. Returns 0, or the errno if it couldn't be started.
+// Gives the terminal to a program and waits until the program exits. Returns 0, or an errno if the start failed.
 int RunInTerminal(const ProgramStart& program);
 
 }  // namespace platform::host
