@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-// A string of UTF-16 code units. Comments use 1-based positions.
+// A string of UTF-16 code units.
 using Text = std::u16string;
 
 // A view of a string that is owned elsewhere.

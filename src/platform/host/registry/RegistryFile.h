@@ -14,7 +14,7 @@
 namespace platform::host {
 
 // Thrown to end a registry call. If the registry file caused the failure, the German description names that file;
-// otherwise it is empty.
+// otherwise the description is empty.
 struct RegistryFailure {
     Status status;
     std::u16string description = {};
