@@ -1,7 +1,5 @@
 #include "faults/FaultySeam.h"
 
-#include <array>
-#include <concepts>
 #include <stdexcept>
 #include <type_traits>
 
@@ -21,45 +19,28 @@ struct SeamState {
     SeamFault fault;
     SeamHook hook;
     Text messages{};
-    std::string record{};
-    bool isBypassed = true;  // called by the test itself or from inside the platform
-    platform::Handle opened = 0;
+    std::string document{};
+    bool isBypassed = true;  // the call comes from the test or from within the platform
+    platform::Handle window = 0;
     platform::WindowEvents events{};
 };
 
 SeamState state;
 
-#define SEAM_TEXT(name, symbol) #name,
-constexpr std::array Names = {SEAM_CALLS(SEAM_TEXT)};
-#undef SEAM_TEXT
-
-// A result that makes a call throw an exception that isn't an Error.
+// A result that stands for an exception that isn't an Error.
 constexpr std::int64_t Thrown = -1;
 
-template <std::integral Number>
-std::string Format(Number number) {
-    const auto formatted = static_cast<std::int64_t>(number);
-    return formatted != 0 && formatted == state.opened ? "|it" : "|" + std::to_string(formatted);
-}
-
-std::string Format(const std::string& text) {
-    return "|" + text;
-}
-
-std::string Format(const Text& text) {
-    return Format(platform::AnsiFromText(text));
-}
-
-std::string Format(const platform::WindowDesign& design) {
-    return Format(design.caption);
-}
-
-std::string Format(const platform::WindowEvents& events) {
+// Record the arguments of a call.
+void Record(const platform::WindowDesign& /*design*/, const platform::WindowEvents& events) {
     state.events = events;
-    return {};
 }
 
-void RecordMessageBox(const Text& text, const Text& /*caption*/, std::uint32_t type) {
+void Record(platform::Handle /*owner*/, const std::string& verb, const std::string& file, const std::string& arguments,
+            const std::string& folder, std::int32_t /*show*/) {
+    state.document = verb + "|" + file + "|" + arguments + "|" + folder;
+}
+
+void Record(const Text& text, const Text& /*caption*/, std::uint32_t type) {
     if (type != platform::ButtonsYesNoCancel + platform::IconQuestion &&
         type != platform::ButtonsOk + platform::IconInformation) {
         state.messages += DecimalText(static_cast<std::int32_t>(type)) + u" " + text;
@@ -103,16 +84,14 @@ struct Wrapper<call, real, Result(Arguments...)> {
             state.hook.action();
         }
         const ScopedBypass bypass;
-        if constexpr (call == Seam::MessageBoxW) {
-            RecordMessageBox(arguments...);
-        } else if constexpr (call >= Seam::ShellExecuteA) {
-            state.record += Names[static_cast<std::size_t>(call)] + (Format(arguments) + ...) + "\n";
+        if constexpr (call == Seam::MessageBoxW || call == Seam::ShellExecuteA || call == Seam::WindowCreate) {
+            Record(arguments...);
         }
         if (call == state.fault.call && occurrence == state.fault.occurrence) {
             return Failed(arguments...);
         }
-        if constexpr (call == Seam::OpenProcess || call == Seam::WindowCreate) {
-            return state.opened = real(static_cast<Arguments&&>(arguments)...);
+        if constexpr (call == Seam::WindowCreate) {
+            return state.window = real(static_cast<Arguments&&>(arguments)...);
         } else {
             return real(static_cast<Arguments&&>(arguments)...);
         }
@@ -164,12 +143,12 @@ std::map<Seam, int> SeamCalls() {
     return state.calls;
 }
 
-std::string SeamRecord() {
-    return state.record;
+std::string SeamDocument() {
+    return state.document;
 }
 
 platform::Handle SeamWindow() {
-    return state.opened;
+    return state.window;
 }
 
 platform::WindowEvents SeamEvents() {
@@ -182,8 +161,6 @@ std::map<std::int64_t, Text> FailuresOf(Seam call) {
     }
     if (call <= Seam::DateLastModified) {
         return {{2, u"Datei nicht gefunden"},
-                {3, u"Pfad nicht gefunden"},
-                {5, u"Fehler beim Zugriff auf Pfad/Datei"},
                 {19, u"Zugriff verweigert"},
                 {39, u"Datenträger voll"},
                 {112, u"Datenträger voll"},
@@ -192,11 +169,7 @@ std::map<std::int64_t, Text> FailuresOf(Seam call) {
     }
     switch (call) {
         case Seam::ShellExecuteA:
-            return {{0, u"Unknown error"},
-                    {2, u"File not found"},
-                    {3, u"Path not found"},
-                    {31, u"No association for file extension"},
-                    {32, u"DLL not found"}};
+            return {{0, u"Unknown error"}, {3, u"Path not found"}, {32, u"DLL not found"}};
         case Seam::WindowCreate:
             return {{0, u"Nicht genügend Speicher"}, {Thrown, u"thrown"}};
         case Seam::RegCloseKey:
@@ -204,12 +177,11 @@ std::map<std::int64_t, Text> FailuresOf(Seam call) {
         case Seam::CreateObject:
         case Seam::CallTextFunction:
             return {{platform::StatusInvalidHandle, {}}};
-        case Seam::GetFileVersionInfoSizeA:
-            return {{-1, {}}, {0, {}}};
         case Seam::MessageBoxW:
-            return {{0, {}}, {platform::AnswerCancel, {}}, {platform::AnswerNo, {}}};
+            return {{platform::AnswerCancel, {}}, {platform::AnswerNo, {}}};
+        case Seam::DoEvents:
+            return {};
         default:
-            return call > Seam::WindowCreate || call == Seam::DoEvents ? std::map<std::int64_t, Text>()
-                                                                       : std::map<std::int64_t, Text>{{0, {}}};
+            return {{0, {}}};
     }
 }

@@ -43,9 +43,8 @@ Text SeamStop();
 // Returns how often each function was called since the last SeamStart. Omits functions that weren't called.
 std::map<Seam, int> SeamCalls();
 
-// Returns the recorded calls (see SeamCalls.cmake) since the last SeamStart, one per line: the name and the arguments,
-// each argument after a "|". "it" stands for the process or window that was opened last.
-std::string SeamRecord();
+// Returns verb, file, parameters and folder of the last call of ShellExecuteA, separated by "|".
+std::string SeamDocument();
 
 // Return the window that was created last, and its event handlers.
 platform::Handle SeamWindow();

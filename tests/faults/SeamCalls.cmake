@@ -1,14 +1,13 @@
-# Uses NM to look up the symbols of the seam functions in LIBRARY. Writes OUTPUT.h, which defines SEAM_CALLS(Use) as one
-# Use(name, symbol) per function, and OUTPUT.txt, the linker options that redirect the calls to FaultySeam.cpp. The
-# order matters there: registry calls come first, then file calls; calls from ShellExecuteA on are recorded.
+# Looks up the symbols of the seam's functions in LIBRARY with NM. Writes OUTPUT.h, which defines SEAM_CALLS(Use) as a
+# Use(name, symbol) for each function, and OUTPUT.txt, the linker options that redirect the calls to FaultySeam.cpp.
+# FaultySeam.cpp relies on the order: registry calls first, then file calls.
 set(calls
   RegOpenKeyExA RegCreateKeyExA RegDeleteKeyA RegDeleteValueA RegEnumKeyExA RegEnumValueA RegQueryValueExA
   RegSetValueExA
   CreateFileA ReadFile WriteFile FlushFileBuffers CopyPermissions MoveFileExA DateLastModified
-  RegCloseKey CloseHandle FindNormalFile OpenProcess GetFileVersionInfoSizeA GetFileVersionInfoA VerQueryValueA
+  RegCloseKey CloseHandle FindNormalFile GetFileVersionInfoSizeA GetFileVersionInfoA VerQueryValueA
   CreateObject StatusText ClipboardClear ClipboardSet MessageBoxW DoEvents
-  ShellExecuteA CallTextFunction StartCommandLine WaitForSingleObject
-  WindowCreate)
+  ShellExecuteA CallTextFunction WindowCreate)
 execute_process(COMMAND ${NM} --defined-only ${LIBRARY} OUTPUT_VARIABLE symbols ERROR_QUIET COMMAND_ERROR_IS_FATAL ANY)
 set(header "#define SEAM_CALLS(Use)")
 set(options "")
