@@ -10,26 +10,6 @@
 
 using platform::windows::Owned;
 
-namespace {
-
-bool Loads(const char* library) {
-    return Owned<HMODULE, ::FreeLibrary>(::LoadLibraryA(library)) != nullptr;
-}
-
-// Runs a command line and returns its exit code.
-DWORD ExitCode(const std::string& commandLine) {
-    std::int32_t processId = 0;
-    REQUIRE(platform::StartCommandLine(commandLine, 0, processId) == platform::StatusSuccess);
-    const Owned<HANDLE, ::CloseHandle> process(
-        ::OpenProcess(SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, static_cast<DWORD>(processId)));
-    ::WaitForSingleObject(process.get(), 30000);
-    DWORD code = 0;
-    CHECK(::GetExitCodeProcess(process.get(), &code));
-    return code;
-}
-
-}  // namespace
-
 TEST_CASE_FIXTURE(TestMachine, "Bare program and library names resolve only to the system folder") {
     // Started without its option, the program exits with 0.
     const std::filesystem::path program = std::filesystem::path(platform::ProgramFolder()).parent_path() / "vtv4v.exe";
@@ -38,12 +18,23 @@ TEST_CASE_FIXTURE(TestMachine, "Bare program and library names resolve only to t
     std::filesystem::copy_file(program, "MsiExec.exe");
     std::filesystem::copy_file(program, "vtv4v-planted.dll");
     for (const std::string name : {"MsiExec.exe", "MsiExec", "\"MsiExec.exe\""}) {
-        CHECK(ExitCode(name + " /quiet /x{00000000-0000-0000-0000-000000000000}") == ERROR_UNKNOWN_PRODUCT);
+        std::int32_t processId = 0;
+        REQUIRE(platform::StartCommandLine(name + " /quiet /x{00000000-0000-0000-0000-000000000000}", 0, processId) ==
+                0);
+        const Owned<HANDLE, ::CloseHandle> process(
+            ::OpenProcess(SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, static_cast<DWORD>(processId)));
+        ::WaitForSingleObject(process.get(), 30000);
+        DWORD code = 0;
+        CHECK(::GetExitCodeProcess(process.get(), &code));
+        CHECK(code == ERROR_UNKNOWN_PRODUCT);
     }
-    CHECK(Loads("vtv4v-planted.dll"));
+    const auto loads = [](const char* library) {
+        return Owned<HMODULE, ::FreeLibrary>(::LoadLibraryA(library)) != nullptr;
+    };
+    CHECK(loads("vtv4v-planted.dll"));
     platform::ProcessStart(0, nullptr);
-    CHECK_FALSE(Loads("vtv4v-planted.dll"));
-    CHECK(Loads("wsock32.dll"));
+    CHECK_FALSE(loads("vtv4v-planted.dll"));
+    CHECK(loads("wsock32.dll"));
     // Windows returns PreferSystem32Images (4). Wine and versions before Windows 10 leave the variable unchanged.
     DWORD imageLoadPolicy = 4;
     const auto getPolicy = reinterpret_cast<BOOL(WINAPI*)(HANDLE, int, void*, SIZE_T)>(

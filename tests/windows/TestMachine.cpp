@@ -21,8 +21,6 @@ std::string UniqueName() {
 }  // namespace
 
 void TestMachine::SetUp() {
-    static int machines = 0;
-    const std::string number = std::to_string(++machines);
     for (const HKEY root : Roots) {
         const std::string name = std::to_string(reinterpret_cast<std::intptr_t>(root));
         HKEY own = nullptr;
@@ -31,7 +29,7 @@ void TestMachine::SetUp() {
         REQUIRE(::RegOverridePredefKey(root, own) == ERROR_SUCCESS);
         ::RegCloseKey(own);
     }
-    folder_ = std::filesystem::temp_directory_path() / (UniqueName() + "-" + number);
+    folder_ = std::filesystem::temp_directory_path() / UniqueName();
     std::filesystem::remove_all(folder_);
     Environment("HOMEDRIVE", folder_.root_name().string());
     Environment("HOMEPATH", (folder_.root_directory() / folder_.relative_path()).string());

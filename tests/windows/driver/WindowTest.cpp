@@ -94,30 +94,6 @@ public:
     HWND window = WaitForWindow(MainTitle);
 };
 
-std::string DefaultValue(const std::string& key) {
-    char value[MAX_PATH];
-    LONG size = sizeof value;
-    REQUIRE(::RegQueryValueA(HKEY_CLASSES_ROOT, key.c_str(), value, &size) == ERROR_SUCCESS);
-    return value;
-}
-
-// Registers sevPopUp2.PopUp's library by its bare file name until the end of the scope. The check must still find it.
-class BareRegistration {
-public:
-    BareRegistration() { Register("sevPopUp2.dll"); }
-    ~BareRegistration() { Register(earlier_); }
-    BareRegistration(const BareRegistration&) = delete;
-    BareRegistration& operator=(const BareRegistration&) = delete;
-
-private:
-    void Register(const std::string& library) const {
-        ::RegSetValueA(HKEY_CLASSES_ROOT, key_.c_str(), REG_SZ, library.c_str(), 0);
-    }
-
-    std::string key_ = "CLSID\\" + DefaultValue("sevPopUp2.PopUp\\CLSID") + "\\InprocServer32";
-    std::string earlier_ = DefaultValue(key_);
-};
-
 // Returns both tables in registry order, the main product first: "=3 otto=5 | ruedi=99 | ".
 std::string ForcedVersions() {
     std::string entries;
@@ -251,7 +227,12 @@ TEST_CASE("The program exits immediately unless started with -master" * doctest:
 
 // Mouse actions are repeated until they work: on a virtual display, a window that appears or closes can swallow them.
 TEST_CASE("The main window has the expected layout and tooltips, and Fertig closes it") {
-    const BareRegistration bareRegistration;
+    // The check must find a library that is registered by its bare file name.
+    char identifier[MAX_PATH];
+    LONG size = sizeof identifier;
+    REQUIRE(::RegQueryValueA(HKEY_CLASSES_ROOT, "sevPopUp2.PopUp\\CLSID", identifier, &size) == ERROR_SUCCESS);
+    const std::string server = "CLSID\\" + std::string(identifier) + "\\InprocServer32";
+    REQUIRE(::RegSetValueA(HKEY_CLASSES_ROOT, server.c_str(), REG_SZ, "sevPopUp2.dll", 0) == ERROR_SUCCESS);
     const Session session;
     const HWND window = session.window;
     CHECK((::GetWindowLongA(window, GWL_STYLE) & (WS_OVERLAPPEDWINDOW)) == (WS_CAPTION | WS_SYSMENU));

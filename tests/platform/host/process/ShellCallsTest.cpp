@@ -2,9 +2,11 @@
 #include <sys/wait.h>
 
 #include "Check.h"
-#include "RawRegistry.h"
+#include "ProductEntries.h"
 #include "host/MachineFiles.h"
 #include "platform/ShellCalls.h"
+#include "products/Installer.h"
+#include "products/modShellExec.h"
 
 namespace {
 
@@ -70,4 +72,24 @@ TEST_CASE("A started process can be waited for and keeps running after a timeout
     CHECK(std::filesystem::exists(sign + ".seen"));
     CHECK(platform::CloseHandle(handle) == platform::StatusSuccess);
     CHECK(platform::WaitForSingleObject(handle, platform::WaitInfinite) == platform::WaitFailed);
+}
+
+TEST_CASE("An uninstallation waits for MsiExec and then reads the registry again") {
+    const TestMachine machine;
+    ProductEntries products;
+    Installer installer;
+    Script("C:\\Windows\\System32\\MsiExec.exe",
+           "sleep 0.1; echo \"$@\" >\"${0%/*}\"/ran; sqlite3 \"$VTV4V_MACHINE/machine.db\" 'DELETE FROM value'");
+    for (const bool quiet : {false, true}) {
+        products.Add("VT", "Vandrel Test", "x {T-1}");
+        installer.GUI(u"T-1");
+        installer.UnInstall(quiet);
+        installer.UnInstall(!quiet);
+        CHECK(FileContent("C:\\Windows\\System32\\ran") == (quiet ? "/quiet /x{T-1}\n" : "/x{T-1}\n"));
+        CHECK_FALSE(installer.IsInstalled());
+    }
+    CHECK(ShellAndWait(u"sleep 1", 0) == platform::WaitTimeout);
+    CHECK(RaisedBy([] { ShellAndWait(u"missing"); }).number == 53);
+    FileContent("C:\\Windows\\System32\\plain", "");
+    CHECK(RaisedBy([] { ShellAndWait(u"plain"); }).number == 5);
 }
