@@ -6,6 +6,7 @@
 #include "RawRegistry.h"
 #include "faults/FaultMachine.h"
 #include "platform/Regional.h"
+#include "products/modShellExec.h"
 #include "version/ProductProfileMain.h"
 #include "version/modVTV4Version.h"
 
@@ -154,7 +155,12 @@ TEST_CASE("A full disk, a denied deletion and a failed load have the expected ef
           u"48 Kann Versions-Einstellungen nicht laden:\r\nSoftware\\Vandrel\\Tallora\\V4\\Reporting\r\n"
           u"Überlauf (Fehler 6)");
     CHECK(machine.Session("Demo\nBearbeiten\nFertig\n").state.ends_with(";[End];"));
-    CHECK(SeamDocument() == "open|\"C:\\Users\\hugo\\Eigene Dateien\\vtv4v.txt\"||C:\\Users\\hugo\\Eigene Dateien\\");
+    CHECK(SeamStarted() ==
+          "65552|open|\"C:\\Users\\hugo\\Eigene Dateien\\vtv4v.txt\"||C:\\Users\\hugo\\Eigene Dateien\\|1");
+    SeamStart({});
+    ShellAndWait(u"true");
+    SeamStop();
+    CHECK(SeamStarted() == "true|2");
 }
 
 TEST_CASE("A click or close during an import doesn't interrupt it or start anything else") {

@@ -19,7 +19,7 @@ struct SeamState {
     SeamFault fault;
     SeamHook hook;
     Text messages{};
-    std::string document{};
+    std::string started{};
     bool isBypassed = true;  // the call comes from the test or from within the platform
     platform::Handle window = 0;
     platform::WindowEvents events{};
@@ -35,9 +35,14 @@ void Record(const platform::WindowDesign& /*design*/, const platform::WindowEven
     state.events = events;
 }
 
-void Record(platform::Handle /*owner*/, const std::string& verb, const std::string& file, const std::string& arguments,
-            const std::string& folder, std::int32_t /*show*/) {
-    state.document = verb + "|" + file + "|" + arguments + "|" + folder;
+void Record(platform::Handle owner, const std::string& verb, const std::string& file, const std::string& arguments,
+            const std::string& folder, std::int32_t show) {
+    state.started =
+        std::to_string(owner) + "|" + verb + "|" + file + "|" + arguments + "|" + folder + "|" + std::to_string(show);
+}
+
+void Record(const std::string& commandLine, std::int32_t show, std::int32_t /*processId*/) {
+    state.started = commandLine + "|" + std::to_string(show);
 }
 
 void Record(const Text& text, const Text& /*caption*/, std::uint32_t type) {
@@ -84,7 +89,8 @@ struct Wrapper<call, real, Result(Arguments...)> {
             state.hook.action();
         }
         const ScopedBypass bypass;
-        if constexpr (call == Seam::MessageBoxW || call == Seam::ShellExecuteA || call == Seam::WindowCreate) {
+        if constexpr (call == Seam::MessageBoxW || call == Seam::ShellExecuteA || call == Seam::StartCommandLine ||
+                      call == Seam::WindowCreate) {
             Record(arguments...);
         }
         if (call == state.fault.call && occurrence == state.fault.occurrence) {
@@ -143,8 +149,8 @@ std::map<Seam, int> SeamCalls() {
     return state.calls;
 }
 
-std::string SeamDocument() {
-    return state.document;
+std::string SeamStarted() {
+    return state.started;
 }
 
 platform::Handle SeamWindow() {

@@ -43,8 +43,8 @@ Text SeamStop();
 // Returns how often each function was called since the last SeamStart. Omits functions that weren't called.
 std::map<Seam, int> SeamCalls();
 
-// Returns verb, file, parameters and folder of the last call of ShellExecuteA, separated by "|".
-std::string SeamDocument();
+// Returns the arguments of the last call of ShellExecuteA or StartCommandLine, separated by "|".
+std::string SeamStarted();
 
 // Return the window that was created last, and its event handlers.
 platform::Handle SeamWindow();

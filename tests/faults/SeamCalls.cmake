@@ -7,7 +7,7 @@ set(calls
   CreateFileA ReadFile WriteFile FlushFileBuffers CopyPermissions MoveFileExA DateLastModified
   RegCloseKey CloseHandle FindNormalFile GetFileVersionInfoSizeA GetFileVersionInfoA VerQueryValueA
   CreateObject StatusText ClipboardClear ClipboardSet MessageBoxW DoEvents
-  ShellExecuteA CallTextFunction WindowCreate)
+  ShellExecuteA CallTextFunction StartCommandLine WindowCreate)
 execute_process(COMMAND ${NM} --defined-only ${LIBRARY} OUTPUT_VARIABLE symbols ERROR_QUIET COMMAND_ERROR_IS_FATAL ANY)
 set(header "#define SEAM_CALLS(Use)")
 set(options "")

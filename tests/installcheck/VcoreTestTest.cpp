@@ -45,8 +45,6 @@ TEST_CASE_FIXTURE(ComponentMachine, "The report for a machine without components
         first.starts_with(u"[Generator]\r\nApplication=Vandrel Tallora V4 Version Controller\r\nCopyright=Copyright"));
     CHECK(first.substr(first.find(u"Release=")) ==
           report + u"\r\n[Status]\r\nError=*** Es fehlen Vandrel Core Elements! ***\r\n");
-    CHECK_FALSE(check.Ok());
-    CHECK(check.Text() == first);
 }
 
 TEST_CASE_FIXTURE(ComponentMachine, "An unloadable library passes the check; an object that can't be created doesn't") {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <doctest/doctest.h>
+
 #include <array>
 #include <functional>
 #include <string>
@@ -11,23 +13,94 @@
 // code page.
 
 // Waits until `condition` is true. Returns false after a minute, which is long enough for a busy machine.
-bool Eventually(const std::function<bool()>& condition);
-// Waits long enough for unwanted effects to show, then returns `condition()`.
-bool StaysTrue(const std::function<bool()>& condition);
+inline bool Eventually(const std::function<bool()>& condition) {
+    const ULONGLONG end = ::GetTickCount64() + 60000;
+    while (!condition()) {
+        if (::GetTickCount64() > end) {
+            return false;
+        }
+        ::Sleep(20);
+    }
+    return true;
+}
 
-// Returns a window's left, top, width and height, relative to the screen or to the client area of its parent.
-std::array<int, 4> Bounds(HWND window);
-std::string Caption(HWND window);
+// Waits long enough for an unwanted effect to show and returns `condition()` after that.
+inline bool StaysTrue(const std::function<bool()>& condition) {
+    ::Sleep(700);
+    return condition();
+}
+
+// Returns left, top, width and height of a window, relative to the screen or to the client area of its parent.
+inline std::array<int, 4> Bounds(HWND window) {
+    RECT bounds{};
+    ::GetWindowRect(window, &bounds);
+    ::MapWindowPoints(nullptr, ::GetAncestor(window, GA_PARENT), reinterpret_cast<POINT*>(&bounds), 2);
+    return {bounds.left, bounds.top, bounds.right - bounds.left, bounds.bottom - bounds.top};
+}
+
+// Sends WM_GETTEXT, since GetWindowText doesn't return the text of another process's control.
+inline std::string Caption(HWND window) {
+    std::string caption(32768, '\0');
+    caption.resize(static_cast<std::size_t>(
+        ::SendMessageA(window, WM_GETTEXT, caption.size(), reinterpret_cast<LPARAM>(caption.data()))));
+    return caption;
+}
+
 // Returns the visible child windows in tab order.
-std::vector<HWND> Children(HWND window);
-// Returns the window with the keyboard focus in the thread of `window`.
-HWND Focus(HWND window);
-// Returns the text of the visible tooltip, or an empty string.
-std::string ToolTip();
+inline std::vector<HWND> Children(HWND window) {
+    std::vector<HWND> children;
+    for (HWND child = ::GetWindow(window, GW_CHILD); child != nullptr; child = ::GetWindow(child, GW_HWNDNEXT)) {
+        if (::IsWindowVisible(child)) {
+            children.push_back(child);
+        }
+    }
+    return children;
+}
 
-// Wait for the window with this title, or for a message box that is ready to be answered.
-HWND WaitForWindow(const char* title);
-HWND WaitForBox();
-// Answers a message box with a button (IDYES etc.) or its close box, and waits until the message box has closed.
+// Returns the window with the keyboard focus in the thread of `window`.
+inline HWND Focus(HWND window) {
+    GUITHREADINFO info{};
+    info.cbSize = sizeof info;
+    ::GetGUIThreadInfo(::GetWindowThreadProcessId(window, nullptr), &info);
+    return info.hwndFocus;
+}
+
+// Returns the text of the visible tool tip, or an empty string.
+inline std::string ToolTip() {
+    HWND toolTip = nullptr;
+    do {
+        toolTip = ::FindWindowExA(nullptr, toolTip, TOOLTIPS_CLASSA, nullptr);
+    } while (toolTip != nullptr && !::IsWindowVisible(toolTip));
+    return toolTip == nullptr ? "" : Caption(toolTip);
+}
+
+// Waits for the window with this title.
+inline HWND WaitForWindow(const char* title) {
+    HWND window = nullptr;
+    REQUIRE(Eventually([&] {
+        window = ::FindWindowA(nullptr, title);
+        return ::IsWindowVisible(window);
+    }));
+    return window;
+}
+
+// Waits for a message box. It is ready once one of its buttons has the focus.
+inline HWND WaitForBox() {
+    HWND box = nullptr;
+    REQUIRE(Eventually([&] {
+        box = ::FindWindowA("#32770", nullptr);
+        return ::IsWindowVisible(box) && ::IsChild(box, Focus(box));
+    }));
+    return box;
+}
+
 constexpr int CloseBox = 0;
-void AnswerBox(HWND box, int button);
+
+// Answers a box with one of its buttons (IDYES etc.) or CloseBox, and waits until it has closed. Posts the button's
+// notification instead of a click, which a box in the background would miss or, once the program has ended, another
+// window could receive.
+inline void AnswerBox(HWND box, int button) {
+    ::PostMessageA(box, button == CloseBox ? WM_CLOSE : WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
+                   reinterpret_cast<LPARAM>(::GetDlgItem(box, button)));
+    CHECK(Eventually([&] { return !::IsWindow(box); }));
+}
