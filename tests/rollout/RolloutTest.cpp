@@ -304,8 +304,7 @@ TEST_CASE_FIXTURE(RolloutFixture, "/wer explains each step and skips default ent
                     u"  Benutzer: (Standard)  nicht geprüft: Dazu muss der Benutzer den Befehl selbst ausführen\n") !=
           Text::npos);
     CHECK(ParseArguments({u"anna.b", u"/domaene", u"X", u"/wer"}).user.InDomain() == u"X.anna.b");
-    for (const auto& [name, inDomain] :
-         {std::pair(u"office.EXAMPLE.anna", u"OFFICE.anna"), {u"anna.b", u"OFFICE.anna.b"}, {u"h.b", u"OFFICE.h.b"}}) {
+    for (const auto& [name, inDomain] : {std::pair(u"office.EXAMPLE.anna", u"OFFICE.anna"), {u"h.b", u"OFFICE.h.b"}}) {
         CHECK(ParseArguments({u"/wer", name}).user.InDomain() == inDomain);
     }
 }
