@@ -77,31 +77,38 @@ TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck reports exactly what an import
     struct {
         std::string file;  // appended to BothSections, so it starts at line 3, in [Reporting]
         Text findings;
+        std::int32_t skippedCount;
     } const cases[] = {
-        {"(Standard)=3\r\nhugo=0;\r\n\r\n[Info]\r\nUser=x\r\nplain\r\n", u""},
-        {"hugo=Demo\n", u"Zeile 3: »hugo=Demo« wird übersprungen: keine Zahl\n"},
-        {"\n  a  \n;\n", u"Zeile 4: »a« wird übersprungen: kein »=«\nZeile 5: »;« wird übersprungen: kein »=«\n"},
+        {"(Standard)=3\r\nhugo=0;\r\n\r\n[Info]\r\nUser=x\r\nplain\r\n", u"", 0},
+        {"hugo=Demo\n", u"Zeile 3: »hugo=Demo« wird übersprungen: keine Zahl\n", 1},
+        {"\n  a  \n;\n", u"Zeile 4: »a« wird übersprungen: kein »=«\nZeile 5: »;« wird übersprungen: kein »=«\n", 2},
         {"a=1=2;b=-1;c=1\n",
-         u"Zeile 3: »a=1=2« wird übersprungen: mehr als ein »=«\nZeile 3: »b=-1« wird übersprungen: negative Zahl\n"},
-        {"a =1\n", u"Warnung: Zeile 3: Die Leerzeichen am Anfang oder Ende gehören zum Namen »a «.\n"},
+         u"Zeile 3: »a=1=2« wird übersprungen: mehr als ein »=«\nZeile 3: »b=-1« wird übersprungen: negative Zahl\n",
+         2},
+        {"a =1\n", u"Warnung: Zeile 3: Die Leerzeichen am Anfang oder Ende gehören zum Namen »a «.\n", 0},
         {"(Standard)=1\n=2\nA=3\na=4\n",
          u"Warnung: Zeile 4: »(Standard)« steht schon in Zeile 3; die letzte Zahl gilt.\n"
-         u"Warnung: Zeile 6: »a« steht schon in Zeile 5; die letzte Zahl gilt.\n"},
-        {"a=6\nb=99\n", u"Warnung: Zeile 3: 6 ist keine Version der Versionsliste.\n"},
-        {std::string(254, 'x') + "=1\n", u""},
-        {std::string(255, 'x') + "=1\n", u"Warnung: Zeile 3: Der Name »" + Text(255, u'x') +
-                                             u"« ist zu lang; ein Export bricht bei diesem Eintrag ab.\n"},
+         u"Warnung: Zeile 6: »a« steht schon in Zeile 5; die letzte Zahl gilt.\n",
+         0},
+        {"a=6\nb=99\n", u"Warnung: Zeile 3: 6 ist keine Version der Versionsliste.\n", 0},
+        {std::string(254, 'x') + "=1\n", u"", 0},
+        {std::string(255, 'x') + "=1\n",
+         u"Warnung: Zeile 3: Der Name »" + Text(255, u'x') +
+             u"« ist zu lang; ein Export bricht bei diesem Eintrag ab.\n",
+         0},
         {"[ tallora ] x\n[Reporting\n[Other]\n\t[Tallora]\n",
          u"Warnung: Zeile 3: »[ tallora ] x« gilt nicht als Kopf [Tallora].\n"
          u"Warnung: Zeile 4: »[Reporting« gilt nicht als Kopf [Reporting].\n"
-         u"Warnung: Zeile 6: »\t[Tallora]« gilt nicht als Kopf [Tallora].\n"},
-        {"j\xC3\xB6rg=1\n", u"Warnung: Die Datei ist in UTF-8 gespeichert; ein Import verfälscht ihre Umlaute.\n"},
-        {"j\xC3\xB6rg=1\nj\xF6rg=1\n", u""},
+         u"Warnung: Zeile 6: »\t[Tallora]« gilt nicht als Kopf [Tallora].\n",
+         0},
+        {"j\xC3\xB6rg=1\n", u"Warnung: Die Datei ist in UTF-8 gespeichert; ein Import verfälscht ihre Umlaute.\n", 0},
+        {"j\xC3\xB6rg=1\nj\xF6rg=1\n", u"", 0},
     };
     for (const auto& each : cases) {
         INFO(each.file);
         CHECK(Check(BothSections + each.file).number == 0);
         CHECK(Lines(check.Findings()) == each.findings);
+        CHECK(check.SkippedCount() == each.skippedCount);
     }
     CHECK(Check("[Tallora]\n").number == 0);
     CHECK(Lines(check.Findings()) == u"Warnung: Der Abschnitt [Reporting] fehlt; ein Import leert seine Tabelle.\n");
@@ -148,6 +155,8 @@ TEST_CASE_FIXTURE(CheckFixture, "The tables are written as a .reg file and as Gr
           "key=\"SOFTWARE\\WOW6432Node\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion\" name=\"B\" "
           "type=\"REG_DWORD\" value=\"0000000A\"/>",
           "name=\"(Default)\" status=\"(Default)\"",
+          "action=\"D\" displayDecimal=\"1\" default=\"0\" hive=\"HKEY_LOCAL_MACHINE\" "
+          "key=\"SOFTWARE\\WOW6432Node\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion\" name=\"Gone\"",
           "action=\"D\" displayDecimal=\"1\" default=\"1\" hive=\"HKEY_LOCAL_MACHINE\" "
           "key=\"SOFTWARE\\WOW6432Node\\Vandrel\\Tallora\\V4\\Reporting\\Version\\ForcedVersion\" name=\"\" "}) {
         INFO(part);
@@ -179,18 +188,21 @@ TEST_CASE_FIXTURE(TestMachine, "A target is written completely or not at all, an
         {"[Tallora]\n", {file, file + u".XML", file}, NeedsReview, "earl <?xm"},
         {good, {file}, Success, "earl earl"},
         {good, {u"/wer", u"hugo", file}, Success, "earl earl"},
+        {good, {file, u"/?"}, Success, "earl earl"},
         {good + "b=2147483648\n", {file, target}, Failed, "earl earl"},
         {good, {file, file}, Failed, "earl earl"},
         {good, {file, file + u".txt"}, Failed, "earl earl"},
         {good, {file + u".none", target}, Failed, "earl earl"},
+        {good, {folder, target}, Failed, "earl earl"},
         {good, {file, folder + u"none/x.reg"}, Failed, "earl earl"},
         {good, {file, folder + u"\u0141.reg"}, Failed, "earl earl"},
         {good, {file, target, file}, Failed, "earl earl"},
         {good, {file, u""}, Failed, "earl earl"},
-        {good, {u"/wer", u"hugo", u""}, Failed, "earl earl"},
-        {good, {u"/wer", u"\u0141ukasz", file}, Failed, "earl earl"},
+        {good, {u"/wer", u"OFFICE.", file}, Failed, "earl earl"},
         {good, {file, file + u".XML", file + u".XML"}, Failed, "earl earl"},
         {good, {file, file + u".XML", file + u".none"}, Failed, "earl earl"},
+        {good, {file, target, u"/dns", u"x"}, Failed, "earl earl"},
+        {good, {u"/import", file, u"/export"}, Failed, "earl earl"},
         {good, {u"/export"}, Failed, "earl earl"},
         {good, {u"/wer", u"hugo", file, u"/domaene"}, Failed, "earl earl"},
         {good, {}, Failed, "earl earl"},
@@ -297,20 +309,37 @@ TEST_CASE_FIXTURE(RolloutFixture, "/wer explains each step and skips default ent
           u"  Benutzer: (Standard)  0  Full          gilt nicht: Full zählt nur in der Tabelle des Rechners\n"
           u"  Version: 7 (unbekannt)\n"
           u"Warnung: 7 ist keine Version der Versionsliste.\n");
+    CHECK(lines({u"/wer", u"WERK.hugo", u"/Dns", u""}) ==
+          u"Tallora für hugo, Domäne »WERK«, DNS-Domäne »«\n"
+          u"  (Standard)            3  Browser       gilt\n"
+          u"  hugo                  7  (unbekannt)   gilt\n"
+          u"  .hugo                 -\n"
+          u"  WERK.hugo             1  Demo          gilt\n"
+          u"  Benutzer: (Standard)  nicht geprüft: Dazu muss der Benutzer den Befehl selbst ausführen\n"
+          u"  Version: 1 Demo\n"
+          u"Warnung: 7 ist keine Version der Versionsliste.\n");
+    struct {
+        std::vector<Text> arguments;
+        Text inDnsDomain, inDomain;
+    } const names[] = {{{u"office.EXAMPLE.anna"}, u"office.example.anna", u"OFFICE.anna"},
+                       {{u"anna.b", u"/domaene", u"X"}, u"office.example.anna.b", u"X.anna.b"},
+                       {{u"h.b"}, u"office.example.h.b", u"OFFICE.h.b"},
+                       {{u".anna"}, u".anna", u"OFFICE.anna"},
+                       {{u"x.y.anna", u"/dns", u"x.y"}, u"x.y.anna", u"OFFICE.anna"}};
     Environment("USERNAME", "H.b");
-    CHECK(lines({u"/wer", u"WERK.hugo", u"/Dns", u""})
-              .find(u"  .hugo                 -\n"
-                    u"  WERK.hugo             1  Demo          gilt\n"
-                    u"  Benutzer: (Standard)  nicht geprüft: Dazu muss der Benutzer den Befehl selbst ausführen\n") !=
-          Text::npos);
-    CHECK(ParseArguments({u"anna.b", u"/domaene", u"X", u"/wer"}).user.InDomain() == u"X.anna.b");
-    for (const auto& [name, inDomain] : {std::pair(u"office.EXAMPLE.anna", u"OFFICE.anna"), {u"h.b", u"OFFICE.h.b"}}) {
-        CHECK(ParseArguments({u"/wer", name}).user.InDomain() == inDomain);
+    for (const auto& each : names) {
+        std::vector<Text> arguments = each.arguments;
+        arguments.emplace_back(u"/wer");
+        const UserNames user = ParseArguments(arguments).user;
+        CHECK(user.InDnsDomain() == each.inDnsDomain);
+        CHECK(user.InDomain() == each.inDomain);
     }
 }
 
 TEST_CASE("NameGuid computes version 5 (name-based) GUIDs") {
-    // The results of Python's uuid.uuid5(uuid.NAMESPACE_URL, name), for one block and two.
+    // Results of Python's uuid.uuid5(uuid.NAMESPACE_URL, name), for names of one SHA-1 block and of several.
+    CHECK(NameGuid("http://www.example.com/") == u"{FCDE3C85-2270-590F-9E7C-EE003D65E0E2}");
     CHECK(NameGuid(std::string(39, 'x')) == u"{F4EAEE1E-E483-528B-88BD-6B8932AB6E2B}");
     CHECK(NameGuid(std::string(40, 'x')) == u"{F562C38A-A8FE-5CDD-B523-6F30CFB54847}");
+    CHECK(NameGuid(std::string(200, 'x')) == u"{CD3580B9-D244-586A-8077-74317319B48D}");
 }
