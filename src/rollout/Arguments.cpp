@@ -59,15 +59,15 @@ SortedArguments Sorted(const std::vector<Text>& arguments) {
     return sorted;
 }
 
-// Returns the names of a user given as "hugo", "OFFICE.hugo" or "office.example.hugo"; in ".hugo" the DNS domain is
-// empty. Missing names are taken from the options or the environment. A user name that contains a dot is recognised
-// only with an explicit domain, or if it is the current user's.
+// Returns the names of a user given as "hugo", "OFFICE.hugo", "OFFICE\hugo" or "office.example.hugo"; in ".hugo" the
+// DNS domain is empty. Missing names are taken from the options or the environment. A user name that contains a dot is
+// recognised only with an explicit domain, or if it is the current user's.
 UserNames NamesOf(const Text& given, const SortedArguments& sorted) {
     UserNames user = CurrentUserNames();
     const bool isCurrentUser = platform::CharUpperW(given) == platform::CharUpperW(user.name);
     user = {given, sorted.dnsDomain.value_or(user.dnsDomain), sorted.domain.value_or(user.domain)};
     const Text dnsPrefix = user.dnsDomain + u".";
-    const std::size_t dot = given.find(u'.');
+    const std::size_t dot = given.find_first_of(u".\\");
     if (sorted.domain || isCurrentUser || dot == Text::npos) {
         return user;
     }

@@ -1,7 +1,6 @@
 #include "rollout/ControlFileCheck.h"
 
 #include <algorithm>
-#include <cwchar>
 #include <locale>
 #include <optional>
 #include <string>
@@ -31,8 +30,7 @@ bool IsUtf8(const std::string& bytes) {
     const auto& converter = std::use_facet<std::codecvt<char16_t, char8_t, std::mbstate_t>>(std::locale::classic());
     const auto* const start = reinterpret_cast<const char8_t*>(bytes.data());
     std::mbstate_t state{};
-    const int length = converter.length(state, start, start + bytes.size(), bytes.size());
-    return static_cast<std::size_t>(length) == bytes.size();
+    return converter.length(state, start, start + bytes.size(), bytes.size()) == std::ssize(bytes);
 }
 
 // Returns, in uppercase, the section name that the author of the line probably meant, or an empty string if the line
@@ -131,6 +129,9 @@ void ControlFileCheck::CheckEntry(std::int32_t line, const ForcedVersionItem& en
     if (entry.valueName != Trim(entry.valueName)) {
         Warn(line, u"Die Leerzeichen am Anfang oder Ende gehören zum Namen " + name + u".");
     }
+    if (entry.valueName.find(u'\\') != Text::npos) {
+        Warn(line, name + u" enthält »\\«; zwischen Domäne und Benutzer gehört ein Punkt.");
+    }
     if (const std::optional<std::int32_t> earlier = table.Add(entry, line)) {
         Warn(line, name + u" steht schon in Zeile " + DecimalText(*earlier) + u"; die letzte Zahl gilt.");
     }
@@ -140,11 +141,10 @@ void ControlFileCheck::CheckEntry(std::int32_t line, const ForcedVersionItem& en
 }
 
 void ControlFileCheck::CheckFile() {
-    const bool codePageIsUtf8 = platform::GetACP() == platform::CodePageUtf8;
-    if (!codePageIsUtf8 && encoding_ == Encoding::Utf8) {
-        Warn(u"Die Datei ist in UTF-8 gespeichert; ein Import verfälscht ihre Umlaute.");
-    } else if (codePageIsUtf8 && encoding_ == Encoding::Other) {
-        Warn(u"Die Datei ist nicht in UTF-8 gespeichert; ein Import verfälscht ihre Umlaute.");
+    const bool isUtf8Wanted = platform::GetACP() == platform::CodePageUtf8;
+    if (encoding_ == (isUtf8Wanted ? Encoding::Other : Encoding::Utf8)) {
+        const Text negation = isUtf8Wanted ? u"nicht " : u"";
+        Warn(u"Die Datei ist " + negation + u"in UTF-8 gespeichert; ein Import verfälscht ihre Umlaute.");
     }
     for (std::size_t product = 0; product < Products.size(); ++product) {
         if (!hasSection_[product]) {

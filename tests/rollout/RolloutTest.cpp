@@ -91,6 +91,7 @@ TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck reports exactly what an import
          u"Warnung: Zeile 6: »a« steht schon in Zeile 5; die letzte Zahl gilt.\n",
          0},
         {"a=6\nb=99\n", u"Warnung: Zeile 3: 6 ist keine Version der Versionsliste.\n", 0},
+        {"A\\b=1\n", u"Warnung: Zeile 3: »A\\b« enthält »\\«; zwischen Domäne und Benutzer gehört ein Punkt.\n", 0},
         {std::string(254, 'x') + "=1\n", u"", 0},
         {std::string(255, 'x') + "=1\n",
          u"Warnung: Zeile 3: Der Name »" + Text(255, u'x') +
