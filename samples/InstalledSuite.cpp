@@ -23,7 +23,7 @@ namespace {
 struct Folder {
     const char* variable;
     const char* defaultValue;
-    const char* subfolder;  // contains the suite's files
+    const char* subfolder;  // the subfolder that contains the suite's files
 };
 // Indexed by SuiteFolder.
 constexpr std::array<Folder, 4> Folders = {{

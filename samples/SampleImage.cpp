@@ -42,10 +42,10 @@ void FileHeader(Bytes& image, bool wide) {
     image.DoubleWord(0x40);
     image.DoubleWord(0x4550);            // "PE"
     image.Word(wide ? 0x8664 : 0x14C);   // x86-64, i386
-    image.Word(1);                       // sections
-    image.Zeros(12);                     // time, symbols
+    image.Word(1);                       // number of sections
+    image.Zeros(12);                     // time stamp, symbol table
     image.Word(wide ? 240 : 224);        // size of the optional header
-    image.Word(wide ? 0x2022 : 0x2102);  // executable DLL, large-address-aware or 32-bit
+    image.Word(wide ? 0x2022 : 0x2102);  // executable image, DLL, and large-address-aware or 32-bit
 }
 
 void OptionalHeader(Bytes& image, bool wide) {
@@ -58,9 +58,9 @@ void OptionalHeader(Bytes& image, bool wide) {
     image.Address(0x10000000, wide);     // image base
     image.DoubleWord(SectionAlignment);
     image.DoubleWord(FileAlignment);
-    image.Word(4);  // operating system 4.0
+    image.Word(4);  // operating system version 4.0
     image.Zeros(2 + 4);
-    image.Word(4);  // subsystem 4.0
+    image.Word(4);  // subsystem version 4.0
     image.Zeros(2 + 4);
     image.DoubleWord(2 * SectionAlignment);  // size of the image
     image.DoubleWord(FileAlignment);         // size of the headers
@@ -118,7 +118,7 @@ void ResourceTree(Bytes& image) {
 void VersionBlock(Bytes& image, const SampleImageFacts& facts) {
     image.Word(BlockSize);
     image.Word(52);  // size of VS_FIXEDFILEINFO
-    image.Word(0);   // binary
+    image.Word(0);   // value type: binary
     for (const char character : std::string("VS_VERSION_INFO")) {
         image.Word(static_cast<unsigned char>(character));
     }

@@ -13,7 +13,7 @@ enum class SuiteFolder {
 };
 
 struct SuiteComponent {
-    std::string_view section;  // in the check's report
+    std::string_view section;  // name of the component's section in the check's report
     SuiteFolder folder;
     std::string_view file;             // path below the folder
     std::string_view row;              // name of the component's row in the report

@@ -6,7 +6,7 @@ using namespace platform;
 
 namespace {
 
-// Opens a key for reading. Returns 0 if it is missing.
+// Opens a key for reading. Returns 0 if the key is missing.
 Handle OpenForReading(Handle root, const std::string& key) {
     Handle handle = 0;
     RegOpenKeyExA(root, key, 0, KeyQueryValue, handle);

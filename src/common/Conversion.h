@@ -18,7 +18,7 @@ bool IsNumeric(const Variant& value);
 // (overflow) if the number doesn't fit in 32 bits, 13 (type mismatch) for any other value.
 std::int32_t LongFrom(const Variant& value);
 
-// Converts a number to a 16-bit integer, rounding the same way. Raises 6 (overflow) if it doesn't fit in 16 bits.
+// Converts a number to a 16-bit integer, rounding like LongFrom. Raises 6 (overflow) if it doesn't fit.
 std::int16_t IntegerFrom(double number);
 
 // Converts a value to a string. Strings are returned unchanged, integers in decimal, dates in the default format.

@@ -12,7 +12,7 @@ class TextFileReader {
 public:
     explicit TextFileReader(const Text& path);
 
-    // Not const, because it reads ahead.
+    // Not const, because the function reads ahead.
     bool AtEnd();
     Text ReadLine();
 

@@ -17,8 +17,7 @@ public:
     // until the user closes it. The window repeats the check, but Ok returns the result of its own run.
     bool Ok(bool withErrMsg = false);
 
-    // Returns the report, or an empty string before the first run. Rows of a later run replace those with the same
-    // name.
+    // Returns the report, or an empty string before the first run. A later run replaces rows of the same name.
     [[nodiscard]] ::Text Text() const { return report_.Stream(); }
 
     // Resets the result of the last run, but keeps its report.
@@ -43,12 +42,12 @@ private:
     ::Text FileTest(const ::Text& path, bool noAdd);
     ::Text FileTestSystem(const ::Text& fileName, bool noAdd);
     ::Text FileTestCommon(const ::Text& relativePath, bool noAdd);
-    // Adds a row. If its file was found, also tests whether the object can be created.
+    // Adds an object's row. If `fileText` shows that its file was found, also tests whether the object can be created.
     void ObjectTest(const ::Text& rowName, const ::Text& fileText, const ::Text& progId);
     ::Text ObjectTestText(const ::Text& progId);
 
     Installer coreProduct_;  // the suite's core package, whose folder contains the suite's own components
     ::Text currentSection_;
-    IniFile4 report_;  // only in memory, never saved
+    IniFile4 report_;  // kept only in memory, never saved
     bool allOk_ = false;
 };

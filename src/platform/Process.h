@@ -41,8 +41,8 @@ struct ProgramVersion {
 // Reads the version resource. If there is none, returns empty strings and zeros.
 ProgramVersion ProgramVersionGet();
 
-// Returns the folder of the running program in the system's 8-bit code page. The path ends with a backslash only if it
-// is the root of a drive.
+// Returns the folder of the running program in the system's 8-bit code page. The path ends with a backslash only if the
+// folder is the root of a drive.
 std::string ProgramFolder();
 
 }  // namespace platform

@@ -56,13 +56,13 @@ Status RegDeleteValueA(Handle key, const std::string& name);
 Status RegEnumKeyExA(Handle key, std::int32_t index, std::span<char> name, std::uint32_t& nameSize,
                      std::span<char> className, std::uint32_t& classSize);
 
-// Does the same for the value at `index`, and returns its type and data. `dataSize` counts bytes on input and output.
+// Like RegEnumKeyExA, but for the value at `index`; also returns its type and data. `dataSize` counts bytes.
 Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::uint32_t& nameSize, std::uint32_t& type,
                      std::span<char> data, std::uint32_t& dataSize);
 
 // Returns the type and data of the value `name`. `dataSize` is the buffer size on input and the number of stored bytes,
-// including a string's terminator, on output; it is also set if the call returns 234. Returns 2 if the value is
-// missing.
+// including a string's terminator, on output; it is also set if the call returns 234 (the buffer is too small). Returns
+// 2 if the value is missing.
 Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type, std::span<char> data,
                         std::uint32_t& dataSize);
 

@@ -40,16 +40,16 @@ struct Control {
 
 struct Font {
     std::u16string face;      // if empty, the font of system dialogs is used
-    std::int32_t height = 0;  // of a character, in twips (1/20 point)
+    std::int32_t height = 0;  // character height in twips (1/20 point)
 };
 
 struct WindowDesign {
     std::u16string caption;
     Size client;
     bool sizable;                   // if false, the window has a fixed frame without minimise and maximise boxes
-    std::int32_t icon;              // the icon's number in the program's resources
-    std::vector<Control> controls;  // in tab order; a control is identified by its index here
-    Font font = {};                 // of all controls
+    std::int32_t icon;              // resource ID of the icon
+    std::vector<Control> controls;  // in tab order; a control's index here identifies the control
+    Font font = {};                 // used by all controls
 };
 
 // A window's event handlers; any of them may be empty. An exception from a handler ends the modal loop, and
@@ -81,7 +81,7 @@ Size WindowOuterSize(Handle window);
 void WindowOuterSize(Handle window, Size size);
 
 // Makes the window refuse logoff and shutdown until ShutdownBlockReasonDestroy is called. The system may show `reason`
-// to the user; returns false if it can't. On the host, the window never refuses.
+// to the user; returns false if the system can't show it. On the host, the window never refuses.
 bool ShutdownBlockReasonCreate(Handle window, const std::u16string& reason);
 void ShutdownBlockReasonDestroy(Handle window) noexcept;
 
@@ -92,16 +92,16 @@ inline constexpr std::int32_t LongExtendedStyle = -20;           // GWL_EXSTYLE
 inline constexpr std::int32_t ExtendedStyleAppWindow = 0x40000;  // WS_EX_APPWINDOW: the window has a taskbar button
 
 Handle GetDesktopWindow();
-// Suspends drawing in `window`; 0 resumes it.
+// Suspends drawing in `window`. If `window` is 0, resumes drawing.
 bool LockWindowUpdate(Handle window);
-// Shows or hides the window. Returns true if it was visible before. Showing a window activates it, so `activated` may
-// be called before this function returns.
+// Shows or hides the window. Returns true if the window was visible before. Showing a window activates it, so
+// `activated` may be called before this function returns.
 bool ShowWindow(Handle window, std::int32_t command);
 std::int32_t GetWindowLongA(Handle window, std::int32_t index);
-// Returns the previous value.
+// Sets the value at `index` and returns the previous value.
 std::int32_t SetWindowLongA(Handle window, std::int32_t index, std::int32_t number);
 
-// Message box buttons and icons. A type is the sum of one of each.
+// Message box buttons and icons. A box's type is the sum of a buttons value and an icon value.
 inline constexpr std::uint32_t ButtonsOk = 0x00;           // MB_OK
 inline constexpr std::uint32_t ButtonsYesNoCancel = 0x03;  // MB_YESNOCANCEL; the first button has the focus
 inline constexpr std::uint32_t IconCritical = 0x10;        // MB_ICONERROR

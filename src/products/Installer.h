@@ -19,7 +19,7 @@ public:
     // Finds the first product with this display name. If there is none, clears the record.
     void DisplayName(const Text& thisDisplayName);
     [[nodiscard]] Text DisplayName() const { return record_.displayName; }
-    // Does the same for a GUID, which is passed without braces.
+    // Like DisplayName, but finds the product by its GUID, which is passed without braces.
     void GUI(const Text& thisGUI);
     [[nodiscard]] Text GUI() const { return record_.gui; }
     // Returns the GUID in braces.
@@ -35,7 +35,7 @@ public:
     // if the version is unknown. Keeps only the last two digits of the minor version, the last three of the revision
     // and, if `fancy`, the last two of the major version.
     [[nodiscard]] Text DisplayVersion(bool fancy = false, bool noPoints = false) const;
-    // Does the same for a list entry, and copies the entry's version to the record.
+    // Like DisplayVersion, but for a list entry; also copies the entry's version to the record.
     Text DisplayVersions(std::int32_t index, bool fancy = false, bool noPoints = false);
 
     // Looks up the current product again.

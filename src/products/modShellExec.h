@@ -11,7 +11,7 @@
 // from ShellErrorText. If `path` ends in ":", appends a backslash to the caller's variable.
 void ShellOpen(Text& path);
 
-// Does the same, but returns the system's result code, which is 33 or more on success.
+// Like ShellOpen, but returns the system's result code, which is 33 or more on success.
 std::int32_t ShellOpenDocument(Text& path);
 
 // Starts a command line, minimised and activated, and waits until the process exits or `timeOut` milliseconds have

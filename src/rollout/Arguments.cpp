@@ -11,9 +11,9 @@
 namespace {
 
 struct CommandForm {
-    TextView option;  // in uppercase; empty for the command without an option
+    TextView option;  // the option in uppercase; empty for the command without an option
     Command command;
-    std::size_t least, most;  // number of arguments other than options
+    std::size_t least, most;  // minimum and maximum number of arguments other than options
     TextView usage;
 };
 
@@ -59,9 +59,9 @@ SortedArguments Sorted(const std::vector<Text>& arguments) {
     return sorted;
 }
 
-// Returns the names of a user given as "hugo", "OFFICE.hugo", "OFFICE\hugo" or "office.example.hugo"; in ".hugo" the
-// DNS domain is empty. Missing names are taken from the options or the environment. A user name that contains a dot is
-// recognised only with an explicit domain, or if it is the current user's.
+// Splits a user name. Accepts "hugo", "OFFICE.hugo", "OFFICE\hugo" and "office.example.hugo"; ".hugo" means an empty
+// DNS domain. Parts not given come from the options or the environment. A user name that contains a dot is recognised
+// only with an explicit domain, or if it is the current user's.
 UserNames NamesOf(const Text& given, const SortedArguments& sorted) {
     UserNames user = CurrentUserNames();
     const bool isCurrentUser = platform::CharUpperW(given) == platform::CharUpperW(user.name);

@@ -11,7 +11,7 @@
 #include "version/Product.h"
 
 // The entries of one product's table, from a control file or the registry. As in the registry, names are
-// case-insensitive; an entry keeps its first spelling and position, and its last number.
+// case-insensitive; an entry keeps its first spelling and position and takes the last number.
 class CheckedTable {
 public:
     explicit CheckedTable(const Product& product) : product_(product) {}
@@ -21,22 +21,22 @@ public:
     [[nodiscard]] Text Key() const;
     [[nodiscard]] const std::vector<ForcedVersionItem>& Entries() const { return entries_; }
 
-    // Adds an entry. If its name already exists, changes the existing entry's number and returns the line of the
+    // Adds an entry. If the name already exists, changes the number in the existing entry and returns the line of the
     // previous occurrence.
     std::optional<std::int32_t> Add(const ForcedVersionItem& entry, std::int32_t line = 0);
 
-    // Returns the entry's number, or -1 if the entry is missing.
+    // Returns the number stored in the entry, or -1 if the entry is missing.
     [[nodiscard]] std::int32_t NumberOf(const Text& valueName) const;
 
 private:
     struct Occurrence {
-        std::size_t index;  // in entries_
-        std::int32_t line;  // of the last occurrence
+        std::size_t index;  // index in entries_
+        std::int32_t line;  // line number of the last occurrence
     };
 
     Product product_;
     std::vector<ForcedVersionItem> entries_;
-    std::map<Text, Occurrence> occurrences_;  // by uppercase name
+    std::map<Text, Occurrence> occurrences_;  // keyed by uppercase name
 };
 
 // One table per product, in the order of Products.

@@ -12,8 +12,8 @@
 
 namespace {
 
-constexpr std::size_t LongestValueName = 16383;   // characters; the registry's limit
-constexpr std::size_t LongestExportedName = 254;  // bytes; an export stops at a longer name
+constexpr std::size_t LongestValueName = 16383;   // in characters; the registry's limit
+constexpr std::size_t LongestExportedName = 254;  // in bytes; an export stops at a longer name
 
 Text Quoted(const Text& text) {
     return u"»" + text + u"«";

@@ -10,7 +10,7 @@
 
 namespace {
 
-// In the standard library, only paths convert from UTF-16 to UTF-8.
+// std::filesystem::path is the standard library's simplest conversion from UTF-16 to UTF-8.
 std::string Utf8(const Text& text) {
     const std::u8string bytes = std::filesystem::path(text).u8string();
     return {bytes.begin(), bytes.end()};

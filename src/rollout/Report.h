@@ -15,7 +15,7 @@ void PrintLine(std::int32_t stream, const Text& line);
 // Returns the number of entries per product, such as "Tallora 3, Reporting 2".
 Text EntryCounts(const CheckedTables& tables);
 
-// Returns the warning for an entry that can't be read as a number. `label` is its quoted name or its position.
+// Returns the warning for an entry that can't be read as a number. `label` is the entry's quoted name or position.
 Text UnreadableEntryWarning(const CheckedTable& table, const Text& label);
 
 // The findings of a run.

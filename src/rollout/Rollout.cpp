@@ -47,8 +47,8 @@ CheckedTables CheckedFile(const Text& path, Report& report, const Text& subject 
     return check.Tables();
 }
 
-// Returns the file's last modification time as "2017-12-16 10:16:40". With it, the same control file always yields the
-// same target.
+// Returns the file's last modification time as "2017-12-16 10:16:40". With this timestamp, the same control file always
+// yields the same target.
 Text LastChange(const Text& path) {
     double date = 0;
     RaiseFileStatus(platform::DateLastModified(platform::AnsiFromText(path), date));

@@ -31,7 +31,7 @@ Text StepName(const ResolutionStep& step) {
     return (step.localMachine ? u"" : u"Benutzer: ") + ItemNameOf(step.valueName);
 }
 
-// Returns the number of the step's entry in the registry, or a negative number if there is no usable entry.
+// Returns the number stored in the step's registry entry, or a negative number if there is no usable entry.
 std::int32_t StoredVersion(const ResolutionStep& step, const CheckedTable& table, std::vector<Text>& findings) {
     const Text label = u"»" + StepName(step) + u"«";
     Variant stored = Null{};

@@ -12,6 +12,6 @@ struct ResolutionReport {
 };
 
 // Describes, in German, how each product's version is resolved for a user. Reads the entries from the registry as the
-// products do; if `trial` isn't null, it replaces the local machine's tables. Raises 6 (overflow) if an entry's text is
-// a number that exceeds 32 bits.
+// products do; if `trial` isn't null, uses it instead of the local machine's tables. Raises 6 (overflow) if an entry's
+// text is a number that exceeds 32 bits.
 ResolutionReport DescribeResolution(const UserNames& user, const CheckedTables* trial = nullptr);

@@ -35,8 +35,8 @@ public:
 
     // Sets an item and moves it to the end of its section. Creates the section if it is missing.
     void Value(const Text& thisSection, const Text& thisName, const Text& thisValue);
-    // Returns an item's value, or its name if it has no value. Raises 6 (overflow) if its line has more than 32767
-    // characters.
+    // Returns an item's value, or the item's name if it has no value. Raises 6 (overflow) if the item's line has more
+    // than 32767 characters.
     [[nodiscard]] Text Value(const Text& thisSection, const Text& thisName) const;
     // Returns an item's whole line.
     [[nodiscard]] Text ValueFull(const Text& thisSection, const Text& thisName) const;

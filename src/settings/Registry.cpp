@@ -196,7 +196,7 @@ Variant Registry::Value(const Text& name) {
     switch (type) {
         case platform::RegSz:
         case platform::RegExpandSz:
-            // The last byte is the terminator; a value stored without one loses its last character.
+            // The last byte is the terminator; a value stored without a terminator loses its last character.
             return BufferText(buffer, size == 0 ? 0 : size - 1);
         case platform::RegDword:
             return StoredNumber(buffer);

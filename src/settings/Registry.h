@@ -57,7 +57,7 @@ public:
     // description.
     void SubKeyDelete(const Text& key);
 
-    // Enumerates the values in the same way. A step raises 234 if the value has more than 255 bytes of data.
+    // Like the SubKey functions above, but for values. A step raises 234 if the value has more than 255 bytes of data.
     void ValueNameFirst();
     void ValueNameNext();
     // Deletes a value. Describes a failure like SubKeyDelete.

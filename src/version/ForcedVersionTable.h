@@ -40,10 +40,10 @@ public:
     // to an integer. Raises 6 (overflow) if the integer doesn't fit in 16 bits.
     [[nodiscard]] std::int32_t VersionInForce(std::optional<double> level = {}) const;
 
-    // Returns an entry's number, or -1 if the entry is missing or isn't a number. Raises 6 (overflow) if the entry's
-    // text is a number that exceeds 32 bits.
+    // Returns the number stored in an entry, or -1 if the entry is missing or isn't a number. Raises 6 (overflow) if
+    // the entry's text is a number that exceeds 32 bits.
     [[nodiscard]] std::int32_t ForcedVersion(bool localMachine, const Text& regValue) const;
-    // Sets an entry's number and propagates registry errors. A negative number deletes the entry without raising
+    // Stores a number in an entry and propagates registry errors. A negative number deletes the entry without raising
     // errors.
     void ForcedVersion(bool localMachine, const Text& regValue, std::int32_t forcedVersion);
 

@@ -6,8 +6,8 @@
 
 // A product of the suite.
 struct Product {
-    TextView section;       // the name of its section in the control file
-    TextView registryPath;  // its root below HKEY_LOCAL_MACHINE and HKEY_CURRENT_USER
+    TextView section;       // the name of the product's section in the control file
+    TextView registryPath;  // the product's root below HKEY_LOCAL_MACHINE and HKEY_CURRENT_USER
 };
 
 inline constexpr Product MainProduct = {u"Tallora", u"Software\\Vandrel\\Tallora\\V4"};

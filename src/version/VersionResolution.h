@@ -36,6 +36,6 @@ std::array<ResolutionStep, 5> ResolutionSteps(const UserNames& user);
 // The effect of an entry on the result.
 enum class EntryEffect { NoEntry, Applies, StartVersionForbids, FullNeedsLocalMachine };
 
-// Returns the effect of an entry with the number `forced`, which is negative if there is no usable entry. The rules
-// consider the starting version, not the result so far, so that a later entry can override an earlier one.
+// Returns the effect of an entry that contains the number `forced`, which is negative if there is no usable entry. The
+// rules consider the starting version, not the result so far, so that a later entry can override an earlier one.
 EntryEffect EffectOf(std::int32_t startVersion, bool localMachine, std::int32_t forced);

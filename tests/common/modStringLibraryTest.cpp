@@ -81,7 +81,7 @@ TEST_CASE("A length or position that exceeds 16 bits raises an overflow") {
     CHECK(RaisedBy([&] { FindAnyChar(tooLong, u"a"); }).number == 6);
     CHECK(RaisedBy([&] { TranslateChars(tooLong, u"a", u"b"); }).number == 6);
     CHECK(RaisedBy([&] { ReplaceAll(longest, u"a", u"bb"); }).number == 6);
-    // Raised even if the result doesn't depend on the length.
+    // The overflow is raised even if the result doesn't depend on the length.
     CHECK(RaisedBy([&] { InsertText(tooLong, {}, 0); }).number == 6);
     CHECK(RaisedBy([&] { ReplaceAll(tooLong, {}, u"b"); }).number == 6);
     CHECK(RaisedBy([&] { ExpandUmlauts(tooLong); }).number == 6);

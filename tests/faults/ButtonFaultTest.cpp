@@ -16,7 +16,7 @@ namespace {
 struct Effect {
     std::vector<Seam> calls;
     Text message;       // if it ends with a newline, the fault's description must follow
-    std::string state;  // a regular expression
+    std::string state;  // a regular expression for the expected state
 };
 
 struct Operation {
@@ -84,7 +84,7 @@ TEST_CASE("A failed call in any operation has the expected effect, and a retry s
     const std::string exported =
         main + reporting +
         R"(\[Tallora\];\(Standard\)=3;hugo=0;ruedi=1;;\[Reporting\];\(Standard\)=3;hugo=1;ruedi=99;;;\[End\];)";
-    // After a failed read, the export contains the entries before it.
+    // After a failed read, the export contains the entries before the unreadable one.
     const std::string cut = main + reporting +
                             R"(\[Tallora\];(\(Standard\)=3;(hugo=0;(ruedi=1;)?)?;)?)"
                             R"(\[Reporting\];(\(Standard\)=3;(hugo=1;(ruedi=99;)?)?;)?;\[End\];)";
@@ -149,7 +149,7 @@ TEST_CASE("A full disk, a denied deletion and a failed load have the expected ef
                     "hugo", data);
     };
     storeHugo(RawText("3000000000"));
-    // Status 6 isn't run-time error 6, so the system's text for it must not appear.
+    // Status 6 isn't run-time error 6, so the system's message for status 6 must not appear.
     CHECK(machine.Session("OK\n", {Seam::StatusText, 1, 0}, {Seam::MessageBoxW, 1, [&] { storeHugo(RawNumber(1)); }})
               .messages ==
           u"48 Kann Versions-Einstellungen nicht laden:\r\nSoftware\\Vandrel\\Tallora\\V4\\Reporting\r\n"
@@ -163,8 +163,8 @@ TEST_CASE("A full disk, a denied deletion and a failed load have the expected ef
     CHECK(SeamStarted() == "true|2");
 }
 
-TEST_CASE("A click or close during an import doesn't interrupt it or start anything else") {
-    // If a second click asked its question, the input would answer Yes.
+TEST_CASE("Clicks and closes during an import neither interrupt nor start an operation") {
+    // If a second click brought up the confirmation prompt, this input would answer Yes.
     const std::string input = "Importieren\nJa\nJa\nOK\nOK\nFertig\n";
     FaultMachine machine;
     machine.Session("Fertig\n");

@@ -46,7 +46,7 @@ TEST_CASE("A failing call changes only its own row in the check's report") {
     }
 }
 
-TEST_CASE("A failed check is reported even if the clipboard or its window is unavailable") {
+TEST_CASE("A failed check is reported even if the clipboard or check window is unavailable") {
     FaultMachine machine({"sevCmd4.ocx"});
     CHECK(machine.Session("x\n", {Seam::ClipboardSet, 1, 0}).messages == u"check failed");
     CHECK(machine.Session("x\n", {Seam::ClipboardClear, 1, 0}).messages == u"check failed, report copied");

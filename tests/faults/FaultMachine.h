@@ -12,8 +12,8 @@ void CheckNoHandleLeaks(const std::function<void()>& steps);
 
 // The messages a program run showed and the state it left behind.
 struct Outcome {
-    Text messages;      // SeamStop's result, plus "check failed" and ", report copied" if the program showed that
-    std::string state;  // as State() returns it
+    Text messages;      // SeamStop's result, then "check failed" and ", report copied" if the program reported these
+    std::string state;  // the result of State()
     bool operator==(const Outcome&) const = default;
 };
 

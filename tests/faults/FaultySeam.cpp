@@ -20,7 +20,7 @@ struct SeamState {
     SeamHook hook;
     Text messages{};
     std::string started{};
-    bool isBypassed = true;  // the call comes from the test or from within the platform
+    bool isBypassed = true;  // true if the call comes from the test or from within the platform
     platform::Handle window = 0;
     platform::WindowEvents events{};
 };

@@ -23,7 +23,7 @@ enum class Seam : std::size_t {
 // write writes half of its data. A failing call that returns bytes returns none; a failing call that returns text
 // returns two lines.
 struct SeamFault {
-    Seam call = Seam::Count;  // no fault
+    Seam call = Seam::Count;  // by default, no fault
     int occurrence = 0;       // 1 is the first call since SeamStart
     std::int64_t result = 0;
 };
@@ -35,8 +35,8 @@ struct SeamHook {
     std::function<void()> action{};
 };
 
-// From SeamStart to SeamStop, calls are counted and the fault and the hook apply. SeamStop returns the message boxes
-// shown in between, except questions and success messages: for each box, its type's number, a space and its text.
+// Between SeamStart and SeamStop, calls are counted and the fault and the hook are active. SeamStop returns the message
+// boxes shown in the meantime, each as "<type> <text>", leaving out questions and success messages.
 void SeamStart(const SeamFault& fault, const SeamHook& hook = {});
 Text SeamStop();
 

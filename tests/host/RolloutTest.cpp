@@ -42,7 +42,7 @@ TEST_CASE("vtv4v-reg handles control characters, duplicates, closed pipes and de
     CHECK(RawValue(platform::KeyLocalMachine, "Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion", "a"));
 }
 
-TEST_CASE("vtv4v-reg explains in German why the registry made a command fail") {
+TEST_CASE("vtv4v-reg explains registry errors in German") {
     const TestMachine machine;
     const std::string file = OnDisk(machine.ControlFile()).string();
     const std::string output = OnMachine("output").string();

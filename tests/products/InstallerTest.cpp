@@ -25,7 +25,7 @@ struct InstallerFixture : TestMachine {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(InstallerFixture, "A lookup fills the record with the first exact match, or clears it") {
+TEST_CASE_FIXTURE(InstallerFixture, "A lookup fills the record with the first exact match, or clears the record") {
     products.Add("VT1", "Vandrel Test", "no braces", RawNumber(1), "C:\\A1");
     products.Add("VT2", "Vandrel Test", "{VT-2} {a}", RawNumber(2), "C:\\A2\\");
     products.Add("VT3", "Vandrel Test", "MsiExec.exe /X{VT-3}", RawNumber(3), "C:\\A3\\");
@@ -53,7 +53,7 @@ TEST_CASE_FIXTURE(InstallerFixture, "A lookup fills the record with the first ex
     }
 }
 
-TEST_CASE_FIXTURE(InstallerFixture, "The list holds up to 1000 products per key, regardless of lookups") {
+TEST_CASE_FIXTURE(InstallerFixture, "The list holds up to 1000 products per key; lookups leave the list unchanged") {
     products.Add("VT1", "Vandrel Test", "x {VT-1}", RawNumber(0x0408003F), "C:\\A");
     products.Add("VT2", "Vandrel Test", "no braces");
     products.Add("VT3", "", "{VT-3}");

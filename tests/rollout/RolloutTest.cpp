@@ -75,7 +75,7 @@ struct RolloutFixture : TestMachine {
 
 TEST_CASE_FIXTURE(CheckFixture, "ControlFileCheck reports exactly what an import skips or silently accepts") {
     struct {
-        std::string file;  // appended to BothSections, so it starts at line 3, in [Reporting]
+        std::string file;  // appended to BothSections, so this text starts at line 3, in [Reporting]
         Text findings;
         std::int32_t skippedCount;
     } const cases[] = {
@@ -182,7 +182,7 @@ TEST_CASE_FIXTURE(TestMachine, "A target is written completely or not at all, an
         std::string content;
         std::vector<Text> arguments;
         RolloutResult result;
-        std::string targets;  // the first four characters of the .reg and the .xml file
+        std::string targets;  // the first four bytes of the .reg file and of the .xml file
     } const cases[] = {
         {good, {file, target}, Success, {"\xFF\xFEW\0 earl", 9}},
         {good + "b\n", {file, file + u".XML"}, NeedsReview, "earl <?xm"},
@@ -252,7 +252,7 @@ TEST_CASE_FIXTURE(RolloutFixture, "/export and /import report lost entries, and 
         RawValueSet(platform::KeyLocalMachine, MainKey, "z", RawNumber(3));
         RawValueSet(platform::KeyCurrentUser, MainKey, "", unreadable);
         CHECK(Run(u"/export") == NeedsReview);
-        // The products read texts of up to 1023 bytes by name.
+        // Unlike an export, the products look up entries by name and read strings of up to 1023 bytes.
         CHECK(RunRollout({u"/wer", u"hugo"}) == (unreadable.bytes[0] == '0' ? Success : NeedsReview));
         CHECK(ReadStoredTables().tables[0].NumberOf(u"z") == 3);
     }

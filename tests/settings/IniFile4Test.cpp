@@ -62,7 +62,7 @@ TEST_CASE("Setting an item moves it to the end of its section") {
     CHECK(document.Stream().ends_with(u"=" + longest + u"\r\n\r\nIndex außerhalb des gültigen Bereichs"));
 }
 
-TEST_CASE_FIXTURE(TestMachine, "Documents can share sections until one of them is cleared") {
+TEST_CASE_FIXTURE(TestMachine, "Documents can share sections until one of the documents is cleared") {
     FileContent(ControlFile(), "a=1\n[S]\n");
     IniFile4 document;
     document.FilePath(platform::TextFromAnsi(ControlFile()));

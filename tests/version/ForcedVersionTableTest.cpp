@@ -43,7 +43,7 @@ TEST_CASE_FIXTURE(MachineWithTable, "ForcedVersionAll replaces a table with the 
     }
 }
 
-TEST_CASE_FIXTURE(MachineWithTable, "ForcedVersion stores a number in its root, and a negative one deletes it") {
+TEST_CASE_FIXTURE(MachineWithTable, "ForcedVersion sets an entry in one root; a negative number deletes the entry") {
     table->ForcedVersion(true, u"hugo", 99);
     table->ForcedVersion(false, u"hugo", 1);
     CHECK(RawValue(User, Key, "hugo") == RawNumber(1));
@@ -52,7 +52,7 @@ TEST_CASE_FIXTURE(MachineWithTable, "ForcedVersion stores a number in its root, 
     CHECK(RawValue(Machine, Key, "hugo") == RawNumber(99));
 }
 
-TEST_CASE_FIXTURE(MachineWithTable, "Text entries read back as the number they spell; other entries read as -1") {
+TEST_CASE_FIXTURE(MachineWithTable, "Strings that contain a number read back as that number; others read as -1") {
     struct {
         RawData stored;
         std::int32_t version;
@@ -66,7 +66,7 @@ TEST_CASE_FIXTURE(MachineWithTable, "Text entries read back as the number they s
         CHECK(table->ForcedVersion(true, u"n") == each.version);
         CHECK(table->ForcedVersionAll(true) == each.listed);
     }
-    // A number that exceeds 32 bits also stops the resolution, before it records the user's name.
+    // A number that exceeds 32 bits also stops the resolution, before the user's name is recorded.
     RawValueSet(Machine, Key, "hugo", RawText("2147483648"));
     RawValueSet(User, Section, "User", RawText("earlier"));
     CHECK(RaisedBy([] { MainTable(); }).number == 6);

@@ -45,7 +45,7 @@ struct LoadedMachine : TestMachine {
 TEST_CASE_FIXTURE(LoadedMachine, "Demo and export write the documented control file, and an import reads it back") {
     for (const auto& write : {WriteDemoFile, ExportVersions}) {
         write();
-        // Also accepts the previous minute, because a new one may have begun since.
+        // Also accepts the previous minute, because a new minute may have begun since.
         const std::string head = "[Info]\r\nFile=" + ControlFile() + "\r\nUser=hugo\r\nTimeStamp=";
         const double now = platform::Now();
         CHECK((File().starts_with(head + MinuteText(now)) || File().starts_with(head + MinuteText(now - 1.0 / 1440))));

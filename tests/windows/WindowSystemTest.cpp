@@ -5,7 +5,7 @@
 #include "platform/WindowSystem.h"
 #include "platform/windows/Win32.h"
 
-TEST_CASE("A fixed window opens at its own size, and a handler's exception is rethrown once") {
+TEST_CASE("Non-resizable windows keep their size; a handler's exception is rethrown once") {
     HWND window = nullptr;
     const auto fail = [] { throw std::runtime_error("event"); };
     const auto click = [&] { ::PostMessageW(::GetWindow(window, GW_CHILD), BM_CLICK, 0, 0); };

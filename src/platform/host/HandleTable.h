@@ -23,8 +23,8 @@ struct ProcessReference {
 };
 
 struct OpenKey {
-    bool isUsers;      // in the user's registry file rather than the machine's
-    std::int64_t key;  // the key's id in that file; ids of deleted keys aren't reused
+    bool isUsers;      // true if the key is in the user's registry file, false if in the machine's
+    std::int64_t key;  // the key's id in that registry file; ids of deleted keys aren't reused
     std::int32_t rights;
 };
 

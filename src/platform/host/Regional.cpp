@@ -29,7 +29,7 @@ void SkipSymbols(std::string_view& text, std::string_view symbols, std::string& 
     }
 }
 
-// Removes the leading characters that are in `characters` and returns them.
+// Removes leading characters that are in `characters`, and returns the removed characters.
 std::string Take(std::string_view& text, std::string_view characters) {
     std::string taken(text.substr(0, text.find_first_not_of(characters)));
     text.remove_prefix(taken.size());
@@ -52,9 +52,9 @@ Status ReadBased(std::string_view& text, std::int32_t& number) {
                                                       : DispOverflow;
 }
 
-// Returns the exponent that `text` begins with. If it is malformed, leaves it in `text` and returns 0.
+// Returns the exponent that `text` begins with. If the exponent is malformed, leaves it in `text` and returns 0.
 int TakeExponent(std::string_view& text) {
-    constexpr int largest = 99999;  // exceeds the length of any text
+    constexpr int largest = 99999;  // exceeds the length of any string
     std::string_view rest = text;
     const std::string symbol = Take(rest, "eE");
     const std::string sign = Take(rest, "+-");

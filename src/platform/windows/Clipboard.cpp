@@ -11,10 +11,10 @@ namespace {
 
 // Other programs hold the clipboard open only briefly, so retry.
 constexpr int OpenTries = 10;
-constexpr DWORD OpenPause = 20;  // milliseconds
+constexpr DWORD OpenPause = 20;  // in milliseconds
 
-// Opens the clipboard and closes it on destruction. Setting data requires an owner window, so it creates a message-only
-// window.
+// Opens the clipboard and closes it on destruction. Setting data requires an owner window, so the constructor creates a
+// message-only window.
 class Clipboard {
 public:
     Clipboard()
@@ -34,7 +34,7 @@ public:
     Clipboard(const Clipboard&) = delete;
     Clipboard& operator=(const Clipboard&) = delete;
 
-    // Removes the previous content in all formats; otherwise a program might paste one of them.
+    // Removes the previous content in all formats; otherwise a program might paste old content in another format.
     bool Clear() { return open_ && ::EmptyClipboard() != FALSE; }
 
     bool Add(UINT format, std::string_view bytes) {
@@ -63,8 +63,8 @@ bool ClipboardClear() {
     return Clipboard().Clear();
 }
 
-// Also adds the text in UTF-16. Otherwise, for programs that paste UTF-16, Windows would convert it with the code page
-// of the keyboard layout, which may differ from the system code page.
+// Also adds the text in UTF-16. Otherwise, for programs that paste UTF-16, Windows would convert the text with the code
+// page of the keyboard layout, which may differ from the system code page.
 bool ClipboardSet(const std::string& text, std::uint32_t format) {
     const std::u16string unicode = TextFromAnsi(text);
     Clipboard clipboard;

@@ -41,8 +41,7 @@ OwnedFont ControlFont(const Font& font, bool bold) {
     LOGFONTW logical = DialogFont();
     if (!font.face.empty()) {
         logical = {};
-        logical.lfHeight =
-            -PixelsFromTwips(font.height);  // negative: the character height without the internal leading
+        logical.lfHeight = -PixelsFromTwips(font.height);  // negative: the character height, without internal leading
         logical.lfCharSet = DEFAULT_CHARSET;
         std::copy_n(Wide(font.face), std::min<std::size_t>(font.face.size(), LF_FACESIZE - 1), logical.lfFaceName);
     }

@@ -16,7 +16,7 @@ using OwnedFont = Owned<HFONT, ::DeleteObject>;
 using OwnedBrush = Owned<HBRUSH, ::DeleteObject>;
 using OwnedIcon = Owned<HICON, ::DestroyIcon>;
 
-// Returns the icon with this number from the program's resources, or null if there is none.
+// Returns the icon with this resource ID, or null if the program has no such icon.
 OwnedIcon ProgramIcon(std::int32_t number);
 
 // Returns the font for the controls of a window.

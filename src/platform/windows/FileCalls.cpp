@@ -37,7 +37,7 @@ bool SetAccessControlList(HANDLE file, std::string& descriptor) {
     DWORD revision = 0;
     ::GetSecurityDescriptorControl(descriptor.data(), &control, &revision);
     if ((control & SE_DACL_AUTO_INHERITED) != 0) {
-        // Without this request, the system would clear SE_DACL_AUTO_INHERITED.
+        // If this flag weren't set, the system would clear SE_DACL_AUTO_INHERITED.
         ::SetSecurityDescriptorControl(descriptor.data(), SE_DACL_AUTO_INHERIT_REQ, SE_DACL_AUTO_INHERIT_REQ);
     }
     const HANDLE writable = ::ReOpenFile(file, WRITE_DAC, ShareAll, 0);

@@ -12,7 +12,7 @@ namespace platform::windows {
 std::string SystemFolder();
 
 // Removes the current directory from the DLL search order and, on Windows 10 version 1607 and later, moves the system
-// folder ahead of the program's folder. Otherwise leaves the search order alone, so that external components load as
+// folder ahead of the program's folder. Makes no other change to the search order, so that external components load as
 // they do in the suite.
 void ProtectLibrarySearch();
 

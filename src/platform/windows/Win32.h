@@ -27,7 +27,8 @@
 
 #include "platform/Handle.h"
 
-// Includes the Windows headers, for this folder only, and converts between their types and the portable ones.
+// Includes the Windows headers and converts between their types and the portable ones. In `src`, only code in this
+// folder may include this file.
 namespace platform::windows {
 
 // Even on 64-bit Windows, system handles have only 32 significant bits. The conversion sign-extends, which the

@@ -16,7 +16,7 @@ constexpr const wchar_t* ClassName = L"VTV4V";
 constexpr std::size_t FirstControl = 100;
 
 // Wider tooltips are wrapped.
-constexpr std::int32_t ToolTipWidth = 4500;  // twips
+constexpr std::int32_t ToolTipWidth = 4500;  // in twips
 
 constexpr DWORD FixedStyle = WS_OVERLAPPED | WS_CAPTION | WS_SYSMENU | WS_CLIPCHILDREN;
 constexpr DWORD SizableStyle = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN;
@@ -70,7 +70,7 @@ HWND Window::Create(const WindowDesign& design, WindowEvents events) {
     if (window != nullptr) {
         AllWindows().emplace(window.get(), std::make_shared<Window>(window.get(), design, std::move(events)));
     }
-    return window.release();  // now owned by the user, who may close it
+    return window.release();  // the user owns the window now and may close it
 }
 
 std::shared_ptr<Window> Window::Find(HWND window) {
@@ -115,7 +115,7 @@ HWND Window::CreateControl(const Control& control, std::size_t index) {
 }
 
 // Calls ShowWindow twice. The parent process's STARTUPINFO may override the first call in a process, so that the window
-// opens maximised or stays hidden. The second call always takes effect and gives a fixed window its own size.
+// opens maximised or stays hidden. The second call always takes effect and gives a non-resizable window its own size.
 void Window::ShowFirst() {
     const bool sizable = (::GetWindowLongW(window_, GWL_STYLE) & WS_THICKFRAME) != 0;
     const int command = sizable ? SW_SHOW : SW_SHOWNORMAL;

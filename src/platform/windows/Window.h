@@ -16,7 +16,7 @@ class Window {
 public:
     // Creates a window and returns its handle, or null on failure.
     static HWND Create(const WindowDesign& design, WindowEvents events);
-    // Returns null if the window was destroyed or isn't one of ours.
+    // Returns null if the window was destroyed or isn't a Window.
     static std::shared_ptr<Window> Find(HWND window);
 
     Window(HWND window, const WindowDesign& design, WindowEvents events);
@@ -37,7 +37,7 @@ private:
         ControlKind kind;
         HWND window;
         bool hasToolTip = false;
-        OwnedBrush background;  // null: default colours
+        OwnedBrush background;  // null for the default colours
         COLORREF textColour = 0;
     };
 

@@ -29,8 +29,8 @@ void DispatchToWindow(MSG& message) {
     windows::RethrowEventFailure();
 }
 
-// Returns the owner window, which a message box disables. If another program is active, this thread has no active
-// window, but the modal window must still be disabled.
+// Returns the window to use as a message box's owner, so that the box disables it. Falls back to the modal window if
+// another program is active, because this thread then has no active window.
 HWND MessageBoxOwner() {
     const HWND active = ::GetActiveWindow();
     return active != nullptr || !::IsWindowVisible(modalWindow) ? active : modalWindow;

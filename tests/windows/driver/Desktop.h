@@ -24,7 +24,7 @@ inline bool Eventually(const std::function<bool()>& condition) {
     return true;
 }
 
-// Waits long enough for an unwanted effect to show and returns `condition()` after that.
+// Waits long enough for an unwanted effect to show up, then returns `condition()`.
 inline bool StaysTrue(const std::function<bool()>& condition) {
     ::Sleep(700);
     return condition();

@@ -178,7 +178,7 @@ void CheckBox(const std::string& title, const std::string& text, const std::vect
     AnswerBox(box, answer);
 }
 
-// Checks the check window and closes it.
+// Verifies the contents of the check's window, then closes the window.
 void CheckReport(const Program& program, COLORREF background, COLORREF text, const std::string& status) {
     const HWND window = WaitForWindow(CheckTitle);
     const std::vector<HWND> labels = Children(window);
@@ -194,7 +194,7 @@ void CheckReport(const Program& program, COLORREF background, COLORREF text, con
     CHECK(ClipboardContent() == report);
     ::PostMessageA(window, WM_CLOSE, 0, 0);
     CHECK(program.ExitedCleanly());
-    CHECK(ClipboardContent() == report);  // still there after the program has exited
+    CHECK(ClipboardContent() == report);  // kept on the clipboard after the program has exited
 }
 
 }  // namespace

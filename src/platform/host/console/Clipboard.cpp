@@ -20,7 +20,7 @@ std::filesystem::path MachineClipboard() {
 }
 
 bool WriteClipboard(const std::string& bytes) {
-    std::error_code failure;  // ignored; the write below reports it
+    std::error_code failure;  // ignored; the write below reports any failure
     std::filesystem::create_directories(MachineClipboard().parent_path(), failure);
     return (std::ofstream(MachineClipboard(), std::ios::binary) << bytes << std::flush).good();
 }

@@ -19,8 +19,8 @@ struct DialogControl : Control {
 
 struct Dialog {
     std::u16string caption;
-    bool isBox;    // a message box, not a window
-    bool sizable;  // fills the terminal
+    bool isBox;    // true for a message box, false for a window
+    bool sizable;  // true if the dialog fills the terminal
     std::vector<DialogControl> controls;
 };
 

@@ -34,7 +34,7 @@ class LineView : public DialogView {
 public:
     explicit LineView(Dialog dialog) : dialog_(std::move(dialog)) {
         std::cout << "== " << DisplayText(dialog_.caption) << " ==\n";
-        std::multimap<std::int32_t, std::u16string> labels;  // by top position
+        std::multimap<std::int32_t, std::u16string> labels;  // keyed by top position
         for (const DialogControl& control : dialog_.controls) {
             if (control.kind == ControlKind::Label && control.visible) {
                 labels.emplace(control.bounds.top, control.caption);

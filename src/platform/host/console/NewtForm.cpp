@@ -33,7 +33,7 @@ std::string Padded(std::string line, int columns) {
     return line;
 }
 
-// Splits a text into lines, breaking at spaces.
+// Splits a string into lines, breaking at spaces.
 std::vector<std::string> Wrapped(const std::u16string& text, int columns) {
     std::string whole = DisplayText(text);
     int width = 0;
@@ -48,7 +48,7 @@ std::vector<std::string> Wrapped(const std::u16string& text, int columns) {
     return lines;
 }
 
-// Returns the number of the nearest of the eight terminal colours.
+// Returns the index of the nearest of the eight terminal colours.
 int ColourNumber(Colour colour) {
     const auto bright = [&](unsigned shift) { return (static_cast<unsigned>(colour) >> shift & 0xFFU) >= 0x80; };
     return (bright(0) ? 1 : 0) + (bright(8) ? 2 : 0) + (bright(16) ? 4 : 0);
@@ -88,7 +88,7 @@ NewtForm::~NewtForm() {
 
 NewtInput NewtForm::Run() {
     WatchScreenSize();
-    winsize screen{};  // may have been resized while newt wasn't watching
+    winsize screen{};  // the terminal may have been resized while newt wasn't watching
     if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &screen) == 0 && screen.ws_col != 0 &&
         (screen.ws_col != columns_ || screen.ws_row != rows_)) {
         return {NEWT_KEY_RESIZE};
@@ -104,7 +104,7 @@ NewtInput NewtForm::Run() {
     return {key, pressed};
 }
 
-// Waits for a key. Returns Enter if a button was pressed.
+// Waits for a key. Returns Enter if newt reports that a button was activated.
 int NewtForm::NextKey() const {
     // If a key follows Escape within half a second, newt puts that key back into the buffer, but doesn't read the
     // buffer until yet another key is pressed.
@@ -162,7 +162,7 @@ newtComponent NewtForm::CreateLabel(const DialogControl& label, int maxRows) {
 
 // Creates a scrolling list of the label's lines. Highlights the first failure and scrolls it to the middle.
 newtComponent NewtForm::CreateReport(const DialogControl& label, int maxRows) {
-    const int columns = columns_ - 4;  // without frame and margins
+    const int columns = columns_ - 4;  // text width without frame and margins
     char* const background = ColourName(ColourNumber(label.background.value_or(0)));
     char* const text = ColourName(ColourNumber(label.text.value_or(0)));
     newtSetColor(NEWT_COLORSET_LISTBOX, text, background);
@@ -255,7 +255,7 @@ void NewtForm::AddKeys() {
             newtFormAddHotKey(form_, key);
         }
     }
-    if (!buttons_.empty()) {  // otherwise the arrow keys scroll
+    if (!buttons_.empty()) {  // without buttons, the arrow keys scroll
         for (const int key : {NEWT_KEY_LEFT, NEWT_KEY_RIGHT, NEWT_KEY_UP, NEWT_KEY_DOWN}) {
             newtFormAddHotKey(form_, key);
         }

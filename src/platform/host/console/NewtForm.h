@@ -50,14 +50,14 @@ private:
     void ShowToolTip() const;
 
     const Dialog& dialog_;
-    const std::vector<std::size_t> buttons_;  // indexes of the controls, in tab order
-    int columns_ = 0;                         // of the screen
+    const std::vector<std::size_t> buttons_;  // the buttons' indexes among the controls, in tab order
+    int columns_ = 0;                         // screen width in characters
     int rows_ = 0;
-    bool roomy_ = false;    // the screen has room for buttons with borders
-    bool scrolls_ = false;  // a text is longer than its control
+    bool roomy_ = false;    // true if the screen has room for buttons with borders
+    bool scrolls_ = false;  // true if a label's text is longer than the label
     int toolTipRows_ = 0;
     newtComponent form_;
-    std::vector<newtComponent> controls_;  // null for a hidden control
+    std::vector<newtComponent> controls_;  // null entries for hidden controls
 };
 
 }  // namespace platform::host

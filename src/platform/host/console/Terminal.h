@@ -16,14 +16,14 @@ bool CanDraw();
 // Returns the outer size, in twips, of a window that fills the terminal, or nothing if windows can't be drawn.
 std::optional<Size> ScreenSize();
 
-// Starts and stops drawing. EndScreen restores the terminal; if a signal kills the process first, its handler does.
+// Starts and stops drawing. EndScreen restores the terminal; if a signal kills the process first, a handler does.
 void BeginScreen();
 void EndScreen();
 
 // Clears the screen and adopts the terminal's size.
 void ResizeScreen();
 
-// Makes SIGWINCH interrupt the next wait for a key. newt's mouse support resets that at the end of each wait.
+// Makes SIGWINCH interrupt the next wait for a key. newt's mouse support undoes this at the end of each wait.
 void WatchScreenSize();
 
 // Hands the terminal to another program for as long as the object exists. Meanwhile ignores SIGINT and SIGQUIT, which

@@ -19,14 +19,14 @@ using host::UserAction;
 
 struct HostWindow {
     Dialog dialog;
-    Size outer;  // in twips; frames take no space
+    Size outer;  // outer size in twips; frames take no space
     WindowEvents events;
     bool visible = false;
 };
 
 std::map<Handle, HostWindow> windows;
 Handle lastWindow = GetDesktopWindow();
-Handle activeWindow = 0;  // may be hidden or destroyed
+Handle activeWindow = 0;  // the last activated window; may be hidden or destroyed
 
 HostWindow* FindWindow(Handle window) {
     const auto found = windows.find(window);
@@ -38,14 +38,14 @@ bool IsVisible(Handle window) {
     return found != nullptr && found->visible;
 }
 
-// Returns a dummy control if there is none with this index.
+// Returns a dummy control if no control has this index.
 DialogControl& ControlOf(Handle window, std::size_t control) {
     static DialogControl missing;
     HostWindow* const found = FindWindow(window);
     return found == nullptr || control >= found->dialog.controls.size() ? missing : found->dialog.controls[control];
 }
 
-// Takes the handler by value, because the call may destroy the window that owns it.
+// Takes the handler by value, because the call may destroy the window that owns the handler.
 template <typename Handler, typename... Arguments>
 void InvokeHandler(Handler handler, Arguments... arguments) {
     if (handler) {
@@ -83,7 +83,7 @@ void Activate(Handle window) {
 constexpr std::uint32_t ButtonsMask = 0x0F;
 constexpr std::uint32_t IconMask = 0xF0;
 
-using BoxButtons = std::vector<std::pair<const char16_t*, std::int32_t>>;  // captions and answers
+using BoxButtons = std::vector<std::pair<const char16_t*, std::int32_t>>;  // each button's caption and answer
 
 // Icons are drawn as coloured words.
 const std::map<std::uint32_t, DialogControl> Icons = {

@@ -19,8 +19,8 @@
 namespace platform::host {
 
 struct ResolvedPath {
-    Status status;          // StatusFileNotFound if only the last name is missing
-    std::string path = {};  // on the host; if only the last name is missing, the path for a new file
+    Status status;          // StatusFileNotFound if only the last component doesn't exist
+    std::string path = {};  // host path; if only the last component doesn't exist, the path at which to create it
     mode_t mode = 0;
     std::time_t modified = 0;  // last modification time
 

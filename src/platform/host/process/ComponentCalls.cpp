@@ -46,7 +46,7 @@ Status CreateObject(const std::u16string& progId, ObjectReference& object) {
     if (!IsFile(server)) {
         return ServerNotFound;
     }
-    object = 1;  // a dummy
+    object = 1;  // a dummy reference
     return StatusSuccess;
 }
 

@@ -31,8 +31,8 @@ constexpr std::int32_t ShellStarted = 33;
 constexpr std::int32_t ShellBadFormat = 11;      // ERROR_BAD_FORMAT: the program file can't be run
 constexpr std::int32_t ShellNoAssociation = 31;  // SE_ERR_NOASSOC
 
-// Splits a command line at spaces and tabs outside double quotes, which are removed. An unclosed quote extends to the
-// end of the line. No other character is special.
+// Splits a command line at spaces and tabs outside double quotes, and removes the quotes. An unclosed quote extends to
+// the end of the line. No other character is special.
 std::vector<std::string> SplitCommandLine(const std::string& commandLine) {
     std::vector<std::string> arguments;
     bool isQuoted = false;
@@ -52,7 +52,7 @@ std::vector<std::string> SplitCommandLine(const std::string& commandLine) {
     return arguments;
 }
 
-// Looks up a bare program name in the absolute directories of the host's PATH. Returns "" if it isn't found.
+// Looks up a bare program name in the absolute directories of the host's PATH. Returns "" if the program isn't found.
 std::string FindInHostPath(const std::string& name) {
     std::istringstream folders(host::ProcessVariable("PATH"));
     for (std::string folder; std::getline(folders, folder, ':');) {
@@ -94,7 +94,7 @@ host::ProgramStart ProgramOf(const std::string& command, const std::string& docu
     return program;
 }
 
-// Removes the quotes around a path and undoubles those inside it.
+// Removes the quotes around a path and replaces doubled quotes inside the path with single ones.
 std::string Unquote(const std::string& quoted) {
     std::string path;
     bool isEscaped = false;

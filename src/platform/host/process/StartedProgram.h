@@ -8,8 +8,8 @@
 namespace platform::host {
 
 struct ProgramStart {
-    std::vector<std::string> arguments;  // the first is the program's host path, empty if it wasn't found
-    std::string directory = {};          // the working directory; if empty, that of this process
+    std::vector<std::string> arguments;  // the first is the program's host path, empty if the program wasn't found
+    std::string directory = {};          // the working directory; if empty, this process's
 };
 
 // Starts a program that doesn't use the terminal. The program reads from /dev/null and gets its own process group, so

@@ -54,7 +54,7 @@ constexpr const char* InsertValue =
     " ON CONFLICT (key, folded) DO UPDATE SET type = excluded.type, data = excluded.data";
 constexpr const char* DeleteValue = "DELETE FROM value WHERE key = ? AND folded = ?";
 
-RegistryFailure latestFailure;  // of the latest failed call, for StatusText
+RegistryFailure latestFailure;  // status and description of the last failed call, for StatusText
 
 // Returns the key's file in the current machine folder.
 host::RegistryFile& FileOf(const OpenKey& key) {
@@ -99,7 +99,7 @@ Levels LevelsFrom(const std::string& path) {
     return levels;
 }
 
-// Returns the key of a handle, or null if the handle is invalid. The key may have been deleted.
+// Returns the key that a handle refers to, or null if the handle is invalid. The key may have been deleted.
 const OpenKey* FindOpenKey(Handle handle) {
     constexpr std::int32_t allRights = -1;
     static const std::map<Handle, OpenKey> roots = {
@@ -111,7 +111,7 @@ const OpenKey* FindOpenKey(Handle handle) {
     return root == roots.end() ? host::HandleFindAs<OpenKey>(handle) : &root->second;
 }
 
-// Returns the key of a handle. Throws 6 if the handle is invalid, 5 if it lacks one of `rights`.
+// Returns the key that a handle refers to. Throws 6 if the handle is invalid, 5 if it lacks one of `rights`.
 OpenKey KeyOf(Handle handle, std::int32_t rights) {
     const OpenKey* const key = FindOpenKey(handle);
     RefuseUnless(key != nullptr, StatusInvalidHandle);
@@ -158,7 +158,7 @@ OpenKey FindExistingKey(Handle handle, const std::string& path) {
     return key;
 }
 
-// Creates all missing levels below `start` in one transaction and returns the last one.
+// Creates all missing levels below `start` in one transaction and returns the last level.
 OpenKey CreateKey(OpenKey start, const Levels& levels) {
     RefuseUnless(std::ranges::all_of(levels, [](const auto& level) { return level.size() <= LongestKeyName; }),
                  StatusInvalidParameter);
@@ -186,8 +186,8 @@ Handle OpenHandle(const OpenKey& key, std::int32_t access) {
     return host::HandleAdd(OpenKey{key.isUsers, key.key, access});
 }
 
-// Binds the data of a value. Stores 32-bit numbers as integers and strings as text without their terminator, so that
-// SQLite's own shell can show them, and any other data as a blob.
+// Binds a value's data: 32-bit numbers as integers, strings as text without their terminator, and other data as blobs.
+// SQLite's own shell can therefore show numbers and strings.
 void BindData(Query& query, int parameter, std::uint32_t type, const std::string& bytes) {
     const bool isText = type == RegSz || type == RegExpandSz;
     if (isText && !bytes.empty() && bytes.find('\0') == bytes.size() - 1) {
@@ -256,7 +256,7 @@ Status RegDeleteKeyA(Handle key, const std::string& subKey) {
         const OpenKey found = FindExistingKey(key, subKey);
         Database& database = FileOf(found).ForWriting();
         if (found.key <= host::ClassesKey || Query(database, DeleteKeyWithoutSubKeys, found.key)->exec() == 0) {
-            FindExistingKey(key, subKey);  // throws 2 if another process deleted it
+            FindExistingKey(key, subKey);  // throws 2 if another process deleted the key
             throw RegistryFailure{StatusAccessDenied};
         }
     });

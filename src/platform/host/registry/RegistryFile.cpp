@@ -108,7 +108,7 @@ Database& RegistryFile::ForWriting() {
 
 void RegistryFile::RequireWritable() {
     ForReading();
-    const bool isMissing = opened_.st_ino == 0;  // creating it may still fail
+    const bool isMissing = opened_.st_ino == 0;  // creating the file may still fail
     if (!isMissing && !writable_) {
         throw Failure(StatusAccessDenied);
     }
@@ -118,7 +118,7 @@ RegistryFailure RegistryFile::FailureFrom(const SQLite::Exception& exception) {
     static const std::map<int, Status> statuses = {{SQLITE_BUSY, StatusBusy},
                                                    {SQLITE_NOTADB, StatusDatabaseDamaged},
                                                    {SQLITE_CORRUPT, StatusDatabaseDamaged},
-                                                   {SQLITE_ERROR, StatusDatabaseDamaged},  // contains other tables
+                                                   {SQLITE_ERROR, StatusDatabaseDamaged},  // file has other tables
                                                    {SQLITE_FULL, StatusDiskFull},
                                                    {SQLITE_READONLY, StatusAccessDenied},
                                                    {SQLITE_CANTOPEN, StatusAccessDenied}};
@@ -165,9 +165,9 @@ int RegistryFile::BusyMilliseconds() const {
     return lastBusy_ && std::chrono::steady_clock::now() - *lastBusy_ < pause ? 0 : longestWait;
 }
 
-// Opens a database with a rollback journal that is truncated after each change. Reading therefore needs neither another
-// file nor the right to create one. Changes survive a killed process, but not a power failure. If the file has no
-// tables yet, creates them in one transaction, because two processes may do so at once.
+// Opens a database in truncate journal mode, so that (unlike with WAL) readers need no second file and no permission to
+// create one. Changes survive if the process is killed, but not a power failure. If the file has no tables yet, creates
+// them in one transaction, because two processes may do so at once.
 Database RegistryFile::Open(const std::string& path, int flags) const {
     Database database(path, flags | SQLite::OPEN_NOMUTEX, BusyMilliseconds());
     database.exec("PRAGMA journal_mode = TRUNCATE; PRAGMA synchronous = OFF");

@@ -33,7 +33,7 @@ public:
 
     // Returns the database in its current state. Reopens the file if it was replaced or its mode has changed.
     Database& ForReading();
-    // Returns the same database, after creating the file if it is missing. Throws status 5 if the file is read-only.
+    // Like ForReading, but creates the file if it is missing. Throws status 5 if the file is read-only.
     Database& ForWriting();
     // Throws status 5 if the file's owner write bit is off or this process can't write to the file.
     void RequireWritable();

@@ -4,7 +4,7 @@
 
 using namespace platform;
 
-TEST_CASE("A window prints its content, and an input line clicks a button by its caption or number") {
+TEST_CASE("A window prints its content; an input line clicks a button by caption or number") {
     const LineRun run("qu\x1Btsch\n?\n  LÖSCHEN \r\nlo\u0308schen\n2\n0\n01\n1 2\nLösch\n\n\xFF\nX\n1\n");
     WindowDesign design{u"Ein Fenster", {3040, 1320}, false, 1, {}};
     design.controls = {{ControlKind::Button, u"Löschen", {1520, 220, 1335, 375}},

@@ -74,7 +74,7 @@ TEST_CASE("A started process can be waited for and keeps running after a timeout
     CHECK(platform::WaitForSingleObject(handle, platform::WaitInfinite) == platform::WaitFailed);
 }
 
-TEST_CASE("An uninstallation waits for MsiExec and then reads the registry again") {
+TEST_CASE("Uninstalling waits for MsiExec and then rereads the registry") {
     const TestMachine machine;
     ProductEntries products;
     Installer installer;

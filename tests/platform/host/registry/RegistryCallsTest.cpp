@@ -33,7 +33,7 @@ TEST_CASE("HKEY_CLASSES_ROOT and HKEY_USERS show keys of the other roots") {
     CHECK(Create(KeyUsers, "another") == StatusAccessDenied);
 }
 
-TEST_CASE("Calls check access rights before the key, and handles stay valid until closed") {
+TEST_CASE("Calls check rights before the key's existence; handles stay valid until closed") {
     const TestMachine machine;
     REQUIRE(Create(KeyLocalMachine, "k") == StatusSuccess);
     const Handle reading = Opened(KeyQueryValue);

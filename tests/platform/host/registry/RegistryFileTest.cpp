@@ -46,7 +46,7 @@ std::string Shell(const std::string& file, const std::string& statement) {
 
 }  // namespace
 
-TEST_CASE("Reading an empty machine creates no file, and an incomplete file is completed") {
+TEST_CASE("Reading creates no registry file; missing tables in an existing file are created") {
     const TestMachine machine;
     CHECK(Open("Software\\Classes", KeyQueryValue | KeySetValue) == StatusSuccess);
     CHECK(RegDeleteKeyA(KeyLocalMachine, "Software\\Other") == StatusFileNotFound);
