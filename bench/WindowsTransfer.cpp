@@ -1,5 +1,5 @@
-// Runs an operation of the main window, without the window, for timing. The argument is "import", "export" or "bare",
-// which makes only the system calls of an import, for the "name=number" lines of the control file.
+// Runs an operation of the main window, without the window, for timing. The argument is "import", "export" or "bare";
+// "bare" makes only the system calls that an import makes for the control file's "name=number" lines.
 
 #include <windows.h>
 

@@ -11,7 +11,7 @@
 class ControlFileCheck {
 public:
     // Reads the whole file. Raises an error if the file can't be read, contains no product section, or can't be
-    // imported; if a line is the cause, the description names it. Findings up to the error remain available.
+    // imported; if a line is the cause, the description names the line. Findings up to the error remain available.
     void Read(const Text& path);
 
     // The tables after an import.

@@ -19,9 +19,8 @@ enum class Seam : std::size_t {
 #undef SEAM_NAME
 };
 
-// Makes a call fail with `result` and do nothing, with two exceptions: a failing close still closes, and a failing
-// write writes half of its data. A failing call that returns bytes returns none; a failing call that returns text
-// returns two lines.
+// Makes a call do nothing and fail with `result`. However, a failing close still closes, and a failing write writes
+// half of its data. A failing call that returns bytes returns none; a failing call that returns text returns two lines.
 struct SeamFault {
     Seam call = Seam::Count;  // by default, no fault
     int occurrence = 0;       // 1 is the first call since SeamStart
@@ -50,5 +49,5 @@ std::string SeamStarted();
 platform::Handle SeamWindow();
 platform::WindowEvents SeamEvents();
 
-// Returns the results with which a call can fail, each with the description at the end of the resulting message.
+// Returns the results with which a call can fail. Each maps to the description that ends the resulting message.
 std::map<std::int64_t, Text> FailuresOf(Seam call);

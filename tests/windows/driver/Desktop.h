@@ -96,9 +96,9 @@ inline HWND WaitForBox() {
 
 constexpr int CloseBox = 0;
 
-// Answers a box with one of its buttons (IDYES etc.) or CloseBox, and waits until it has closed. Posts the button's
-// notification instead of a click, which a box in the background would miss or, once the program has ended, another
-// window could receive.
+// Answers a box with one of its buttons (IDYES etc.) or CloseBox, and waits until the box has closed. Posts the
+// button's notification instead of a click: a box in the background would miss a click, and once the program has ended,
+// another window could receive it.
 inline void AnswerBox(HWND box, int button) {
     ::PostMessageA(box, button == CloseBox ? WM_CLOSE : WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
                    reinterpret_cast<LPARAM>(::GetDlgItem(box, button)));

@@ -51,7 +51,7 @@ public:
 std::unique_ptr<DialogView> ShowDialog(const Dialog& dialog);
 
 // Prints the dialog to standard output and reads the actions as lines from standard input: a button's caption or
-// number, "?" for the tooltips if there are any, or "x" to close the dialog. The end of input closes it too.
+// number, "?" for the tooltips if there are any, or "x" to close the dialog. The end of input closes the dialog too.
 std::unique_ptr<DialogView> PrintDialog(const Dialog& dialog);
 
 // Returns the text in UTF-8, with LF between lines and other control characters replaced by spaces.

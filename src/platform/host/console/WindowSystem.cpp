@@ -166,7 +166,7 @@ Handle GetDesktopWindow() {
     return 0x10010;
 }
 
-// Nothing is drawn between events anyway.
+// Does nothing, because nothing is drawn between events.
 bool LockWindowUpdate(Handle /*window*/) {
     return true;
 }

@@ -1,6 +1,6 @@
-// Components on the host machine. Their code never runs. An object can be created if the machine's registry maps its
-// ProgID to a file on the machine's drive. The file "components" in the machine folder lists the functions of all
-// libraries with their decimal results, one per line. Names are case-insensitive:
+// Components on the host machine. The components' code never runs. An object can be created if the machine's registry
+// maps its ProgID to a file on the machine's drive. The file "components" in the machine folder lists the functions of
+// all libraries with their decimal results, one per line. Names are case-insensitive:
 //
 //     sevDTA30.dll!sevDTA_Init=0
 
