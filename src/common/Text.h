@@ -17,7 +17,7 @@ Text DecimalText(std::int32_t number);
 // Returns the number as 8 uppercase hexadecimal digits.
 Text HexText(std::uint32_t number);
 
-// Removes spaces (only U+0020), or all of `characters`, from both ends.
+// Strips spaces (only U+0020), or any of `characters` if given, from both ends.
 Text Trim(const Text& text, TextView characters = u" ");
 
 // Splits a string at each `separator`. Returns no pieces for an empty string.

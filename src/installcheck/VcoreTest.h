@@ -14,7 +14,7 @@ public:
     VcoreTest();
 
     // Runs the check and returns true if it passed. If it failed and `withErrMsg` is true, beeps and shows frmVCoreTest
-    // until the user closes it. The window repeats the check, which doesn't change the result of Ok.
+    // until the user closes it. The window repeats the check; the result of Ok stays that of the first run.
     bool Ok(bool withErrMsg = false);
 
     // Returns the report, or an empty string before the first run. A later run replaces rows of the same name.

@@ -21,7 +21,7 @@ Text UnreadableEntryWarning(const CheckedTable& table, const Text& label);
 // The findings of a run.
 class Report {
 public:
-    // Prints each finding after `subject`. `skippedCount` of the findings are skipped items; the others are warnings.
+    // Prints each finding, prefixed with `subject`. `skippedCount` of them are skipped items; the rest are warnings.
     void AddFindings(const std::vector<Text>& findings, std::int32_t skippedCount = 0, const Text& subject = {});
 
     // Prints the summary line that ends every run: the number of entries in `tables`, the number of findings, and then

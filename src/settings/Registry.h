@@ -60,7 +60,7 @@ public:
     // Like the SubKey functions above, but for values. A step raises 234 if the value has more than 255 bytes of data.
     void ValueNameFirst();
     void ValueNameNext();
-    // Deletes a value. Describes a failure like SubKeyDelete.
+    // Deletes a value. Describes failures in the same way as SubKeyDelete.
     void ValueNameDelete(const Text& name);
 
     // Returns the value's string or number, or Null for any other stored type. Raises 2 if the value is missing, 234 if

@@ -163,7 +163,7 @@ TEST_CASE("A full disk, a denied deletion and a failed load have the expected ef
     CHECK(SeamStarted() == "true|2");
 }
 
-TEST_CASE("Clicks and closes during an import neither interrupt nor start an operation") {
+TEST_CASE("Clicking or closing during an import neither interrupts it nor starts another") {
     // If a second click brought up the confirmation prompt, this input would answer Yes.
     const std::string input = "Importieren\nJa\nJa\nOK\nOK\nFertig\n";
     FaultMachine machine;

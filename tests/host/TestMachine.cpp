@@ -12,7 +12,7 @@
 
 namespace fs = std::filesystem;
 
-// Empties standard input, so that programs started by a test case don't wait for input.
+// Redirects standard input to an empty stream, so that programs started by a test case don't wait for input.
 void TestMachine::SetUp() {
     std::string folder = (fs::temp_directory_path() / "vtv4v-test-XXXXXX").native();
     if (std::freopen("/dev/null", "r", stdin) == nullptr || mkdtemp(folder.data()) == nullptr) {

@@ -172,7 +172,7 @@ TEST_CASE_FIXTURE(CheckFixture, "The tables are written as a .reg file and as Gr
     CHECK(RaisedBy([&] { PreferencesFileBytes(earlier, EmptyTables(), u""); }).number == 0);
 }
 
-TEST_CASE_FIXTURE(TestMachine, "A target is written completely or not at all, and never over a control file") {
+TEST_CASE_FIXTURE(TestMachine, "A target file is written completely or not at all, and is never a control file") {
     const Text file = platform::TextFromAnsi(OnDisk(ControlFile()).string());
     const Text folder = file.substr(0, file.size() - 9);
     const Text target = file + u".reg";

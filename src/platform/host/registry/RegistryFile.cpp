@@ -166,7 +166,7 @@ int RegistryFile::BusyMilliseconds() const {
 }
 
 // Opens a database in truncate journal mode, so that (unlike with WAL) readers need no second file and no permission to
-// create one. Changes survive if the process is killed, but not a power failure. If the file has no tables yet, creates
+// create one. Changes survive a killed process, but not a power failure. If the file has no tables yet, creates
 // them in one transaction, because two processes may do so at once.
 Database RegistryFile::Open(const std::string& path, int flags) const {
     Database database(path, flags | SQLite::OPEN_NOMUTEX, BusyMilliseconds());
