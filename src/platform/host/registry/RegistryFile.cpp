@@ -160,7 +160,7 @@ struct stat RegistryFile::FileStatus() const {
 // Returns how long a call waits for another process's lock, which normally lasts milliseconds. For a while after a
 // timeout, calls don't wait, so that a locked file doesn't delay one operation again and again.
 int RegistryFile::BusyMilliseconds() const {
-    constexpr int longestWait = 1400;
+    constexpr int longestWait = 1100;
     constexpr std::chrono::seconds pause(10);
     return lastBusy_ && std::chrono::steady_clock::now() - *lastBusy_ < pause ? 0 : longestWait;
 }
