@@ -5,6 +5,7 @@
 #include "TestMachine.h"
 #include "platform/ComponentCalls.h"
 #include "platform/Process.h"
+#include "platform/Regional.h"
 #include "platform/ShellCalls.h"
 #include "platform/windows/SystemFolder.h"
 
@@ -12,7 +13,8 @@ using platform::windows::Owned;
 
 TEST_CASE_FIXTURE(TestMachine, "Bare program and library names resolve only to the system folder") {
     // Started without its option, the program exits with 0.
-    const std::filesystem::path program = std::filesystem::path(platform::ProgramFolder()).parent_path() / "vtv4v.exe";
+    const std::filesystem::path folder = platform::TextFromAnsi(platform::ProgramFolder());
+    const std::filesystem::path program = folder.parent_path() / "vtv4v.exe";
     const std::filesystem::path earlier = std::filesystem::current_path();
     std::filesystem::current_path(std::filesystem::path(ControlFile()).parent_path());
     std::filesystem::copy_file(program, "MsiExec.exe");
