@@ -30,7 +30,6 @@ inline constexpr std::uint32_t RegSz = 1;
 inline constexpr std::uint32_t RegExpandSz = 2;
 inline constexpr std::uint32_t RegBinary = 3;
 inline constexpr std::uint32_t RegDword = 4;
-inline constexpr std::uint32_t RegMultiSz = 7;
 
 // Opens `subKey` below `key` with the rights in `access`. If `subKey` is empty, opens `key` itself. On failure sets
 // `opened` to 0 and returns 2 if the key is missing, 5 if access is denied, 6 if `key` isn't a valid handle.
