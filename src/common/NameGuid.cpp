@@ -16,14 +16,10 @@ constexpr std::size_t BlockSize = 64;
 // The round function and round constant (FIPS 180-4, 4.1.1 and 4.2.1).
 std::uint32_t RoundFunction(std::size_t round, std::uint32_t b, std::uint32_t c, std::uint32_t d) {
     switch (round / 20) {
-        case 0:
-            return ((b & c) | (~b & d)) + 0x5A827999;
-        case 1:
-            return (b ^ c ^ d) + 0x6ED9EBA1;
-        case 2:
-            return ((b & c) | (b & d) | (c & d)) + 0x8F1BBCDC;
-        default:
-            return (b ^ c ^ d) + 0xCA62C1D6;
+        case 0: return ((b & c) | (~b & d)) + 0x5A827999;
+        case 1: return (b ^ c ^ d) + 0x6ED9EBA1;
+        case 2: return ((b & c) | (b & d) | (c & d)) + 0x8F1BBCDC;
+        default: return (b ^ c ^ d) + 0xCA62C1D6;
     }
 }
 

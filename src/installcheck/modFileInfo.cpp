@@ -42,22 +42,14 @@ FixedInfo FixedInfoGet(const std::string& path) {
 
 Text TypeText(std::uint32_t type) {
     switch (type) {
-        case 0:
-            return u"Unbekannt";
-        case 1:
-            return u"Anwendung";
-        case 2:
-            return u"Dynamic Link Library (DLL)";
-        case 3:
-            return u"Geräte Trieber";
-        case 4:
-            return u"Schriftart";
-        case 5:
-            return u"Virtueller Geräte Treiber";
-        case 7:
-            return u"Static Library";
-        default:
-            return {};
+        case 0: return u"Unbekannt";
+        case 1: return u"Anwendung";
+        case 2: return u"Dynamic Link Library (DLL)";
+        case 3: return u"Geräte Trieber";
+        case 4: return u"Schriftart";
+        case 5: return u"Virtueller Geräte Treiber";
+        case 7: return u"Static Library";
+        default: return {};
     }
 }
 

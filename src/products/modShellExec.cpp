@@ -49,31 +49,18 @@ Text ShellErrorText(std::int32_t code) {
         return {};
     }
     switch (code) {
-        case 2:
-            return u"File not found";
-        case 3:
-            return u"Path not found";
-        case 5:
-            return u"Access denied";
-        case 8:
-            return u"Out of memory";
-        case 11:
-            return u"Invalid EXE file or error in EXE image";
-        case 26:
-            return u"A sharing violation occurred";
-        case 27:
-            return u"Incomplete or invalid file association";
-        case 28:
-            return u"DDE Time out";
-        case 29:
-            return u"DDE transaction failed";
-        case 30:
-            return u"DDE busy";
-        case 31:
-            return u"No association for file extension";
-        case 32:
-            return u"DLL not found";
-        default:
-            return u"Unknown error";
+        case 2: return u"File not found";
+        case 3: return u"Path not found";
+        case 5: return u"Access denied";
+        case 8: return u"Out of memory";
+        case 11: return u"Invalid EXE file or error in EXE image";
+        case 26: return u"A sharing violation occurred";
+        case 27: return u"Incomplete or invalid file association";
+        case 28: return u"DDE Time out";
+        case 29: return u"DDE transaction failed";
+        case 30: return u"DDE busy";
+        case 31: return u"No association for file extension";
+        case 32: return u"DLL not found";
+        default: return u"Unknown error";
     }
 }

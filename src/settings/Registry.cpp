@@ -198,10 +198,8 @@ Variant Registry::Value(const Text& name) {
         case platform::RegExpandSz:
             // The last byte is the terminator; a value stored without a terminator loses its last character.
             return BufferText(buffer, size == 0 ? 0 : size - 1);
-        case platform::RegDword:
-            return StoredNumber(buffer);
-        default:
-            return Null{};
+        case platform::RegDword: return StoredNumber(buffer);
+        default: return Null{};
     }
 }
 

@@ -36,12 +36,10 @@ EntryEffect EffectOf(std::int32_t startVersion, bool localMachine, std::int32_t 
         case Lawyer:
         case Classic:
         case Client:
-        case NotInstalled:
-            return EntryEffect::StartVersionForbids;
+        case NotInstalled: return EntryEffect::StartVersionForbids;
         case Full:
             // Only an administrator can write to the local-machine store, so only that store can force Full.
             return forced == Full && !localMachine ? EntryEffect::FullNeedsLocalMachine : EntryEffect::Applies;
-        default:
-            return forced == Demo ? EntryEffect::Applies : EntryEffect::StartVersionForbids;
+        default: return forced == Demo ? EntryEffect::Applies : EntryEffect::StartVersionForbids;
     }
 }

@@ -174,20 +174,14 @@ std::map<std::int64_t, Text> FailuresOf(Seam call) {
                 {1117, u"Ein-/Ausgabefehler beim Gerät"}};
     }
     switch (call) {
-        case Seam::ShellExecuteA:
-            return {{0, u"Unknown error"}, {3, u"Path not found"}, {32, u"DLL not found"}};
-        case Seam::WindowCreate:
-            return {{0, u"Nicht genügend Speicher"}, {Thrown, u"thrown"}};
+        case Seam::ShellExecuteA: return {{0, u"Unknown error"}, {3, u"Path not found"}, {32, u"DLL not found"}};
+        case Seam::WindowCreate: return {{0, u"Nicht genügend Speicher"}, {Thrown, u"thrown"}};
         case Seam::RegCloseKey:
         case Seam::CloseHandle:
         case Seam::CreateObject:
-        case Seam::CallTextFunction:
-            return {{platform::StatusInvalidHandle, {}}};
-        case Seam::MessageBoxW:
-            return {{platform::AnswerCancel, {}}, {platform::AnswerNo, {}}};
-        case Seam::DoEvents:
-            return {};
-        default:
-            return {{0, {}}};
+        case Seam::CallTextFunction: return {{platform::StatusInvalidHandle, {}}};
+        case Seam::MessageBoxW: return {{platform::AnswerCancel, {}}, {platform::AnswerNo, {}}};
+        case Seam::DoEvents: return {};
+        default: return {{0, {}}};
     }
 }

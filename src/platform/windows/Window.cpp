@@ -180,26 +180,21 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             }
             return result;
         }
-        case WM_SETFOCUS:
-            RestoreFocus();
-            return 0;
+        case WM_SETFOCUS: RestoreFocus(); return 0;
         case WM_SIZE:
             if (wParam != SIZE_MINIMIZED && events_.resized) {
                 InvokeHandler(events_.resized);
             }
             return 0;
-        case WM_COMMAND:
-            return HandleCommand(wParam);
+        case WM_COMMAND: return HandleCommand(wParam);
         case WM_CLOSE:
             closePending_ = inClickHandler_;
             if (closePending_) {
                 return 0;
             }
             break;
-        case WM_QUERYENDSESSION:
-            return shutdownBlocked_ ? FALSE : TRUE;
-        case WM_CTLCOLORSTATIC:
-            return LabelColour(wParam, lParam);
+        case WM_QUERYENDSESSION: return shutdownBlocked_ ? FALSE : TRUE;
+        case WM_CTLCOLORSTATIC: return LabelColour(wParam, lParam);
         case DM_GETDEFID:
             // Makes Enter press the focused button, as Space does. The window itself has no default button.
             return MAKELRESULT(::GetDlgCtrlID(focused_), focused_ != nullptr ? DC_HASDEFID : 0);
@@ -213,8 +208,7 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             AllWindows().erase(window_);
             WakeModalLoop();
             break;
-        default:
-            break;
+        default: break;
     }
     return ::DefWindowProcW(window_, message, wParam, lParam);
 }

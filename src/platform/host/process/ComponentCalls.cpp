@@ -70,14 +70,10 @@ Status CallTextFunction(const std::string& libraryPath, const std::string& funct
 
 std::u16string StatusText(Status status) {
     switch (status) {
-        case InvalidClassString:
-            return u"Ungültige Klassenzeichenfolge";
-        case ClassNotRegistered:
-            return u"Klasse nicht registriert";
-        case ServerNotFound:
-            return u"Das angegebene Modul wurde nicht gefunden.";
-        default:
-            return host::RegistryStatusText(status);
+        case InvalidClassString: return u"Ungültige Klassenzeichenfolge";
+        case ClassNotRegistered: return u"Klasse nicht registriert";
+        case ServerNotFound: return u"Das angegebene Modul wurde nicht gefunden.";
+        default: return host::RegistryStatusText(status);
     }
 }
 
