@@ -8,7 +8,7 @@
 #include "common/Error.h"
 #include "common/Text.h"
 #include "platform/Process.h"
-#include "platform/ScopedValue.h"
+#include "platform/ScopeExit.h"
 #include "platform/WindowSystem.h"
 #include "version/modVTV4Version.h"
 
@@ -17,22 +17,10 @@ namespace {
 constexpr char16_t ShutdownBlockReason[] =
     u"Die Versions-Einstellungen oder die Steuerungs-Datei werden gerade geschrieben.";
 
-// Keeps Windows from ending the session in the middle of an operation.
-class ShutdownBlock {
-public:
-    explicit ShutdownBlock(platform::Handle window) : window_(window) {
-        platform::ShutdownBlockReasonCreate(window, ShutdownBlockReason);
-    }
-    ~ShutdownBlock() { platform::ShutdownBlockReasonDestroy(window_); }
-    ShutdownBlock(const ShutdownBlock&) = delete;
-    ShutdownBlock& operator=(const ShutdownBlock&) = delete;
-
-private:
-    platform::Handle window_;
-};
-
+// Runs an operation. Keeps Windows from ending the session in the middle of it.
 void RunOperation(platform::Handle window, void (*operation)()) {
-    const ShutdownBlock block(window);
+    platform::ShutdownBlockReasonCreate(window, ShutdownBlockReason);
+    const platform::ScopeExit unblock([&] { platform::ShutdownBlockReasonDestroy(window); });
     operation();
 }
 
@@ -182,7 +170,8 @@ void frmVTV4V::Unload() {
 // ShowInTaskBar hides and shows the window, which triggers another activation event.
 void frmVTV4V::Activated() {
     if (!enteringTaskBar_) {
-        const platform::ScopedValue entering(enteringTaskBar_, true);
+        enteringTaskBar_ = true;
+        const platform::ScopeExit entered([this] { enteringTaskBar_ = false; });
         ShowInTaskBar(window_, true);
     }
 }
@@ -190,7 +179,8 @@ void frmVTV4V::Activated() {
 // Operations process pending messages, so a click can arrive while another button's operation is running.
 void frmVTV4V::Clicked(std::size_t button) {
     if (!operationRunning_) {
-        const platform::ScopedValue running(operationRunning_, true);
+        operationRunning_ = true;
+        const platform::ScopeExit ended([this] { operationRunning_ = false; });
         Buttons[button].clicked(window_);
     }
 }

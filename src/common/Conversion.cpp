@@ -6,19 +6,6 @@
 #include "common/Error.h"
 #include "platform/Regional.h"
 
-namespace {
-
-std::int32_t LongFromText(const Text& text) {
-    std::int32_t number = 0;
-    const platform::Status status = platform::VarI4FromStr(text, number);
-    if (status != platform::StatusSuccess) {
-        Raise(status == platform::DispOverflow ? RuntimeError::Overflow : RuntimeError::TypeMismatch);
-    }
-    return number;
-}
-
-}  // namespace
-
 std::optional<std::int32_t> IntegerValue(const Variant& value) {
     if (const auto* const byte = std::get_if<std::uint8_t>(&value)) {
         return *byte;
@@ -42,7 +29,12 @@ bool IsNumeric(const Variant& value) {
 
 std::int32_t LongFrom(const Variant& value) {
     if (const Text* const text = std::get_if<Text>(&value)) {
-        return LongFromText(*text);
+        std::int32_t number = 0;
+        const platform::Status status = platform::VarI4FromStr(*text, number);
+        if (status != platform::StatusSuccess) {
+            Raise(status == platform::DispOverflow ? RuntimeError::Overflow : RuntimeError::TypeMismatch);
+        }
+        return number;
     }
     const std::optional<std::int32_t> number = IntegerValue(value);
     if (!number) {

@@ -11,7 +11,12 @@ public:
     OwnedHandle& operator=(const OwnedHandle&) = delete;
 
     [[nodiscard]] platform::Handle Get() const { return handle_; }
-    void Close() noexcept;
+    void Close() noexcept {
+        if (handle_ != 0) {
+            platform::CloseHandle(handle_);
+            handle_ = 0;
+        }
+    }
 
 private:
     platform::Handle handle_;

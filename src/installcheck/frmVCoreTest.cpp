@@ -7,7 +7,7 @@
 #include "common/Error.h"
 #include "installcheck/VcoreTest.h"
 #include "platform/Regional.h"
-#include "platform/ScopedValue.h"
+#include "platform/ScopeExit.h"
 #include "platform/WindowSystem.h"
 
 namespace {
@@ -80,7 +80,8 @@ void frmVCoreTest::Form_Resize() {
     }
     platform::Size size = platform::WindowOuterSize(window_);
     if (size.width < MinimumSize.width || size.height < MinimumSize.height) {
-        const platform::ScopedValue resizing(resizing_, true);
+        resizing_ = true;
+        const platform::ScopeExit resized([this] { resizing_ = false; });
         platform::WindowOuterSize(window_,
                                   {std::max(size.width, MinimumSize.width), std::max(size.height, MinimumSize.height)});
         size = platform::WindowOuterSize(window_);

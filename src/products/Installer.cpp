@@ -3,6 +3,7 @@
 #include "common/Conversion.h"
 #include "common/Error.h"
 #include "common/modStringLibrary.h"
+#include "platform/ScopeExit.h"
 #include "platform/WindowSystem.h"
 #include "products/modShellExec.h"
 
@@ -114,7 +115,7 @@ void Installer::VisitProducts(bool userMode, const std::function<bool(const Reco
     const Text root = userMode ? InstallerRoot : UnInstallRoot;
     const TextView suffix = userMode ? InstallerSubKey : u"";
     Registry products;
-    const KeyCloser closer(products);
+    const platform::ScopeExit close([&] { products.KeyClose(); });
     TrapError([&] {
         products.KeyOpenLocalMachine(root);
         for (products.SubKeyFirst(); !products.EOF_SubKey(); products.SubKeyNext()) {
@@ -131,7 +132,7 @@ void Installer::VisitProducts(bool userMode, const std::function<bool(const Reco
 Installer::Record Installer::ReadRecord(const Text& path) {
     Record record;
     Registry product;
-    const KeyCloser closer(product);
+    const platform::ScopeExit close([&] { product.KeyClose(); });
     IgnoreErrors([&] { product.KeyOpenLocalMachine(path); },
                  [&] { record.displayName = TextFrom(product.Value(u"DisplayName")); },
                  [&] { record.unInstallString = TextFrom(product.Value(u"UnInstallString")); },

@@ -4,6 +4,7 @@
 
 #include "common/Conversion.h"
 #include "common/Error.h"
+#include "platform/ScopeExit.h"
 #include "rollout/Report.h"
 #include "settings/Registry.h"
 #include "version/modVTV4Version.h"
@@ -13,7 +14,7 @@ namespace {
 // If an enumeration step fails, the entry's name is unknown. Unless the entry is merely too long, the enumeration ends.
 void ReadTable(CheckedTable& table, std::vector<Text>& findings) {
     Registry registry;
-    const KeyCloser closer(registry);
+    const platform::ScopeExit close([&] { registry.KeyClose(); });
     registry.KeyOpenLocalMachine(table.Key());
     for (std::int32_t position = 1;; ++position) {
         const std::optional<Error> failedStep = TrapError([&] { registry.ValueNameNext(); });

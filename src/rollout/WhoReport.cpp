@@ -7,6 +7,7 @@
 #include "common/Conversion.h"
 #include "common/Error.h"
 #include "platform/Regional.h"
+#include "platform/ScopeExit.h"
 #include "rollout/Report.h"
 #include "settings/Registry.h"
 #include "version/ForcedVersionTable.h"
@@ -38,7 +39,7 @@ std::int32_t StoredVersion(const ResolutionStep& step, const CheckedTable& table
     std::int32_t version = -1;
     const std::optional<Error> unreadable = TrapError([&] {
         Registry registry;
-        const KeyCloser closer(registry);
+        const platform::ScopeExit close([&] { registry.KeyClose(); });
         step.localMachine ? registry.KeyOpenLocalMachine(table.Key()) : registry.KeyOpenCurrentUser(table.Key());
         stored = registry.Value(step.valueName);
     });

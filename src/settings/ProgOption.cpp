@@ -4,6 +4,7 @@
 
 #include "common/Error.h"
 #include "common/modStringLibrary.h"
+#include "platform/ScopeExit.h"
 #include "platform/WindowSystem.h"
 
 namespace {
@@ -41,7 +42,7 @@ Variant ProgOption::Get(Store open, const Text& section, const Text& name, const
 // Opens the root and the section for reading; each step then adds the access right it needs. Requesting all rights at
 // once would save calls, but a denied right must fail the step that needs it, with that step's error description.
 void ProgOption::StoreValue(Store open, const Text& section, const Text& name, const Variant& value) {
-    const KeyCloser closer(optionKey_);
+    const platform::ScopeExit close([&] { optionKey_.KeyClose(); });
     if (!section.empty()) {
         (optionKey_.*open)(SectionKey({}), true);
         optionKey_.SubKeyCreate(section);

@@ -14,19 +14,10 @@ namespace {
 constexpr std::size_t EnumerationBufferSize = 255;
 constexpr std::size_t ValueBufferSize = 1024;
 
-void RaisePending(platform::Status status) {
-    Raise(status, LastError().Description());
-}
-
-void RaiseOnFailure(platform::Status status) {
+// Raises a failure with the pending description after `prefix`.
+void RaiseOnFailure(platform::Status status, const Text& prefix = {}) {
     if (status != platform::StatusSuccess) {
-        RaisePending(status);
-    }
-}
-
-void RaiseAsErrorOnFailure(platform::Status status) {
-    if (status != platform::StatusSuccess) {
-        Raise(status, u"Error " + LastError().Description());
+        Raise(status, prefix + LastError().Description());
     }
 }
 
@@ -128,9 +119,7 @@ void Registry::EnumerationStep(platform::Status status, const std::string& buffe
     ++index;
     end = status != platform::StatusSuccess;
     name = end ? Text() : BufferText(buffer, size);
-    if (end && status != platform::StatusNoMoreItems) {
-        RaisePending(status);
-    }
+    RaiseOnFailure(status == platform::StatusNoMoreItems ? platform::StatusSuccess : status);
 }
 
 void Registry::SubKeyFirst() {
@@ -161,7 +150,7 @@ void Registry::SubKeyCreate(const Text& newSubKey) {
 
 void Registry::SubKeyDelete(const Text& key) {
     KeyAccess(platform::KeyCreateSubKey, false);
-    RaiseAsErrorOnFailure(platform::RegDeleteKeyA(hCurrentKey_, platform::AnsiFromText(key)));
+    RaiseOnFailure(platform::RegDeleteKeyA(hCurrentKey_, platform::AnsiFromText(key)), u"Error ");
 }
 
 void Registry::ValueNameFirst() {
@@ -184,7 +173,7 @@ void Registry::ValueNameNext() {
 
 void Registry::ValueNameDelete(const Text& name) {
     KeyAccess(platform::KeySetValue, false);
-    RaiseAsErrorOnFailure(platform::RegDeleteValueA(hCurrentKey_, platform::AnsiFromText(name)));
+    RaiseOnFailure(platform::RegDeleteValueA(hCurrentKey_, platform::AnsiFromText(name)), u"Error ");
 }
 
 Variant Registry::Value(const Text& name) {

@@ -90,15 +90,3 @@ private:
     std::int32_t subKeyIndex_ = 0;
     std::int32_t valueNameIndex_ = 0;
 };
-
-// Closes the key of a Registry at the end of the scope.
-class KeyCloser {
-public:
-    explicit KeyCloser(Registry& registry) : registry_(registry) {}
-    ~KeyCloser() { registry_.KeyClose(); }
-    KeyCloser(const KeyCloser&) = delete;
-    KeyCloser& operator=(const KeyCloser&) = delete;
-
-private:
-    Registry& registry_;
-};

@@ -4,6 +4,7 @@
 
 #include "common/Conversion.h"
 #include "common/Error.h"
+#include "platform/ScopeExit.h"
 #include "version/ControlFile.h"
 #include "version/VersionResolution.h"
 
@@ -70,7 +71,7 @@ void ForcedVersionTable::ForcedVersionClear(bool localMachine) {
 Text ForcedVersionTable::ForcedVersionAll(bool localMachine) const {
     Text items;
     Registry registry;
-    const KeyCloser closer(registry);
+    const platform::ScopeExit close([&] { registry.KeyClose(); });
     TrapError([&] {
         Open(registry, localMachine, VersionSectionKey() + u"\\" + TableKey);
         registry.ValueNameFirst();

@@ -1,9 +1,14 @@
 #pragma once
 
+#include "platform/windows/Win32.h"
+
 namespace platform::windows {
 
 // Initialises COM on the calling thread; the shell functions need it too. COM stays initialised until the process
 // exits.
-void EnterApartment();
+inline void EnterApartment() {
+    static const HRESULT entered = ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
+    static_cast<void>(entered);
+}
 
 }  // namespace platform::windows

@@ -1,5 +1,8 @@
 #include "platform/windows/EventFailure.h"
 
+#include <exception>
+#include <utility>
+
 #include "platform/windows/Win32.h"
 
 namespace platform::windows {
@@ -10,13 +13,16 @@ std::exception_ptr stored;
 
 }  // namespace
 
-bool HasEventFailure() {
-    return stored != nullptr;
-}
-
-void StoreEventFailure(std::exception_ptr failure) {
-    stored = std::move(failure);
-    WakeModalLoop();
+void InvokeHandler(const std::function<void()>& handler) {
+    if (!handler || stored != nullptr) {
+        return;
+    }
+    try {
+        handler();
+    } catch (...) {
+        stored = std::current_exception();
+        WakeModalLoop();
+    }
 }
 
 void RethrowEventFailure() {

@@ -4,7 +4,6 @@
 #include <system_error>
 
 #include "platform/Regional.h"
-#include "platform/windows/DateValue.h"
 #include "platform/windows/Win32.h"
 
 namespace platform {
@@ -56,27 +55,11 @@ bool CopyAttributes(DWORD attributes, HANDLE to) {
     return ::SetFileInformationByHandle(to, FileBasicInfo, &info, sizeof info) != FALSE;
 }
 
-class FileSearch {
-public:
-    explicit FileSearch(const std::string& path) : search_(::FindFirstFileA(path.c_str(), &found_)) {}
-    ~FileSearch() {
-        if (Found()) {
-            ::FindClose(search_);
-        }
-    }
-    FileSearch(const FileSearch&) = delete;
-    FileSearch& operator=(const FileSearch&) = delete;
-
-    [[nodiscard]] bool Found() const { return search_ != INVALID_HANDLE_VALUE; }
-    [[nodiscard]] const WIN32_FIND_DATAA& File() const { return found_; }
-    [[nodiscard]] bool Next() { return ::FindNextFileA(search_, &found_) != FALSE; }
-
-private:
-    WIN32_FIND_DATAA found_;
-    HANDLE search_;
-};
-
 }  // namespace
+
+Status CloseHandle(Handle handle) noexcept {
+    return windows::StatusOf(::CloseHandle(windows::SystemHandleOf<HANDLE>(handle)));
+}
 
 Status CreateFileA(const std::string& path, std::uint32_t access, std::uint32_t disposition, Handle& file) {
     const DWORD sharing = access == GenericRead ? ShareAll : FILE_SHARE_READ;
@@ -95,18 +78,12 @@ Status ReadFile(Handle file, std::span<char> buffer, std::uint32_t& read) {
 }
 
 Status WriteFile(Handle file, std::string_view data) {
-    while (!data.empty()) {
-        DWORD written = 0;
-        if (!::WriteFile(windows::SystemHandleOf<HANDLE>(file), data.data(), static_cast<DWORD>(data.size()), &written,
-                         nullptr)) {
-            return windows::LastStatus();
-        }
-        if (written == 0) {
-            return StatusDiskFull;
-        }
-        data.remove_prefix(written);
+    DWORD written = 0;
+    if (!::WriteFile(windows::SystemHandleOf<HANDLE>(file), data.data(), static_cast<DWORD>(data.size()), &written,
+                     nullptr)) {
+        return windows::LastStatus();
     }
-    return StatusSuccess;
+    return written == data.size() ? StatusSuccess : StatusDiskFull;
 }
 
 Status FlushFileBuffers(Handle file) {
@@ -148,12 +125,17 @@ Status DeleteFileA(const std::string& path) noexcept {
 }
 
 std::string FindNormalFile(const std::string& path) {
-    FileSearch search(path);
-    for (bool found = search.Found(); found; found = search.Next()) {
-        if ((search.File().dwFileAttributes & NotNormal) == 0) {
-            return search.File().cFileName;
-        }
+    WIN32_FIND_DATAA file;
+    const HANDLE search = ::FindFirstFileA(path.c_str(), &file);
+    if (search == INVALID_HANDLE_VALUE) {
+        return {};
     }
+    const windows::Owned<HANDLE, ::FindClose> owner(search);
+    do {
+        if ((file.dwFileAttributes & NotNormal) == 0) {
+            return file.cFileName;
+        }
+    } while (::FindNextFileA(search, &file));
     return {};
 }
 

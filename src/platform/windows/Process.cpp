@@ -4,23 +4,19 @@
 #include <vector>
 
 #include "platform/Regional.h"
-#include "platform/windows/DateValue.h"
 #include "platform/windows/SystemFolder.h"
 
 namespace platform {
 
 namespace {
 
+constexpr DWORD LongestPath = 32768;          // in characters, including the terminator
+constexpr DWORD LongestVariable = 3 * 32767;  // in bytes; in UTF-8, a character can take three
+
 std::u16string ProgramPath() {
-    std::u16string path(MAX_PATH, u'\0');
-    for (;;) {
-        const DWORD length = ::GetModuleFileNameW(nullptr, windows::Wide(path), static_cast<DWORD>(path.size()));
-        if (length < path.size()) {
-            path.resize(length);
-            return path;
-        }
-        path.resize(path.size() * 2);
-    }
+    std::u16string path(LongestPath, u'\0');
+    path.resize(::GetModuleFileNameW(nullptr, windows::Wide(path), LongestPath));
+    return path;
 }
 
 class VersionResource {
@@ -46,26 +42,13 @@ public:
         return found && size != 0 ? static_cast<const Content*>(content) : nullptr;
     }
 
-    // Returns a string in the resource's first language, or an empty string if it is missing.
+    // Returns a string in the language of version.rc, or an empty string if it is missing.
     [[nodiscard]] std::u16string Text(const std::u16string& name) const {
-        const auto* const language = Find<WORD>(u"\\VarFileInfo\\Translation");
-        if (language == nullptr) {
-            return {};
-        }
-        const auto* const text =
-            Find<char16_t>(u"\\StringFileInfo\\" + HexDigits(language[0]) + HexDigits(language[1]) + u"\\" + name);
+        const auto* const text = Find<char16_t>(u"\\StringFileInfo\\040704B0\\" + name);
         return text == nullptr ? std::u16string() : std::u16string(text);
     }
 
 private:
-    static std::u16string HexDigits(WORD number) {
-        std::u16string digits;
-        for (int shift = 12; shift >= 0; shift -= 4) {
-            digits += u"0123456789ABCDEF"[(number >> shift) & 0xF];
-        }
-        return digits;
-    }
-
     std::vector<std::byte> block_;
 };
 
@@ -110,17 +93,10 @@ void WriteConsoleW(std::int32_t stream, const std::u16string& text) {
     }
 }
 
-// Loops because the variable may grow between the size query and the copy.
 std::string GetEnvironmentVariableA(const std::string& name) {
-    std::string value;
-    for (;;) {
-        const DWORD length = ::GetEnvironmentVariableA(name.c_str(), value.data(), static_cast<DWORD>(value.size()));
-        if (length <= value.size()) {
-            value.resize(length);
-            return value;
-        }
-        value.resize(length);
-    }
+    std::string value(LongestVariable, '\0');
+    value.resize(::GetEnvironmentVariableA(name.c_str(), value.data(), LongestVariable));
+    return value;
 }
 
 double Now() {

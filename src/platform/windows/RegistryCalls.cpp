@@ -1,7 +1,5 @@
 #include "platform/RegistryCalls.h"
 
-#include <algorithm>
-
 #include "platform/windows/Win32.h"
 
 namespace platform {
@@ -12,25 +10,9 @@ HKEY KeyOf(Handle key) {
     return windows::SystemHandleOf<HKEY>(key);
 }
 
-// Passes a caller's buffer to a registry call. Even an empty buffer gets a non-null address: with a null pointer, the
-// call would succeed and only return the required size.
-class Buffer {
-public:
-    Buffer(std::span<char> bytes, std::uint32_t size)
-        : bytes_(bytes.empty() ? &dummy_ : bytes.data()),
-          size_(static_cast<DWORD>(std::min<std::size_t>(bytes.size(), size))) {}
-    Buffer(const Buffer&) = delete;
-    Buffer& operator=(const Buffer&) = delete;
-
-    [[nodiscard]] char* Text() { return bytes_; }
-    [[nodiscard]] BYTE* Bytes() { return reinterpret_cast<BYTE*>(bytes_); }
-    [[nodiscard]] DWORD& Size() { return size_; }
-
-private:
-    char dummy_ = 0;
-    char* bytes_;
-    DWORD size_;
-};
+BYTE* BytesOf(std::span<char> buffer) {
+    return reinterpret_cast<BYTE*>(buffer.data());
+}
 
 }  // namespace
 
@@ -70,44 +52,43 @@ Status RegDeleteValueA(Handle key, const std::string& name) {
 
 Status RegEnumKeyExA(Handle key, std::int32_t index, std::span<char> name, std::uint32_t& nameSize,
                      std::span<char> className, std::uint32_t& classSize) {
-    Buffer nameBuffer(name, nameSize);
-    Buffer classBuffer(className, classSize);
+    DWORD newNameSize = nameSize;
+    DWORD newClassSize = classSize;
     FILETIME lastWrite;
-    const Status status = ::RegEnumKeyExA(KeyOf(key), static_cast<DWORD>(index), nameBuffer.Text(), &nameBuffer.Size(),
-                                          nullptr, classBuffer.Text(), &classBuffer.Size(), &lastWrite);
+    const Status status = ::RegEnumKeyExA(KeyOf(key), static_cast<DWORD>(index), name.data(), &newNameSize, nullptr,
+                                          className.data(), &newClassSize, &lastWrite);
     if (status == StatusSuccess) {
-        nameSize = nameBuffer.Size();
-        classSize = classBuffer.Size();
+        nameSize = newNameSize;
+        classSize = newClassSize;
     }
     return status;
 }
 
 Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::uint32_t& nameSize, std::uint32_t& type,
                      std::span<char> data, std::uint32_t& dataSize) {
-    Buffer nameBuffer(name, nameSize);
-    Buffer dataBuffer(data, dataSize);
-    DWORD dataType = 0;
-    const Status status = ::RegEnumValueA(KeyOf(key), static_cast<DWORD>(index), nameBuffer.Text(), &nameBuffer.Size(),
-                                          nullptr, &dataType, dataBuffer.Bytes(), &dataBuffer.Size());
+    DWORD newNameSize = nameSize;
+    DWORD newDataSize = dataSize;
+    DWORD newType = 0;
+    const Status status = ::RegEnumValueA(KeyOf(key), static_cast<DWORD>(index), name.data(), &newNameSize, nullptr,
+                                          &newType, BytesOf(data), &newDataSize);
     if (status == StatusSuccess) {
-        nameSize = nameBuffer.Size();
-        type = dataType;
-        dataSize = dataBuffer.Size();
+        nameSize = newNameSize;
+        type = newType;
+        dataSize = newDataSize;
     }
     return status;
 }
 
 Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type, std::span<char> data,
                         std::uint32_t& dataSize) {
-    Buffer dataBuffer(data, dataSize);
-    DWORD dataType = 0;
-    const Status status =
-        ::RegQueryValueExA(KeyOf(key), name.c_str(), nullptr, &dataType, dataBuffer.Bytes(), &dataBuffer.Size());
+    DWORD newDataSize = dataSize;
+    DWORD newType = 0;
+    const Status status = ::RegQueryValueExA(KeyOf(key), name.c_str(), nullptr, &newType, BytesOf(data), &newDataSize);
     if (status == StatusSuccess) {
-        type = dataType;
+        type = newType;
     }
     if (status == StatusSuccess || status == StatusMoreData) {
-        dataSize = dataBuffer.Size();
+        dataSize = newDataSize;
     }
     return status;
 }

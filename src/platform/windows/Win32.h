@@ -66,6 +66,14 @@ inline const char16_t* Portable(const wchar_t* text) {
     return reinterpret_cast<const char16_t*>(text);
 }
 
+// Converts a time to a date value: days since 30 December 1899, with the time of day, in whole seconds, as the
+// fraction.
+inline double DateValueOf(SYSTEMTIME time) {
+    double date = 0;
+    ::SystemTimeToVariantTime(&time, &date);
+    return date;
+}
+
 template <auto Release>
 struct Releaser {
     template <typename Object>

@@ -3,7 +3,7 @@
 #include <map>
 #include <utility>
 
-#include "platform/ScopedValue.h"
+#include "platform/ScopeExit.h"
 #include "platform/windows/EventFailure.h"
 
 namespace platform::windows {
@@ -175,14 +175,18 @@ LRESULT Window::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             break;
         case WM_ACTIVATE: {
             const LRESULT result = ::DefWindowProcW(window_, message, wParam, lParam);
-            if (LOWORD(wParam) != WA_INACTIVE && events_.activated) {
+            if (LOWORD(wParam) != WA_INACTIVE) {
                 InvokeHandler(events_.activated);
             }
             return result;
         }
-        case WM_SETFOCUS: RestoreFocus(); return 0;
+        case WM_SETFOCUS:
+            if (focused_ != nullptr) {
+                ::SetFocus(focused_);
+            }
+            return 0;
         case WM_SIZE:
-            if (wParam != SIZE_MINIMIZED && events_.resized) {
+            if (wParam != SIZE_MINIMIZED) {
                 InvokeHandler(events_.resized);
             }
             return 0;
@@ -230,7 +234,8 @@ LRESULT Window::HandleCommand(WPARAM wParam) {
 
 void Window::Clicked(std::size_t control) {
     {
-        const ScopedValue inHandler(inClickHandler_, true);
+        const bool isNested = std::exchange(inClickHandler_, true);
+        const ScopeExit left([&] { inClickHandler_ = isNested; });
         InvokeHandler([&] { events_.clicked(control); });
     }
     if (closePending_ && !inClickHandler_) {
@@ -249,12 +254,6 @@ LRESULT Window::LabelColour(WPARAM wParam, LPARAM lParam) {
         }
     }
     return ::DefWindowProcW(window_, WM_CTLCOLORSTATIC, wParam, lParam);
-}
-
-void Window::RestoreFocus() {
-    if (focused_ != nullptr) {
-        ::SetFocus(focused_);
-    }
 }
 
 }  // namespace platform::windows

@@ -48,7 +48,6 @@ private:
     void Clicked(std::size_t control);
     LRESULT LabelColour(WPARAM wParam, LPARAM lParam);
     HWND CreateControl(const Control& control, std::size_t index);
-    void RestoreFocus();
 
     HWND window_;
     WindowEvents events_;

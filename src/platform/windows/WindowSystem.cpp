@@ -3,7 +3,7 @@
 #include <memory>
 #include <utility>
 
-#include "platform/ScopedValue.h"
+#include "platform/ScopeExit.h"
 #include "platform/windows/EventFailure.h"
 #include "platform/windows/Win32.h"
 #include "platform/windows/Window.h"
@@ -48,7 +48,8 @@ Handle WindowCreate(const WindowDesign& design, WindowEvents events) {
 
 void WindowShowModal(Handle window) {
     const HWND shown = WindowOf(window);
-    const ScopedValue modal(modalWindow, shown);
+    const HWND outer = std::exchange(modalWindow, shown);
+    const ScopeExit closed([&] { modalWindow = outer; });
     if (const auto found = WindowObject(window)) {
         found->ShowFirst();
     }
