@@ -1,28 +1,27 @@
 #include "faults/FaultySeam.h"
 
+#include <sstream>
 #include <stdexcept>
 #include <type_traits>
 
-#include "Check.h"
 #include "common/Conversion.h"
 #include "platform/ComponentCalls.h"
 #include "platform/FileCalls.h"
 #include "platform/Regional.h"
 #include "platform/RegistryCalls.h"
+#include "platform/ScopeExit.h"
 #include "platform/ShellCalls.h"
 #include "platform/VersionCalls.h"
+#include "platform/WindowSystem.h"
 
 namespace {
 
 struct SeamState {
+    SeamFault fault{};
     std::map<Seam, int> calls{};
-    SeamFault fault;
-    SeamHook hook;
     Text messages{};
     std::string started{};
     bool isBypassed = true;  // true if the call comes from the test or from within the platform
-    platform::Handle window = 0;
-    platform::WindowEvents events{};
 };
 
 SeamState state;
@@ -30,22 +29,14 @@ SeamState state;
 // A result that stands for an exception that isn't an Error.
 constexpr std::int64_t Thrown = -1;
 
-// Record the arguments of a call.
-void Record(const platform::WindowDesign& /*design*/, const platform::WindowEvents& events) {
-    state.events = events;
+template <typename... Arguments>
+void RecordStart(const Arguments&... arguments) {
+    std::ostringstream text;
+    ((text << arguments << '|'), ...);
+    state.started = text.str();
 }
 
-void Record(platform::Handle owner, const std::string& verb, const std::string& file, const std::string& arguments,
-            const std::string& folder, std::int32_t show) {
-    state.started =
-        std::to_string(owner) + "|" + verb + "|" + file + "|" + arguments + "|" + folder + "|" + std::to_string(show);
-}
-
-void Record(const std::string& commandLine, std::int32_t show, std::int32_t /*processId*/) {
-    state.started = commandLine + "|" + std::to_string(show);
-}
-
-void Record(const Text& text, const Text& /*caption*/, std::uint32_t type) {
+void RecordMessage(const Text& text, const Text& /*caption*/, std::uint32_t type) {
     if (type != platform::ButtonsYesNoCancel + platform::IconQuestion &&
         type != platform::ButtonsOk + platform::IconInformation) {
         state.messages += DecimalText(static_cast<std::int32_t>(type)) + u" " + text;
@@ -67,57 +58,37 @@ Result Failure() {
     }
 }
 
-struct ScopedBypass {
-    ScopedBypass() { state.isBypassed = true; }
-    ~ScopedBypass() { state.isBypassed = false; }
-    ScopedBypass(const ScopedBypass&) = delete;
-    ScopedBypass& operator=(const ScopedBypass&) = delete;
-};
-
 // Replaces the function `real`.
-template <Seam call, auto* real, typename Function>
-struct Wrapper;
+template <Seam call, auto* real, typename Result, typename... Arguments>
+[[gnu::used]] Result Wrapper(Arguments... arguments) {
+    if (state.isBypassed) {
+        return real(static_cast<Arguments&&>(arguments)...);
+    }
+    state.isBypassed = true;
+    const platform::ScopeExit endBypass([] { state.isBypassed = false; });
+    const bool fails = ++state.calls[call] == state.fault.occurrence && call == state.fault.call;
+    if constexpr (call == Seam::ShellExecuteA || call == Seam::StartCommandLine) {
+        RecordStart(arguments...);
+    } else if constexpr (call == Seam::MessageBoxW) {
+        RecordMessage(arguments...);
+    }
+    if (!fails) {
+        return real(static_cast<Arguments&&>(arguments)...);
+    }
+    if constexpr (call == Seam::RegCloseKey || call == Seam::CloseHandle) {
+        real(arguments...);
+    } else if constexpr (call == Seam::WriteFile) {
+        WriteHalf(arguments...);
+    } else if (state.fault.result == Thrown) {
+        throw std::logic_error("thrown");
+    }
+    return Failure<Result>();
+}
 
 template <Seam call, auto* real, typename Result, typename... Arguments>
-struct Wrapper<call, real, Result(Arguments...)> {
-    [[gnu::used]] static Result Call(Arguments... arguments) {
-        if (state.isBypassed) {
-            return real(static_cast<Arguments&&>(arguments)...);
-        }
-        const int occurrence = ++state.calls[call];
-        if (call == state.hook.call && occurrence == state.hook.occurrence) {
-            state.hook.action();
-        }
-        const ScopedBypass bypass;
-        if constexpr (call == Seam::MessageBoxW || call == Seam::ShellExecuteA || call == Seam::StartCommandLine ||
-                      call == Seam::WindowCreate) {
-            Record(arguments...);
-        }
-        if (call == state.fault.call && occurrence == state.fault.occurrence) {
-            return Failed(arguments...);
-        }
-        if constexpr (call == Seam::WindowCreate) {
-            return state.window = real(static_cast<Arguments&&>(arguments)...);
-        } else {
-            return real(static_cast<Arguments&&>(arguments)...);
-        }
-    }
-
-private:
-    static Result Failed(const Arguments&... arguments) {
-        if constexpr (call == Seam::RegCloseKey || call == Seam::CloseHandle) {
-            real(arguments...);
-        } else if constexpr (call == Seam::WriteFile) {
-            WriteHalf(arguments...);
-        } else if (call == Seam::WindowCreate && state.fault.result == Thrown) {
-            throw std::logic_error("thrown");
-        }
-        return Failure<Result>();
-    }
-};
-
-template <Seam call, auto* real, typename Result, typename... Arguments>
-struct Wrapper<call, real, Result(Arguments...) noexcept> : Wrapper<call, real, Result(Arguments...)> {};
+constexpr auto WrapperOf(Result (* /*real*/)(Arguments...)) {
+    return &Wrapper<call, real, Result, Arguments...>;
+}
 
 }  // namespace
 
@@ -125,19 +96,19 @@ struct Wrapper<call, real, Result(Arguments...) noexcept> : Wrapper<call, real, 
 // function is "__real_NAME".
 namespace platform {
 
-#define SEAM_LINK(name, symbol)                                                                         \
-    decltype(name) Real##name __asm__("__real_" symbol);                                                \
-    [[gnu::used, gnu::noinline]] static void Link##name() {                                             \
-        __asm__ volatile(".globl __wrap_" symbol "\n\t.set __wrap_" symbol                              \
-                         ", %c0" ::"i"(&Wrapper<Seam::name, &Real##name, decltype(Real##name)>::Call)); \
+#define SEAM_LINK(name, symbol)                                                                     \
+    decltype(name) Real##name __asm__("__real_" symbol);                                            \
+    [[gnu::used, gnu::noinline]] static void Link##name() {                                         \
+        static constexpr auto* wrapper = WrapperOf<Seam::name, &Real##name>(&Real##name);           \
+        __asm__ volatile(".globl __wrap_" symbol "\n\t.set __wrap_" symbol ", %c0" ::"i"(wrapper)); \
     }
 SEAM_CALLS(SEAM_LINK)
 #undef SEAM_LINK
 
 }  // namespace platform
 
-void SeamStart(const SeamFault& fault, const SeamHook& hook) {
-    state = {.fault = fault, .hook = hook, .isBypassed = false};
+void SeamStart(const SeamFault& fault) {
+    state = {.fault = fault, .isBypassed = false};
 }
 
 Text SeamStop() {
@@ -153,14 +124,6 @@ std::string SeamStarted() {
     return state.started;
 }
 
-platform::Handle SeamWindow() {
-    return state.window;
-}
-
-platform::WindowEvents SeamEvents() {
-    return state.events;
-}
-
 std::map<std::int64_t, Text> FailuresOf(Seam call) {
     if (call <= Seam::RegSetValueExA) {
         return {{2, u"(Fehler 2)"}, {5, u"(Fehler 5)"}, {234, u"(Fehler 234)"}, {259, u"(Fehler 259)"}};
@@ -173,15 +136,13 @@ std::map<std::int64_t, Text> FailuresOf(Seam call) {
                 {206, u"Dateiname oder -nummer falsch"},
                 {1117, u"Ein-/Ausgabefehler beim Gerät"}};
     }
+    if (call <= Seam::CallTextFunction) {
+        return {{platform::StatusInvalidHandle, {}}};
+    }
     switch (call) {
         case Seam::ShellExecuteA: return {{0, u"Unknown error"}, {3, u"Path not found"}, {32, u"DLL not found"}};
         case Seam::WindowCreate: return {{0, u"Nicht genügend Speicher"}, {Thrown, u"thrown"}};
-        case Seam::RegCloseKey:
-        case Seam::CloseHandle:
-        case Seam::CreateObject:
-        case Seam::CallTextFunction: return {{platform::StatusInvalidHandle, {}}};
         case Seam::MessageBoxW: return {{platform::AnswerCancel, {}}, {platform::AnswerNo, {}}};
-        case Seam::DoEvents: return {};
         default: return {{0, {}}};
     }
 }

@@ -2,17 +2,15 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <map>
 #include <string>
 
 #include "SeamCalls.h"
 #include "common/Text.h"
-#include "platform/WindowSystem.h"
 
 // Injects faults into the seam. This test program is linked so that every call listed in SeamCalls.cmake first reaches
-// FaultySeam.cpp, which counts the call and can run an action before it or make it fail. Calls within the platform are
-// neither counted nor made to fail.
+// FaultySeam.cpp, which counts the call and can make it fail. Calls within the platform are neither counted nor made to
+// fail.
 enum class Seam : std::size_t {
 #define SEAM_NAME(name, symbol) name,
     SEAM_CALLS(SEAM_NAME) Count
@@ -27,27 +25,16 @@ struct SeamFault {
     std::int64_t result = 0;
 };
 
-// An action by another process or by the user, run immediately before a call.
-struct SeamHook {
-    Seam call = Seam::Count;
-    int occurrence = 0;
-    std::function<void()> action{};
-};
-
-// Between SeamStart and SeamStop, calls are counted and the fault and the hook are active. SeamStop returns the message
-// boxes shown in the meantime, each as "<type> <text>", leaving out questions and success messages.
-void SeamStart(const SeamFault& fault, const SeamHook& hook = {});
+// Between SeamStart and SeamStop, calls are counted and the fault is active. SeamStop returns the message boxes shown
+// in the meantime, each as "<type> <text>", leaving out questions and success messages.
+void SeamStart(const SeamFault& fault = {});
 Text SeamStop();
 
 // Returns how often each function was called since the last SeamStart. Omits functions that weren't called.
 std::map<Seam, int> SeamCalls();
 
-// Returns the arguments of the last call of ShellExecuteA or StartCommandLine, separated by "|".
+// Returns the arguments of the last call of ShellExecuteA or StartCommandLine, each followed by "|".
 std::string SeamStarted();
-
-// Return the window that was created last, and its event handlers.
-platform::Handle SeamWindow();
-platform::WindowEvents SeamEvents();
 
 // Returns the results with which a call can fail. Each maps to the description that ends the resulting message.
 std::map<std::int64_t, Text> FailuresOf(Seam call);

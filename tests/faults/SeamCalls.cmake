@@ -1,13 +1,13 @@
 # Looks up the symbols of the seam's functions in LIBRARY with NM. Writes OUTPUT.h, which defines SEAM_CALLS(Use) as a
 # Use(name, symbol) for each function, and OUTPUT.txt, the linker options that redirect the calls to FaultySeam.cpp.
-# FaultySeam.cpp relies on the order: registry calls first, then file calls.
+# FaultySeam.cpp relies on the order: registry calls, file calls, and other calls that return a status.
 set(calls
   RegOpenKeyExA RegCreateKeyExA RegDeleteKeyA RegDeleteValueA RegEnumKeyExA RegEnumValueA RegQueryValueExA
   RegSetValueExA
   CreateFileA ReadFile WriteFile FlushFileBuffers CopyPermissions MoveFileExA DateLastModified
-  RegCloseKey CloseHandle FindNormalFile GetFileVersionInfoSizeA GetFileVersionInfoA VerQueryValueA
-  CreateObject StatusText ClipboardClear ClipboardSet MessageBoxW DoEvents
-  ShellExecuteA CallTextFunction StartCommandLine WindowCreate)
+  RegCloseKey CloseHandle CreateObject CallTextFunction
+  FindNormalFile GetFileVersionInfoSizeA GetFileVersionInfoA VerQueryValueA StatusText ClipboardClear ClipboardSet
+  MessageBoxW ShellExecuteA StartCommandLine WindowCreate)
 execute_process(COMMAND ${NM} --defined-only ${LIBRARY} OUTPUT_VARIABLE symbols ERROR_QUIET COMMAND_ERROR_IS_FATAL ANY)
 set(header "#define SEAM_CALLS(Use)")
 set(options "")

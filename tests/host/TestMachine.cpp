@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <iostream>
+#include <sstream>
 #include <stdexcept>
 
 #include "host/MachineFiles.h"
@@ -55,4 +57,16 @@ int ExitCode(pid_t process) {
     int status = 0;
     waitpid(process, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+std::string OutputOf(const std::string& input, const std::function<void()>& steps) {
+    std::istringstream typed(input);
+    std::ostringstream shown;
+    std::cin.clear();
+    std::streambuf* const earlierInput = std::cin.rdbuf(typed.rdbuf());
+    std::streambuf* const earlierOutput = std::cout.rdbuf(shown.rdbuf());
+    steps();
+    std::cin.rdbuf(earlierInput);
+    std::cout.rdbuf(earlierOutput);
+    return shown.str();
 }
