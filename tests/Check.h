@@ -2,11 +2,7 @@
 
 #include <doctest/doctest.h>
 
-#include <cstdint>
 #include <filesystem>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "common/Error.h"
 #include "common/Text.h"

@@ -1,6 +1,4 @@
 #include <fstream>
-#include <string>
-#include <vector>
 
 #include "Check.h"
 #include "TestMachine.h"
