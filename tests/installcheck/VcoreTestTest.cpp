@@ -21,7 +21,7 @@ struct ComponentMachine : TestMachine {
         Environment("SystemRoot", Folder + "Windows");
         Environment("CommonProgramFiles", Folder + "Common");
         Environment("ProgramFiles", Folder + "Programs");
-        Products.Add("Vandrel Core", "Vandrel Core V1", "MsiExec.exe /X{C}", {}, Folder + "Core\\");
+        Products.Add("Vandrel Core", "Vandrel Core V1", "MsiExec.exe /X{C}", RawNumber(1), Folder + "Core\\");
     }
 };
 

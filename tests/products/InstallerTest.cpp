@@ -6,17 +6,14 @@
 namespace {
 
 struct InstallerFixture : TestMachine {
-    // Returns only the entries that the test created; a Windows machine lists other products too.
-    Text OwnProducts() {
-        Text own;
+    Text ListedProducts() {
+        Text listed;
         for (std::int32_t index = 1; index <= installer.Count(); ++index) {
-            if (installer.GUIs(index).starts_with(u"VT-")) {
-                own += installer.GUIs(index) + u"," + installer.DisplayNames(index) + u"," +
-                       installer.UnInstallStrings(index) + u"," + installer.InstallLocations(index) + u"," +
-                       installer.DisplayVersions(index, true) + u";";
-            }
+            listed += installer.GUIs(index) + u"," + installer.DisplayNames(index) + u"," +
+                      installer.UnInstallStrings(index) + u"," + installer.InstallLocations(index) + u"," +
+                      installer.DisplayVersions(index, true) + u";";
         }
-        return own;
+        return listed;
     }
 
     ProductEntries products;
@@ -58,14 +55,17 @@ TEST_CASE_FIXTURE(InstallerFixture, "The list holds up to 1000 products per key;
     products.Add("VT2", "Vandrel Test", "no braces");
     products.Add("VT3", "", "{VT-3}");
     products.Add("VT4", "Vandrel Test B", "{VT-4}");
-    products.Add("VT5", "Vandrel Test U", "{VT-5}", {}, {}, true);
+    const std::string key =
+        "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Installer\\UserData\\S-1-5-18\\Products\\VT5\\InstallProperties";
+    RawValueSet(platform::KeyLocalMachine, key, "DisplayName", RawText("Vandrel Test U"));
+    RawValueSet(platform::KeyLocalMachine, key, "UninstallString", RawText("{VT-5}"));
     installer.List(true);
-    CHECK(OwnProducts() == u"VT-5,Vandrel Test U,{VT-5},,;");
+    CHECK(ListedProducts() == u"VT-5,Vandrel Test U,{VT-5},,;");
     installer.List(false);
     installer.GUI(u"VT-5");
     CHECK_FALSE(installer.IsInstalled());
     installer.GUI(u"VT-4");
-    CHECK(OwnProducts() == u"VT-1,Vandrel Test,x {VT-1},C:\\A,04.08.063;VT-4,Vandrel Test B,{VT-4},,;");
+    CHECK(ListedProducts() == u"VT-1,Vandrel Test,x {VT-1},C:\\A,04.08.063;VT-4,Vandrel Test B,{VT-4},,00.00.001;");
     CHECK(installer.Version() == installer.Versions(installer.Count()));  // copied to the record by DisplayVersions
     CHECK(installer.DisplayName() == u"Vandrel Test B");
     for (const std::int32_t outside : {0, installer.Count() + 1}) {
