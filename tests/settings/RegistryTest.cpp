@@ -22,60 +22,49 @@ struct RegistryKeyFixture : TestMachine {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(RegistryKeyFixture, "A key opens for reading and gains rights as operations need them") {
+TEST_CASE_FIXTURE(RegistryKeyFixture, "An open key stays open until it is closed, with the rights it was opened with") {
+    CHECK_FALSE(registry.EOF_SubKey());
+    CHECK_FALSE(registry.EOF_ValueName());
     registry.KeyOpenCurrentUser(Key);
-    registry.SubKeyFirst();
-    registry.Value(u"b", std::int32_t{1});
-    registry.SubKeyCreate(u"c");
-    CHECK(registry.AccessMode() == 15);
     const platform::Handle open = registry.hCurrentKey();
-    registry.AccessMode(8);
-    registry.KeyOpenCurrentUser(Key + u"\\missing");
-    CHECK(registry.AccessMode() == 8);
-    CHECK(registry.hCurrentKey() == open);
     registry.AccessMode(15);
+    registry.KeyOpenCurrentUser(Key + u"\\missing");
+    CHECK(registry.hCurrentKey() == open);
     CHECK(registry.Value({}) == Variant(std::int32_t{1}));
     registry.KeyClose();
     CHECK(registry.AccessMode() == 1);
     CHECK(registry.hCurrentKey() == 0);
     CHECK(RaisedBy([&] { registry.SubKeyFirst(); }).description == u"Key not opened: ");
+    for (const auto& [root, openRoot] : {std::pair(platform::KeyClassesRoot, &Registry::KeyOpenClassesRoot),
+                                         {platform::KeyCurrentUser, &Registry::KeyOpenCurrentUser},
+                                         {platform::KeyLocalMachine, &Registry::KeyOpenLocalMachine},
+                                         {platform::KeyUsers, &Registry::KeyOpenUsers}}) {
+        (registry.*openRoot)({}, false);
+        CHECK(registry.hKey() == root);
+        registry.KeyClose();
+    }
 }
 
-TEST_CASE_FIXTURE(RegistryKeyFixture, "Operations add the rights they need, and KeyOpen functions use their own root") {
+TEST_CASE_FIXTURE(RegistryKeyFixture, "Operations add the rights they need, and don't recreate a deleted key") {
     struct {
         std::int32_t rights;
         std::function<void()> operation;
     } const operations[] = {{9, [&] { registry.SubKeyFirst(); }},       {9, [&] { registry.ValueNameFirst(); }},
                             {5, [&] { registry.SubKeyCreate(u"a"); }},  {5, [&] { registry.SubKeyDelete(u"a"); }},
                             {3, [&] { registry.ValueNameDelete({}); }}, {3, [&] { registry.Value(u"v", Null{}); }}};
-    CHECK(registry.hKey() == 0);
-    CHECK_FALSE(registry.EOF_SubKey());
-    CHECK_FALSE(registry.EOF_ValueName());
     for (const auto& each : operations) {
+        RawValueSet(User, RawKey, "", RawNumber(1));
         registry.KeyOpenCurrentUser(Key);
         each.operation();
         CHECK(registry.AccessMode() == each.rights);
         registry.KeyClose();
     }
-    // Reopening a deleted key doesn't recreate it.
     for (const auto& each : operations) {
         RawValueSet(User, RawKey, "", RawNumber(1));
         registry.KeyOpenCurrentUser(Key);
         CHECK(platform::RegDeleteKeyA(User, RawKey) == platform::StatusSuccess);
         CHECK(RaisedBy(each.operation).description == u"Key not opened: " + Key);
         CHECK_FALSE(RawKeyExists(User, RawKey));
-    }
-    struct {
-        platform::Handle root;
-        void (Registry::*open)(const Text& szKey, bool force);
-    } const roots[] = {{platform::KeyClassesRoot, &Registry::KeyOpenClassesRoot},
-                       {platform::KeyCurrentUser, &Registry::KeyOpenCurrentUser},
-                       {platform::KeyLocalMachine, &Registry::KeyOpenLocalMachine},
-                       {platform::KeyUsers, &Registry::KeyOpenUsers}};
-    for (const auto& each : roots) {
-        (registry.*each.open)({}, false);
-        CHECK(registry.hKey() == each.root);
-        registry.KeyClose();
     }
 }
 
