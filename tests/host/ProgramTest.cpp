@@ -1,6 +1,6 @@
-#include <chrono>
+#include <SQLiteCpp/Database.h>
+
 #include <cstdlib>
-#include <random>
 
 #include "Check.h"
 #include "RawRegistry.h"
@@ -9,54 +9,64 @@
 
 namespace {
 
-// Runs the program in its own process, with `input` as standard input. `start` precedes the program's path.
-int Run(const std::string& input, const std::string& arguments = "-master", const std::string& start = {}) {
+const std::string Key = "Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion";
+
+// Runs vtv4v in the machine's folder or, if `arguments` begin with "-reg", vtv4v-reg. Standard input is `input`.
+// Returns the exit code and what the program prints: "CODE OUTPUT|ERRORS".
+std::string Run(const std::string& arguments, const std::string& input = {}) {
     DiskFile(OnMachine("typed"), input);
-    const std::string files = " <'" + OnMachine("typed").native() + "' >'" + OnMachine("shown").native() + "' 2>&1";
-    return std::system(("exec " + start + " '" VTV4V_PROGRAM "' " + arguments + files).c_str());
+    const std::string folder = "cd '" + OnMachine("").native() + "' && ";
+    const int status = std::system((folder + "'" VTV4V_PROGRAM "'" + arguments + " <typed >shown 2>errors").c_str());
+    return std::to_string(WEXITSTATUS(status)) + " " + *DiskFile(OnMachine("shown")) + "|" +
+           *DiskFile(OnMachine("errors"));
 }
 
 }  // namespace
 
-TEST_CASE("With any command line except -master, the program exits without output") {
-    const TestMachine machine;
-    for (const char* const arguments : {"", "-MASTER", "-master x", "'\"-master\"'"}) {
-        CHECK(Run("", arguments) == 0);
-        CHECK(DiskFile(OnMachine("shown")) == "");
-    }
-    CHECK_FALSE(std::filesystem::exists(OnMachine("user.db")));
-    CHECK(Run("", "' -master '") == 0);
-    CHECK(DiskFile(OnMachine("shown")) != "");
-}
-
-TEST_CASE("An import killed at any time leaves every entry either complete or missing") {
-    const platform::Handle root = platform::KeyLocalMachine;
-    const std::string key = "Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion";
-    const std::string input = "Importieren\nJa\nOK\nFertig\n";
+TEST_CASE("The program takes its input from a pipe, and exits at once unless started with -master") {
     const TestMachine machine;
     InstalledSuiteAdd({});
-    constexpr unsigned items = 400;
-    std::string file = "[Tallora]\r\n";
-    for (unsigned item = 0; item < items; ++item) {
-        file += "user" + std::to_string(item) + "=" + std::to_string(item % 6) + "\r\n";
+    for (const char* const arguments : {"", " -MASTER", " -master x"}) {
+        CHECK(Run(arguments, "Demo\n") == "0 |");
     }
-    FileContent(machine.ControlFile(), file);
-    std::mt19937 random(4863);  // NOLINT: the fixed seed makes the delays reproducible
-    const auto start = std::chrono::steady_clock::now();
-    Run(input);
-    const std::chrono::duration<double> duration = std::chrono::steady_clock::now() - start;
-    std::uniform_real_distribution<double> delay(1e-6, duration.count());
-    int interrupted = 0;
-    for (int round = 0; round < 200; ++round) {
-        Run(input, "-master", "timeout --foreground -s KILL " + std::to_string(delay(random)));
-        const auto names = RawValueNames(root, key);
-        interrupted += !names.empty() && names.size() < items ? 1 : 0;
-        for (const std::string& name : names) {
-            const unsigned number = static_cast<unsigned>(std::stoul(name.substr(4)));
-            REQUIRE(RawValue(root, key, name) == RawNumber(number % 6));
-        }
-    }
-    CHECK(interrupted > 0);
-    CHECK(Run(input) == 0);
-    CHECK(RawValueNames(root, key).size() == items);
+    CHECK(Run(" ' -master '", "Demo\nImportieren\nJa\nOK\nFertig\n").starts_with("0 == VTV4 Version Controller ==\n"));
+    CHECK(RawValue(platform::KeyLocalMachine, Key, "ruedi") == RawNumber(1));
+}
+
+TEST_CASE("vtv4v-reg handles control characters, duplicates, closed pipes and registry errors") {
+    const TestMachine machine;
+    DiskFile(OnMachine("new"), "[Tallora]\nx\x1B[2J\x9B\x7F\na=1\nA=2\n[Reporting]\n");
+    DiskFile(OnMachine("old"), "[Tallora]\na =1\n[Reporting]\n");
+    CHECK(Run("-reg new new.xml old") ==
+          "1 Zeile 2: »x\\x1B[2J›\\x7F« wird übersprungen: kein »=«\n"
+          "Warnung: Zeile 4: »A« steht schon in Zeile 3; die letzte Zahl gilt.\n"
+          "old: Warnung: Zeile 2: Die Leerzeichen am Anfang oder Ende gehören zum Namen »a «.\n"
+          "Einträge: Tallora 1, Reporting 0. Übersprungen: 1. Warnungen: 2. Zu löschen: Tallora 1, Reporting 0.\n|");
+    CHECK(Run("-reg new new.reg | true") == "0 |");
+    CHECK(DiskFile(OnMachine("new.reg")));
+
+    RawValueSet(platform::KeyCurrentUser, Key, "", RawText("2147483648"));
+    CHECK(Run("-reg /wer hugo") == "2 |»Benutzer: (Standard)« der Tabelle [Tallora]: Überlauf.\n");
+    RawValueSet(platform::KeyLocalMachine, Key, "a", RawText("2147483648"));
+    RawValueSet(platform::KeyLocalMachine, Key, "b", RawNumber(1));
+    CHECK(Run("-reg /export new") ==
+          "1 Warnung: Die Datei kann nicht importiert werden: new: Zeile 16: Überlauf.\n"
+          "Warnung: Der Eintrag »a« der Tabelle [Tallora] ist nicht lesbar oder keine gültige Zahl.\n"
+          "Einträge: Tallora 1, Reporting 0. Übersprungen: 0. Warnungen: 2.\n|");
+
+    DiskFile(OnMachine("new"), "[Tallora]\na=1\n[Reporting]\n");
+    const std::string notWritable = "2 |HKEY_LOCAL_MACHINE\\Software\\Vandrel\\Tallora\\V4: Schreiben ist nicht ";
+    Writable("machine.db", false);
+    CHECK(Run("-reg /import new") == notWritable + "möglich; dazu sind Administratorrechte nötig.\n");
+    Writable("machine.db", true);
+    CHECK(RawValue(platform::KeyLocalMachine, Key, "b"));
+    const std::string database = OnMachine("machine.db").string();
+    SQLite::Database(database, SQLite::OPEN_READWRITE)
+        .exec("CREATE TRIGGER refusal BEFORE INSERT ON value WHEN new.name = 'a' BEGIN SELECT RAISE(ABORT, ''); END");
+    CHECK(Run("-reg /import new") == "2 |new: Die Registrierungsdatei \"" + database +
+                                         "\" kann nicht gelesen oder geschrieben werden. (Fehler 1117). Der Import "
+                                         "wurde abgebrochen; die Tabellen sind unvollständig.\n");
+    DiskFile(database, "damaged");
+    CHECK(Run("-reg /import new") == notWritable + "möglich: Die Registrierungsdatei \"" + database +
+                                         "\" ist beschädigt oder keine Registrierung. (Fehler 1009)\n");
 }

