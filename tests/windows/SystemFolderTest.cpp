@@ -12,10 +12,8 @@
 using platform::windows::Owned;
 
 TEST_CASE_FIXTURE(TestMachine, "Bare program and library names resolve only to the system folder") {
-    // Started without its option, the program exits with 0.
     const std::filesystem::path folder = platform::TextFromAnsi(platform::ProgramFolder());
-    const std::filesystem::path program = folder.parent_path() / "vtv4v.exe";
-    const std::filesystem::path earlier = std::filesystem::current_path();
+    const std::filesystem::path program = folder / "../vtv4v.exe";  // without its option, exits with 0
     std::filesystem::current_path(std::filesystem::path(ControlFile()).parent_path());
     std::filesystem::copy_file(program, "MsiExec.exe");
     std::filesystem::copy_file(program, "vtv4v-planted.dll");
@@ -45,7 +43,7 @@ TEST_CASE_FIXTURE(TestMachine, "Bare program and library names resolve only to t
         getPolicy(::GetCurrentProcess(), 10, &imageLoadPolicy, sizeof imageLoadPolicy);
     }
     CHECK(imageLoadPolicy == 4);
-    std::filesystem::current_path(earlier);
+    std::filesystem::current_path(folder);
 }
 
 TEST_CASE("CallTextFunction leaves the library loaded") {
