@@ -14,9 +14,7 @@ namespace {
 // HKEY_CURRENT_USER must be redirected last, since the target keys are created below it.
 const HKEY Roots[] = {HKEY_CLASSES_ROOT, HKEY_LOCAL_MACHINE, HKEY_USERS, HKEY_CURRENT_USER};
 
-std::string UniqueName() {
-    return "vtv4v-tests-" + std::to_string(::GetCurrentProcessId());
-}
+const std::string UniqueName = "vtv4v-tests-" + std::to_string(::GetCurrentProcessId());
 
 }  // namespace
 
@@ -24,12 +22,12 @@ void TestMachine::SetUp() {
     for (const HKEY root : Roots) {
         const std::string name = std::to_string(reinterpret_cast<std::intptr_t>(root));
         HKEY own = nullptr;
-        REQUIRE(::RegCreateKeyA(HKEY_CURRENT_USER, ("Software\\" + UniqueName() + "\\" + name).c_str(), &own) ==
+        REQUIRE(::RegCreateKeyA(HKEY_CURRENT_USER, ("Software\\" + UniqueName + "\\" + name).c_str(), &own) ==
                 ERROR_SUCCESS);
         REQUIRE(::RegOverridePredefKey(root, own) == ERROR_SUCCESS);
         ::RegCloseKey(own);
     }
-    folder_ = std::filesystem::temp_directory_path() / UniqueName();
+    folder_ = std::filesystem::temp_directory_path() / UniqueName;
     std::filesystem::remove_all(folder_);
     Environment("HOMEDRIVE", folder_.root_name().string());
     Environment("HOMEPATH", (folder_.root_directory() / folder_.relative_path()).string());
@@ -39,7 +37,7 @@ void TestMachine::TearDown() {
     for (const HKEY root : Roots) {
         ::RegOverridePredefKey(root, nullptr);
     }
-    ::RegDeleteTreeA(HKEY_CURRENT_USER, ("Software\\" + UniqueName()).c_str());
+    ::RegDeleteTreeA(HKEY_CURRENT_USER, ("Software\\" + UniqueName).c_str());
 }
 
 void ProcessVariable(const std::string& name, const std::optional<std::string>& value) {
