@@ -74,11 +74,11 @@ inline std::string ToolTip() {
     return toolTip == nullptr ? "" : Caption(toolTip);
 }
 
-// Waits for the window with this title.
-inline HWND WaitForWindow(const char* title) {
+// Waits for the window with this class or title. Either of them may be null.
+inline HWND WaitForWindow(const char* className, const char* title) {
     HWND window = nullptr;
     REQUIRE(Eventually([&] {
-        window = ::FindWindowA(nullptr, title);
+        window = ::FindWindowA(className, title);
         return ::IsWindowVisible(window);
     }));
     return window;
@@ -86,21 +86,7 @@ inline HWND WaitForWindow(const char* title) {
 
 // Waits for a message box. It is ready once one of its buttons has the focus.
 inline HWND WaitForBox() {
-    HWND box = nullptr;
-    REQUIRE(Eventually([&] {
-        box = ::FindWindowA("#32770", nullptr);
-        return ::IsWindowVisible(box) && ::IsChild(box, Focus(box));
-    }));
+    const HWND box = WaitForWindow("#32770", nullptr);
+    REQUIRE(Eventually([&] { return ::IsChild(box, Focus(box)); }));
     return box;
-}
-
-constexpr int CloseBox = 0;
-
-// Answers a box with one of its buttons (IDYES etc.) or CloseBox, and waits until the box has closed. Posts the
-// button's notification instead of a click: a box in the background would miss a click, and once the program has ended,
-// another window could receive it.
-inline void AnswerBox(HWND box, int button) {
-    ::PostMessageA(box, button == CloseBox ? WM_CLOSE : WM_COMMAND, MAKEWPARAM(button, BN_CLICKED),
-                   reinterpret_cast<LPARAM>(::GetDlgItem(box, button)));
-    CHECK(Eventually([&] { return !::IsWindow(box); }));
 }
