@@ -3,8 +3,13 @@
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 #include <SQLiteCpp/VariadicBind.h>
+#include <sqlite3.h>
 
+#include <array>
+#include <cstdint>
 #include <map>
+#include <string>
+#include <utility>
 
 namespace platform::host {
 
@@ -13,6 +18,24 @@ namespace platform::host {
 struct Database : SQLite::Database {
     using SQLite::Database::Database;
     std::map<const char*, SQLite::Statement> statements = {};
+
+    // Finding a key again takes no transaction if the keys haven't changed.
+    std::map<std::pair<std::int64_t, std::string>, std::int64_t> foundKeys = {};  // in this version of the keys
+    std::uint32_t foundVersion = 0;
+    std::uint32_t ownValueChanges = 0;
+
+    // Returns a number that grows with each change to the file except those counted in `ownValueChanges`. A database in
+    // memory never changes.
+    [[nodiscard]] std::uint32_t KeyVersion() const {
+        constexpr sqlite3_int64 changeCounterOffset = 24;
+        sqlite3_file* file = nullptr;
+        sqlite3_file_control(getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+        std::array<unsigned char, 4> counter{};
+        if (file->pMethods != nullptr) {
+            file->pMethods->xRead(file, counter.data(), counter.size(), changeCounterOffset);
+        }
+        return (counter[0] << 24U | counter[1] << 16U | counter[2] << 8U | counter[3]) - ownValueChanges;
+    }
 };
 
 // Binds the parameters of the statement `sql` and resets the statement at the end of the scope. `sql` must be a

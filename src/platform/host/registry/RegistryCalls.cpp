@@ -5,8 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <map>
-#include <sstream>
-#include <vector>
+#include <utility>
 
 #include "platform/Bytes.h"
 #include "platform/Regional.h"
@@ -23,8 +22,6 @@ using host::Database;
 using host::OpenKey;
 using host::Query;
 using host::RegistryFailure;
-
-using Levels = std::vector<std::u16string>;
 
 constexpr Status StatusBadPathName = 161;  // ERROR_BAD_PATHNAME
 
@@ -87,16 +84,13 @@ std::string Folded(const std::u16string& name) {
     return host::ToUtf8(CharUpperW(name));
 }
 
-// Splits a path into its levels and skips empty ones.
-Levels LevelsFrom(const std::string& path) {
-    Levels levels;
-    std::istringstream names(path.substr(0, path.find('\0')));
-    for (std::string name; std::getline(names, name, '\\');) {
-        if (!name.empty()) {
-            levels.push_back(TextFromAnsi(name));
-        }
-    }
-    return levels;
+// Returns a path with one "\" before each level, and without empty levels.
+std::u16string LevelsOf(const std::string& path) {
+    std::u16string levels = u'\\' + TextFromAnsi(path.substr(0, path.find('\0')));
+    const auto bothSeparators = [](char16_t one, char16_t next) { return one == u'\\' && next == u'\\'; };
+    const auto rest = std::ranges::unique(levels, bothSeparators);
+    levels.erase(rest.begin(), rest.end());
+    return levels.substr(0, levels.find_last_not_of(u'\\') + 1);
 }
 
 // Returns the key that a handle refers to, or null if the handle is invalid. The key may have been deleted.
@@ -108,7 +102,7 @@ const OpenKey* FindOpenKey(Handle handle) {
         {KeyLocalMachine, {false, host::RootKey, allRights}},
         {KeyUsers, {true, host::UsersKey, KeyQueryValue | KeyEnumerateSubKeys}}};
     const auto root = roots.find(handle);
-    return root == roots.end() ? host::HandleFindAs<OpenKey>(handle) : &root->second;
+    return root == roots.end() ? std::get_if<OpenKey>(host::HandleFind(handle)) : &root->second;
 }
 
 // Returns the key that a handle refers to. Throws 6 if the handle is invalid, 5 if it lacks one of `rights`.
@@ -133,21 +127,26 @@ Status RunCall(Handle handle, const Steps& steps) {
     return latestFailure.status;
 }
 
-// Returns the id of the key at `levels` below `start`, or 0 if it is missing. Throws 1018 if `start` was deleted.
-std::int64_t KeyBelow(Database& database, std::int64_t start, std::span<const std::u16string> levels) {
-    std::string path;
-    for (const std::u16string& level : levels) {
-        path += '\\' + Folded(level);
+// Returns the id of the key at `levels` below `start`, or 0 if it is missing. Throws 1018 if `start` was deleted. If
+// the keys haven't changed, finding a key again takes no transaction.
+std::int64_t KeyBelow(Database& database, std::int64_t start, const std::u16string& levels) {
+    const std::pair place(start, Folded(levels));
+    const auto found = database.foundKeys.find(place);
+    if (found != database.foundKeys.end() && database.foundVersion == database.KeyVersion()) {
+        return found->second;
     }
-    Query query(database, SelectKeyBelow, start, path);
+    Query query(database, SelectKeyBelow, place.first, place.second);
     RefuseUnless(query->executeStep(), StatusKeyDeleted);
-    return query->getColumn(0);
+    if (const std::uint32_t version = database.KeyVersion(); std::exchange(database.foundVersion, version) != version) {
+        database.foundKeys.clear();
+    }
+    return database.foundKeys[place] = query->getColumn(0);
 }
 
 // Returns the key at `path` below the handle's key, with id 0 if it is missing. Requires no access rights.
 OpenKey FindKey(Handle handle, const std::string& path) {
     OpenKey key = KeyOf(handle, 0);
-    key.key = KeyBelow(FileOf(key).ForReading(), key.key, LevelsFrom(path));
+    key.key = KeyBelow(FileOf(key).ForReading(), key.key, LevelsOf(path));
     RefuseUnless(!path.starts_with('\\') || handle == KeyClassesRoot, StatusBadPathName);
     return key;
 }
@@ -159,17 +158,17 @@ OpenKey FindExistingKey(Handle handle, const std::string& path) {
 }
 
 // Creates all missing levels below `start` in one transaction and returns the last level.
-OpenKey CreateKey(OpenKey start, const Levels& levels) {
-    RefuseUnless(std::ranges::all_of(levels, [](const auto& level) { return level.size() <= LongestKeyName; }),
-                 StatusInvalidParameter);
+OpenKey CreateKey(OpenKey start, const std::u16string& levels) {
     Database& database = FileOf(start).ForWriting();
     SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
-    for (const std::u16string& level : levels) {
-        const std::int64_t parent = start.key;
-        start.key = KeyBelow(database, parent, {&level, 1});
+    for (std::size_t end = 0; end < levels.size();) {
+        const std::size_t begin = std::exchange(end, std::min(levels.find(u'\\', end + 1), levels.size()));
+        const std::u16string level = levels.substr(begin, end - begin);
+        RefuseUnless(level.size() <= LongestKeyName + 1, StatusInvalidParameter);
+        const std::int64_t parent = std::exchange(start.key, KeyBelow(database, start.key, level));
         if (start.key == 0) {
             RefuseUnless(parent != host::UsersKey, StatusAccessDenied);
-            Query(database, InsertSubKey, parent, host::ToUtf8(level), '\\' + Folded(level))->exec();
+            Query(database, InsertSubKey, parent, host::ToUtf8(level.substr(1)), Folded(level))->exec();
             start.key = database.getLastInsertRowid();
         }
     }
@@ -246,7 +245,7 @@ Status RegCreateKeyExA(Handle key, const std::string& subKey, const std::string&
     created = 0;
     return RunCall(key, [&] {
         const OpenKey found = FindKey(key, subKey);
-        created = OpenHandle(found.key != 0 ? found : CreateKey(KeyOf(key, 0), LevelsFrom(subKey)), access);
+        created = OpenHandle(found.key != 0 ? found : CreateKey(KeyOf(key, 0), LevelsOf(subKey)), access);
         disposition = found.key != 0 ? openedExisting : createdNew;
     });
 }
@@ -314,9 +313,11 @@ Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, s
     return RunCall(key, [&] {
         const std::u16string valueName = ValueName(name, StatusInvalidParameter);
         const OpenKey open = KeyOf(key, KeySetValue);
-        Query query(FileOf(open).ForWriting(), InsertValue, open.key, host::ToUtf8(valueName), Folded(valueName), type);
+        Database& database = FileOf(open).ForWriting();
+        Query query(database, InsertValue, open.key, host::ToUtf8(valueName), Folded(valueName), type);
         BindData(query, 5, type, StoredData(type, data));
         RefuseUnless(query->exec() != 0, StatusKeyDeleted);
+        ++database.ownValueChanges;
     });
 }
 

@@ -93,6 +93,7 @@ Database& RegistryFile::ForReading() {
 }
 
 Database& RegistryFile::ForWriting() {
+    ForReading();
     RequireWritable();
     if (opened_.st_size == 0) {
         std::error_code error;
@@ -106,8 +107,7 @@ Database& RegistryFile::ForWriting() {
     return *database_;
 }
 
-void RegistryFile::RequireWritable() {
-    ForReading();
+void RegistryFile::RequireWritable() const {
     const bool isMissing = opened_.st_ino == 0;  // creating the file may still fail
     if (!isMissing && !writable_) {
         throw Failure(StatusAccessDenied);
@@ -125,7 +125,7 @@ RegistryFailure RegistryFile::FailureFrom(const SQLite::Exception& exception) {
     const auto found = statuses.find(exception.getErrorCode());
     const Status status = found == statuses.end() ? StatusIoDevice : found->second;
     if (status == StatusBusy) {
-        lastBusy_ = std::chrono::steady_clock::now();
+        endOfPause_ = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     }
     return Failure(status);
 }
@@ -160,9 +160,7 @@ struct stat RegistryFile::FileStatus() const {
 // Returns how long a call waits for another process's lock, which normally lasts milliseconds. For a while after a
 // timeout, calls don't wait, so that a locked file doesn't delay one operation again and again.
 int RegistryFile::BusyMilliseconds() const {
-    constexpr int longestWait = 1100;
-    constexpr std::chrono::seconds pause(10);
-    return lastBusy_ && std::chrono::steady_clock::now() - *lastBusy_ < pause ? 0 : longestWait;
+    return std::chrono::steady_clock::now() < endOfPause_ ? 0 : 1100;
 }
 
 // Opens a database in truncate journal mode, so that (unlike with WAL) readers need no second file and no permission to

@@ -35,8 +35,9 @@ public:
     Database& ForReading();
     // Like ForReading, but creates the file if it is missing. Throws status 5 if the file is read-only.
     Database& ForWriting();
-    // Throws status 5 if the file's owner write bit is off or this process can't write to the file.
-    void RequireWritable();
+    // Throws status 5 if, at the last ForReading, the file's owner write bit was off or this process couldn't write to
+    // the file.
+    void RequireWritable() const;
 
     // Converts a database exception to a registry failure.
     [[nodiscard]] RegistryFailure FailureFrom(const SQLite::Exception& exception);
@@ -53,7 +54,7 @@ private:
     std::optional<Database> database_;
     struct stat opened_ = {};  // the status of the open file; all zero if the file is missing
     bool writable_ = false;
-    std::optional<std::chrono::steady_clock::time_point> lastBusy_;
+    std::chrono::steady_clock::time_point endOfPause_ = {};
 };
 
 // If the last failed registry call returned `status` because of its registry file, returns a German description of the
