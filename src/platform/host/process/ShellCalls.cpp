@@ -1,12 +1,18 @@
 #include "platform/ShellCalls.h"
 
+#include <fcntl.h>
+#include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <iterator>
 #include <sstream>
+#include <string>
 #include <thread>
 #include <vector>
 
@@ -18,7 +24,8 @@
 #include "platform/host/console/Terminal.h"
 #include "platform/host/drive/Drive.h"
 #include "platform/host/process/ClassValue.h"
-#include "platform/host/process/StartedProgram.h"
+
+extern char** environ;
 
 namespace platform {
 
@@ -78,20 +85,61 @@ std::string FindProgram(const std::string& name) {
     return isPath ? std::string() : FindInHostPath(host::ToUtf8(TextFromAnsi(name)));
 }
 
-// Returns the program and arguments of a command line, with "%1" replaced by `document`.
-host::ProgramStart ProgramOf(const std::string& command, const std::string& document = {}) {
-    host::ProgramStart program{SplitCommandLine(command)};
-    if (program.arguments.empty()) {
-        program.arguments.emplace_back();  // no program has an empty name
-    }
-    for (std::string& argument : program.arguments) {
-        const bool isProgram = &argument == &program.arguments.front();
-        argument = isProgram ? FindProgram(argument) : host::ToUtf8(TextFromAnsi(argument));
-        if (const std::size_t offset = argument.find("%1"); offset != std::string::npos && !isProgram) {
+// Returns the host path of a command line's program, which is empty if the program isn't found, and the program's
+// arguments, with "%1" replaced by `document`.
+std::vector<std::string> ProgramOf(const std::string& command, const std::string& document = {}) {
+    std::vector<std::string> program = SplitCommandLine(command);
+    program.resize(std::max<std::size_t>(program.size(), 1));  // no program has an empty name
+    program.front() = FindProgram(program.front());
+    std::for_each(program.begin() + 1, program.end(), [&](std::string& argument) {
+        argument = host::ToUtf8(TextFromAnsi(argument));
+        if (const std::size_t offset = argument.find("%1"); offset != std::string::npos) {
             argument.replace(offset, 2, document);
         }
-    }
+    });
     return program;
+}
+
+// Starts a program (see ProgramOf) in `folder`, or in this process's working directory if `folder` is empty. Unless
+// `inTerminal` is true, the program reads from /dev/null and gets its own process group, so that Ctrl-C in the terminal
+// doesn't reach it. If this process has a terminal, the output of such a program goes to /dev/null.
+Status StartProgram(std::vector<std::string> program, const std::string& folder, bool inTerminal, pid_t& process) {
+    // Reaps child processes that have exited, so that zombies don't accumulate.
+    while (waitpid(-1, nullptr, WNOHANG) > 0) {
+    }
+    std::vector<char*> arguments;
+    std::ranges::transform(program, std::back_inserter(arguments), [](std::string& it) { return it.data(); });
+    arguments.push_back(nullptr);
+
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    if (!folder.empty()) {
+        posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
+    }
+    if (!inTerminal) {
+        posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+    }
+    if (!inTerminal && host::HasTerminal()) {
+        posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+        posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO);
+    }
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes, static_cast<short>(inTerminal ? 0 : POSIX_SPAWN_SETPGROUP));
+    const int failure = posix_spawn(&process, arguments.front(), &actions, &attributes, arguments.data(), environ);
+    posix_spawnattr_destroy(&attributes);
+    posix_spawn_file_actions_destroy(&actions);
+    return host::StatusFromErrno(failure);
+}
+
+// Gives the terminal to a program and waits until the program exits.
+Status RunInTerminal(const std::vector<std::string>& program, const std::string& folder) {
+    const host::SuspendedWindows windows;
+    pid_t process = 0;
+    const Status status = StartProgram(program, folder, true, process);
+    while (status == StatusSuccess && waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
+    }
+    return status;
 }
 
 // Removes the quotes around a path and replaces doubled quotes inside the path with single ones.
@@ -123,18 +171,17 @@ std::int32_t ShellExecuteA(Handle /*owner*/, const std::string& /*verb*/, const 
     if (command.empty()) {
         return ShellNoAssociation;
     }
-    host::ProgramStart program = ProgramOf(command, document.path);
-    const host::ResolvedPath folder = host::ResolvePath(directory);
-    program.directory = folder.IsFolder() ? folder.path : std::string();
+    const std::vector<std::string> program = ProgramOf(command, document.path);
+    const host::ResolvedPath resolved = host::ResolvePath(directory);
+    const std::string folder = resolved.IsFolder() ? resolved.path : std::string();
     pid_t process = 0;
     const bool inTerminal = host::HasTerminal() && host::ClassNumber(className, "Terminal") == 1;
-    const Status status =
-        host::StatusFromErrno(inTerminal ? host::RunInTerminal(program) : host::StartProgram(program, process));
+    const Status status = inTerminal ? RunInTerminal(program, folder) : StartProgram(program, folder, false, process);
     return status == StatusSuccess ? ShellStarted : status < ShellStarted ? status : ShellBadFormat;
 }
 
 Status StartCommandLine(const std::string& command, std::int32_t /*windowStyle*/, std::int32_t& processId) {
-    return host::StatusFromErrno(host::StartProgram(ProgramOf(command), processId));
+    return StartProgram(ProgramOf(command), {}, false, processId);
 }
 
 Handle OpenProcess(std::int32_t /*access*/, std::int32_t /*inherit*/, std::int32_t processId) {
@@ -143,12 +190,12 @@ Handle OpenProcess(std::int32_t /*access*/, std::int32_t /*inherit*/, std::int32
 
 // Treats WaitInfinite as a timeout of seven weeks.
 std::uint32_t WaitForSingleObject(Handle process, std::uint32_t milliseconds) {
-    const auto* const reference = host::HandleFindAs<host::ProcessReference>(process);
-    if (reference == nullptr) {
+    const auto* const number = std::get_if<host::ProcessReference>(host::HandleFind(process));
+    if (number == nullptr) {
         return WaitFailed;
     }
     const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(milliseconds);
-    while (waitpid(reference->number, nullptr, WNOHANG) == 0) {
+    while (waitpid(*number, nullptr, WNOHANG) == 0) {
         if (std::chrono::steady_clock::now() >= end) {
             return WaitTimeout;
         }
