@@ -27,7 +27,7 @@ host::HandleObject* host::HandleFind(Handle handle) {
 }
 
 Status CloseHandle(Handle handle) noexcept {
-    const bool isKey = host::HandleFindAs<host::OpenKey>(handle) != nullptr;  // only RegCloseKey closes keys
+    const bool isKey = std::get_if<host::OpenKey>(host::HandleFind(handle)) != nullptr;  // only RegCloseKey closes keys
     return !isKey && host::HandleRemove(handle) ? StatusSuccess : StatusInvalidHandle;
 }
 

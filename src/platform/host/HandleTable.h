@@ -18,9 +18,7 @@ struct CloseFile {
 };
 using OpenFile = std::unique_ptr<std::FILE, CloseFile>;
 
-struct ProcessReference {
-    pid_t number;
-};
+using ProcessReference = pid_t;
 
 struct OpenKey {
     bool isUsers;      // true if the key is in the user's registry file, false if in the machine's
@@ -37,11 +35,5 @@ bool HandleRemove(Handle handle) noexcept;
 
 // Returns null if the handle is invalid.
 HandleObject* HandleFind(Handle handle);
-
-// Returns null if the handle is invalid or refers to an object of another type.
-template <typename Object>
-Object* HandleFindAs(Handle handle) {
-    return std::get_if<Object>(HandleFind(handle));
-}
 
 }  // namespace platform::host

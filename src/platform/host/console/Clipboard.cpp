@@ -13,34 +13,32 @@ namespace platform {
 
 namespace {
 
-bool containsOurText = false;
+std::filesystem::path copiedTo;  // the clipboard file, if it contains our text
 
-std::filesystem::path MachineClipboard() {
-    return host::MachineFolder() / "clipboard.txt";
-}
-
-bool WriteClipboard(const std::string& bytes) {
+// Returns the clipboard file, or an empty path if writing failed.
+std::filesystem::path WriteClipboard(const std::string& bytes) {
+    const std::filesystem::path file = host::MachineFolder() / "clipboard.txt";
     std::error_code failure;  // ignored; the write below reports any failure
-    std::filesystem::create_directories(MachineClipboard().parent_path(), failure);
-    return (std::ofstream(MachineClipboard(), std::ios::binary) << bytes << std::flush).good();
+    std::filesystem::create_directories(file.parent_path(), failure);
+    const bool isWritten = (std::ofstream(file, std::ios::binary) << bytes << std::flush).good();
+    return isWritten ? file : std::filesystem::path();
 }
 
 }  // namespace
 
-std::optional<std::filesystem::path> host::ClipboardFile() {
-    return containsOurText ? std::optional(MachineClipboard()) : std::nullopt;
+std::filesystem::path host::ClipboardFile() {
+    return copiedTo;
 }
 
 bool ClipboardClear() {
-    containsOurText = false;
-    return WriteClipboard("");
+    copiedTo.clear();
+    return !WriteClipboard("").empty();
 }
 
-// In the format CF_TEXT, a string ends at the first NUL.
-bool ClipboardSet(const std::string& text, std::uint32_t format) {
-    containsOurText =
-        format == ClipboardText && WriteClipboard(host::ToUtf8(TextFromAnsi(text.substr(0, text.find('\0')))));
-    return containsOurText;
+// Supports only the format CF_TEXT, in which a string ends at the first NUL.
+bool ClipboardSet(const std::string& text, std::uint32_t /*format*/) {
+    copiedTo = WriteClipboard(host::ToUtf8(TextFromAnsi(text.substr(0, text.find('\0')))));
+    return !copiedTo.empty();
 }
 
 }  // namespace platform

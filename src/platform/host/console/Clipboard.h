@@ -1,11 +1,10 @@
 #pragma once
 
 #include <filesystem>
-#include <optional>
 
 namespace platform::host {
 
-// Returns the clipboard file, or nothing if this process hasn't copied any text to it.
-std::optional<std::filesystem::path> ClipboardFile();
+// Returns the path of the clipboard file, or an empty path if this process hasn't copied any text to it.
+std::filesystem::path ClipboardFile();
 
 }  // namespace platform::host

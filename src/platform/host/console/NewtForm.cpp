@@ -311,8 +311,8 @@ void NewtForm::ShowToolTip() const {
     std::u16string text;
     if (const auto focus = Focus()) {
         text = dialog_.controls[*focus].toolTip;
-    } else if (const auto clipboard = ClipboardFile()) {
-        text = u"Kopiert nach " + clipboard->u16string();
+    } else if (const std::filesystem::path clipboard = ClipboardFile(); !clipboard.empty()) {
+        text = u"Kopiert nach " + clipboard.u16string();
     }
     std::vector<std::string> lines = Wrapped(text, columns_ - 2);
     lines.resize(static_cast<std::size_t>(toolTipRows_));

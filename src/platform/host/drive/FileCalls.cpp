@@ -54,7 +54,7 @@ Status StatusIf(bool succeeded) {
 // Runs `operation` on the open file. On failure, `operation` returns false and sets errno.
 template <typename Operation>
 Status UseFile(Handle handle, const Operation& operation) {
-    const auto* const opened = host::HandleFindAs<host::OpenFile>(handle);
+    const auto* const opened = std::get_if<host::OpenFile>(host::HandleFind(handle));
     return opened == nullptr ? StatusInvalidHandle : StatusIf(operation(opened->get()));
 }
 
