@@ -24,20 +24,29 @@ void RunOperation(platform::Handle window, void (*operation)()) {
     operation();
 }
 
+// All lengths in twips.
+struct Button {
+    const char16_t* caption;
+    std::int32_t left;
+    std::int32_t top;
+    const char16_t* toolTip;
+    void (*clicked)(platform::Handle window, const Button& button);
+};
+
 // Asks for confirmation, then runs an operation that changes the registry and reports only whether it succeeded.
-void AskAndRun(platform::Handle window, const char16_t* caption, const char16_t* effect, void (*operation)()) {
-    const std::int32_t answer =
-        platform::MessageBoxW(Text(effect) + u"\r\nWeiterfahren?", platform::ProgramVersionGet().fileDescription,
-                              platform::ButtonsYesNoCancel + platform::IconQuestion);
+void AskAndRun(platform::Handle window, const Button& button, void (*operation)()) {
+    const std::int32_t answer = platform::MessageBoxW(button.toolTip + Text(u"\r\nWeiterfahren?"),
+                                                      platform::ProgramVersionGet().fileDescription,
+                                                      platform::ButtonsYesNoCancel + platform::IconQuestion);
     if (answer != platform::AnswerYes) {
         return;
     }
     const std::optional<Error> error = TrapError([&] {
         RunOperation(window, operation);
-        platform::MessageBoxW(u"Fertig", caption, platform::ButtonsOk + platform::IconInformation);
+        platform::MessageBoxW(u"Fertig", button.caption, platform::ButtonsOk + platform::IconInformation);
     });
     if (error) {
-        platform::MessageBoxW(u"Fehlgeschlagen!", caption, platform::ButtonsOk + platform::IconCritical);
+        platform::MessageBoxW(u"Fehlgeschlagen!", button.caption, platform::ButtonsOk + platform::IconCritical);
     }
 }
 
@@ -50,47 +59,6 @@ bool TryWriteControlFile(platform::Handle window, void (*operation)()) {
     return !error;
 }
 
-constexpr char16_t ImportCaption[] = u"Importieren";
-constexpr char16_t ImportToolTip[] =
-    u"Die Steuerungs-Datei wird importiert. Die neuen Versions-Einstellungen werden gesetzt.";
-constexpr char16_t ClearCaption[] = u"Löschen";
-constexpr char16_t ClearToolTip[] = u"Alle Versions-Einstellungen werden gelöscht.";
-
-void ExportClicked(platform::Handle window) {
-    if (TryWriteControlFile(window, ExportVersions)) {
-        EditControlFile();
-    }
-}
-
-void ImportClicked(platform::Handle window) {
-    AskAndRun(window, ImportCaption, ImportToolTip, ImportVersions);
-}
-
-void DemoClicked(platform::Handle window) {
-    TryWriteControlFile(window, WriteDemoFile);
-}
-
-void ClearClicked(platform::Handle window) {
-    AskAndRun(window, ClearCaption, ClearToolTip, ClearVersions);
-}
-
-void EditClicked(platform::Handle /*window*/) {
-    EditControlFile();
-}
-
-void QuitClicked(platform::Handle window) {
-    platform::ShowWindow(window, platform::ShowHide);
-}
-
-// All lengths in twips.
-struct Button {
-    const char16_t* caption;
-    std::int32_t left;
-    std::int32_t top;
-    const char16_t* toolTip;
-    void (*clicked)(platform::Handle window);
-};
-
 enum ButtonIndex : std::size_t { btnExport, btnImport, btnDemo, btnClear, btnEdit, btnQuit, ButtonCount };
 
 // In tab order.
@@ -98,15 +66,25 @@ constexpr Button Buttons[] = {
     {u"Exportieren", 240, 240,
      u"Die aktuellen Versions-Einstellungen werden in die Steuerungs-Datei exportiert. Die kann angepasst und "
      u"abgespeichert werden.",
-     ExportClicked},
-    {ImportCaption, 1920, 240, ImportToolTip, ImportClicked},
+     [](platform::Handle window, const Button& /*button*/) {
+         if (TryWriteControlFile(window, ExportVersions)) {
+             EditControlFile();
+         }
+     }},
+    {u"Importieren", 1920, 240,
+     u"Die Steuerungs-Datei wird importiert. Die neuen Versions-Einstellungen werden gesetzt.",
+     [](platform::Handle window, const Button& button) { AskAndRun(window, button, ImportVersions); }},
     {u"Demo", 240, 840,
      u"Es wird eine Steuerungs-Datei zu Demonstrationszwecken erstellt. Die kann angepasst und abgespeichert werden.",
-     DemoClicked},
-    {ClearCaption, 240, 1440, ClearToolTip, ClearClicked},
-    {u"Bearbeiten", 1920, 840, u"Die Steuerungs-Datei bearbeiten.", EditClicked},
-    {u"Fertig", 1920, 1440, u"Programm beenden.", QuitClicked},
+     [](platform::Handle window, const Button& /*button*/) { TryWriteControlFile(window, WriteDemoFile); }},
+    {u"Löschen", 240, 1440, u"Alle Versions-Einstellungen werden gelöscht.",
+     [](platform::Handle window, const Button& button) { AskAndRun(window, button, ClearVersions); }},
+    {u"Bearbeiten", 1920, 840, u"Die Steuerungs-Datei bearbeiten.",
+     [](platform::Handle /*window*/, const Button& /*button*/) { EditControlFile(); }},
+    {u"Fertig", 1920, 1440, u"Programm beenden.",
+     [](platform::Handle window, const Button& /*button*/) { platform::ShowWindow(window, platform::ShowHide); }},
 };
+
 static_assert(std::size(Buttons) == ButtonCount);
 
 platform::WindowDesign Design() {
@@ -181,6 +159,6 @@ void frmVTV4V::Clicked(std::size_t button) {
     if (!operationRunning_) {
         operationRunning_ = true;
         const platform::ScopeExit ended([this] { operationRunning_ = false; });
-        Buttons[button].clicked(window_);
+        Buttons[button].clicked(window_, Buttons[button]);
     }
 }

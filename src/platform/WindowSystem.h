@@ -32,7 +32,7 @@ enum class ControlKind { Button, Label };
 
 struct Control {
     ControlKind kind;
-    std::u16string caption;  // shown literally: an ampersand doesn't mark an access key
+    std::u16string caption;  // on Windows, an ampersand in a button's caption marks an access key
     Rectangle bounds;        // relative to the top left corner of the client area
     bool bold = false;
     bool visible = true;
@@ -71,6 +71,7 @@ void WindowShowModal(Handle window);
 void WindowDestroy(Handle window) noexcept;
 
 void ControlCaption(Handle window, std::size_t control, const std::u16string& caption);
+// Call it only once for each control.
 void ControlToolTip(Handle window, std::size_t control, const std::u16string& text);
 void ControlColours(Handle window, std::size_t control, Colour background, Colour text);
 void ControlVisible(Handle window, std::size_t control, bool visible);
@@ -110,8 +111,7 @@ inline constexpr std::uint32_t IconExclamation = 0x30;     // MB_ICONWARNING
 inline constexpr std::uint32_t IconInformation = 0x40;     // MB_ICONINFORMATION
 
 inline constexpr std::int32_t AnswerOk = 1;
-inline constexpr std::int32_t AnswerCancel =
-    2;  // also returned if a box with a Cancel button is closed by its close box
+inline constexpr std::int32_t AnswerCancel = 2;  // also the close box's answer, if there is a Cancel button
 inline constexpr std::int32_t AnswerYes = 6;
 inline constexpr std::int32_t AnswerNo = 7;
 

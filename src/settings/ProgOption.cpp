@@ -28,10 +28,10 @@ Text ProgOption::SectionKey(const Text& section) const {
     return path;
 }
 
-Variant ProgOption::Get(Store open, const Text& section, const Text& name, const Variant& defaultValue) {
+Variant ProgOption::Get(platform::Handle root, const Text& section, const Text& name, const Variant& defaultValue) {
     Variant result = std::holds_alternative<NotGiven>(defaultValue) ? Variant(Empty{}) : defaultValue;
     TrapError([&] {
-        (optionKey_.*open)(SectionKey(section), false);
+        optionKey_.KeyOpen(root, SectionKey(section));
         result = optionKey_.Value(name);
     });
     optionKey_.KeyClose();
@@ -41,69 +41,33 @@ Variant ProgOption::Get(Store open, const Text& section, const Text& name, const
 
 // Opens the root and the section for reading; each step then adds the access right it needs. Requesting all rights at
 // once would save calls, but a denied right must fail the step that needs it, with that step's error description.
-void ProgOption::StoreValue(Store open, const Text& section, const Text& name, const Variant& value) {
-    const platform::ScopeExit close([&] { optionKey_.KeyClose(); });
-    if (!section.empty()) {
-        (optionKey_.*open)(SectionKey({}), true);
-        optionKey_.SubKeyCreate(section);
-        optionKey_.KeyClose();
+void ProgOption::Set(platform::Handle root, const Text& section, const Text& name, const Variant& value) {
+    {
+        const platform::ScopeExit close([&] { optionKey_.KeyClose(); });
+        if (!section.empty()) {
+            optionKey_.KeyOpen(root, SectionKey({}), true);
+            optionKey_.SubKeyCreate(section);
+            optionKey_.KeyClose();
+        }
+        optionKey_.KeyOpen(root, SectionKey(section), true);
+        optionKey_.Value(name, value);
     }
-    (optionKey_.*open)(SectionKey(section), true);
-    optionKey_.Value(name, value);
-}
-
-void ProgOption::Set(Store open, const Text& section, const Text& name, const Variant& value) {
-    StoreValue(open, section, name, value);
     platform::DoEvents();
 }
 
-void ProgOption::Delete(Store open, const Text& section, const Text& name) {
+void ProgOption::Delete(platform::Handle root, const Text& section, const Text& name) {
     TrapError([&] {
-        (optionKey_.*open)(SectionKey(section), false);
+        optionKey_.KeyOpen(root, SectionKey(section));
         optionKey_.ValueNameDelete(name);
     });
     optionKey_.KeyClose();
     platform::DoEvents();
 }
 
-bool ProgOption::CanWrite(Store open, const Text& section) {
+bool ProgOption::CanWrite(platform::Handle root, const Text& section) {
     const std::optional<Error> error = TrapError([&] {
-        Set(open, section, ProbeName, Text(ProbeText));
-        Delete(open, section, ProbeName);
+        Set(root, section, ProbeName, Text(ProbeText));
+        Delete(root, section, ProbeName);
     });
     return !error;
-}
-
-Variant ProgOption::CurrentUser(const Text& section, const Text& name, const Variant& defaultValue) {
-    return Get(&Registry::KeyOpenCurrentUser, section, name, defaultValue);
-}
-
-Variant ProgOption::LocalMachine(const Text& section, const Text& name, const Variant& defaultValue) {
-    return Get(&Registry::KeyOpenLocalMachine, section, name, defaultValue);
-}
-
-void ProgOption::CurrentUser(const Text& section, const Text& name, const Variant& /*defaultValue*/,
-                             const Variant& value) {
-    Set(&Registry::KeyOpenCurrentUser, section, name, value);
-}
-
-void ProgOption::LocalMachine(const Text& section, const Text& name, const Variant& /*defaultValue*/,
-                              const Variant& value) {
-    Set(&Registry::KeyOpenLocalMachine, section, name, value);
-}
-
-void ProgOption::CurrentUserDelete(const Text& section, const Text& name) {
-    Delete(&Registry::KeyOpenCurrentUser, section, name);
-}
-
-void ProgOption::LocalMachineDelete(const Text& section, const Text& name) {
-    Delete(&Registry::KeyOpenLocalMachine, section, name);
-}
-
-bool ProgOption::CurrentUserCanWrite(const Text& section) {
-    return CanWrite(&Registry::KeyOpenCurrentUser, section);
-}
-
-bool ProgOption::LocalMachineCanWrite(const Text& section) {
-    return CanWrite(&Registry::KeyOpenLocalMachine, section);
 }

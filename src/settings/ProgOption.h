@@ -2,6 +2,7 @@
 
 #include "common/Text.h"
 #include "common/Variant.h"
+#include "platform/RegistryCalls.h"
 #include "settings/Registry.h"
 
 // A program's options: named values in sections below one root path, stored for the current user or for the local
@@ -17,33 +18,40 @@ public:
 
     // Returns the stored value. If it can't be read, returns `defaultValue`, or Empty if no default was passed. If the
     // value is neither a string nor a number, returns Null rather than the default.
-    [[nodiscard]] Variant CurrentUser(const Text& section, const Text& name, const Variant& defaultValue = NotGiven{});
-    [[nodiscard]] Variant LocalMachine(const Text& section, const Text& name, const Variant& defaultValue = NotGiven{});
+    [[nodiscard]] Variant CurrentUser(const Text& section, const Text& name, const Variant& defaultValue = NotGiven{}) {
+        return Get(platform::KeyCurrentUser, section, name, defaultValue);
+    }
+    [[nodiscard]] Variant LocalMachine(const Text& section, const Text& name,
+                                       const Variant& defaultValue = NotGiven{}) {
+        return Get(platform::KeyLocalMachine, section, name, defaultValue);
+    }
 
-    // Stores the value and propagates registry errors. Ignores `defaultValue`, which only mirrors the getter's
+    // Stores the value and propagates registry errors. Ignores the default value, which only mirrors the getter's
     // signature.
-    void CurrentUser(const Text& section, const Text& name, const Variant& defaultValue, const Variant& value);
-    void LocalMachine(const Text& section, const Text& name, const Variant& defaultValue, const Variant& value);
+    void CurrentUser(const Text& section, const Text& name, const Variant& /*defaultValue*/, const Variant& value) {
+        Set(platform::KeyCurrentUser, section, name, value);
+    }
+    void LocalMachine(const Text& section, const Text& name, const Variant& /*defaultValue*/, const Variant& value) {
+        Set(platform::KeyLocalMachine, section, name, value);
+    }
 
     // Deletes the value if it exists and access rights permit.
-    void CurrentUserDelete(const Text& section, const Text& name);
-    void LocalMachineDelete(const Text& section, const Text& name);
+    void CurrentUserDelete(const Text& section, const Text& name) { Delete(platform::KeyCurrentUser, section, name); }
+    void LocalMachineDelete(const Text& section, const Text& name) { Delete(platform::KeyLocalMachine, section, name); }
 
     // True if a string can be stored in the section. Finds out by storing and deleting a probe value; keys created for
     // the probe remain.
-    [[nodiscard]] bool CurrentUserCanWrite(const Text& section);
-    [[nodiscard]] bool LocalMachineCanWrite(const Text& section = {});
+    [[nodiscard]] bool CurrentUserCanWrite(const Text& section) { return CanWrite(platform::KeyCurrentUser, section); }
+    [[nodiscard]] bool LocalMachineCanWrite(const Text& section = {}) {
+        return CanWrite(platform::KeyLocalMachine, section);
+    }
 
 private:
-    // The operation that opens a key under HKEY_CURRENT_USER or HKEY_LOCAL_MACHINE.
-    using Store = void (Registry::*)(const Text& path, bool force);
-
     [[nodiscard]] Text SectionKey(const Text& section) const;
-    Variant Get(Store open, const Text& section, const Text& name, const Variant& defaultValue);
-    void StoreValue(Store open, const Text& section, const Text& name, const Variant& value);
-    void Set(Store open, const Text& section, const Text& name, const Variant& value);
-    void Delete(Store open, const Text& section, const Text& name);
-    bool CanWrite(Store open, const Text& section);
+    Variant Get(platform::Handle root, const Text& section, const Text& name, const Variant& defaultValue);
+    void Set(platform::Handle root, const Text& section, const Text& name, const Variant& value);
+    void Delete(platform::Handle root, const Text& section, const Text& name);
+    bool CanWrite(platform::Handle root, const Text& section);
 
     Text sectionRoot_;
     Registry optionKey_;

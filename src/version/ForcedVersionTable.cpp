@@ -12,12 +12,8 @@ namespace {
 
 constexpr char16_t TableSection[] = u"Version\\ForcedVersion";
 
-void Open(Registry& registry, bool localMachine, const Text& path) {
-    if (localMachine) {
-        registry.KeyOpenLocalMachine(path);
-    } else {
-        registry.KeyOpenCurrentUser(path);
-    }
+platform::Handle RootOf(bool localMachine) {
+    return localMachine ? platform::KeyLocalMachine : platform::KeyCurrentUser;
 }
 
 }  // namespace
@@ -64,8 +60,8 @@ void ForcedVersionTable::ForcedVersion(bool localMachine, const Text& regValue, 
 
 void ForcedVersionTable::ForcedVersionClear(bool localMachine) {
     Registry registry;
-    IgnoreErrors([&] { Open(registry, localMachine, VersionSectionKey()); }, [&] { registry.SubKeyDelete(TableKey); },
-                 [&] { registry.KeyClose(); });
+    IgnoreErrors([&] { registry.KeyOpen(RootOf(localMachine), VersionSectionKey()); },
+                 [&] { registry.SubKeyDelete(TableKey); }, [&] { registry.KeyClose(); });
 }
 
 Text ForcedVersionTable::ForcedVersionAll(bool localMachine) const {
@@ -73,7 +69,7 @@ Text ForcedVersionTable::ForcedVersionAll(bool localMachine) const {
     Registry registry;
     const platform::ScopeExit close([&] { registry.KeyClose(); });
     TrapError([&] {
-        Open(registry, localMachine, VersionSectionKey() + u"\\" + TableKey);
+        registry.KeyOpen(RootOf(localMachine), VersionSectionKey() + u"\\" + TableKey);
         registry.ValueNameFirst();
         while (!registry.EOF_ValueName()) {
             const Text name = registry.ValueName();

@@ -21,19 +21,14 @@ TextFunction TextFunctionOf(HMODULE library, const std::string& name) {
 
 Status CreateObject(const std::u16string& progId, ObjectReference& object) {
     windows::EnterApartment();
-    object = 0;
+    void* created = nullptr;
     CLSID clsid;
     Status status = ::CLSIDFromProgID(windows::Wide(progId), &clsid);
-    if (FAILED(status)) {
-        return status;
+    if (SUCCEEDED(status)) {
+        status = ::CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IUnknown, &created);
     }
-    void* created = nullptr;
-    status = ::CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IUnknown, &created);
-    if (FAILED(status)) {
-        return status;
-    }
-    object = reinterpret_cast<ObjectReference>(created);
-    return StatusSuccess;
+    object = reinterpret_cast<ObjectReference>(created);  // null on failure
+    return FAILED(status) ? status : StatusSuccess;
 }
 
 void ReleaseObject(ObjectReference object) noexcept {
@@ -49,10 +44,7 @@ Status CallTextFunction(const std::string& libraryPath, const std::string& funct
     std::error_code error;
     const std::filesystem::path path = std::filesystem::absolute(TextFromAnsi(libraryPath), error);
     const HMODULE library = ::LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
-    if (library == nullptr) {
-        return windows::LastStatus();
-    }
-    const TextFunction called = TextFunctionOf(library, function);
+    const TextFunction called = library == nullptr ? nullptr : TextFunctionOf(library, function);
     if (called == nullptr) {
         return windows::LastStatus();
     }

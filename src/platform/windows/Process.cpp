@@ -1,6 +1,5 @@
 #include "platform/Process.h"
 
-#include <memory>
 #include <vector>
 
 #include "platform/Regional.h"
@@ -75,11 +74,10 @@ std::u16string CommandLineTail() {
 
 std::vector<std::u16string> CommandLineArguments() {
     int count = 0;
-    const std::unique_ptr<wchar_t*, decltype(&::LocalFree)> arguments(::CommandLineToArgvW(::GetCommandLineW(), &count),
-                                                                      &::LocalFree);
+    const windows::Owned<wchar_t**, ::LocalFree> arguments(::CommandLineToArgvW(::GetCommandLineW(), &count));
     std::vector<std::u16string> texts;
     for (int number = 1; arguments != nullptr && number < count; ++number) {
-        texts.emplace_back(reinterpret_cast<const char16_t*>(arguments.get()[number]));
+        texts.emplace_back(windows::Portable(arguments.get()[number]));
     }
     return texts;
 }

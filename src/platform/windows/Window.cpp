@@ -28,19 +28,6 @@ Windows& AllWindows() {
     return windows;
 }
 
-// Escapes ampersands, which would otherwise underline the next character of a button's caption.
-std::u16string EscapeAmpersands(const std::u16string& caption) {
-    std::u16string escaped;
-    for (const char16_t character : caption) {
-        escaped.append(character == u'&' ? 2 : 1, character);
-    }
-    return escaped;
-}
-
-std::u16string ShownCaption(ControlKind kind, const std::u16string& caption) {
-    return kind == ControlKind::Button ? EscapeAmpersands(caption) : caption;
-}
-
 }  // namespace
 
 void Window::ClassRegister() {
@@ -87,7 +74,7 @@ Window::Window(HWND window, const WindowDesign& design, WindowEvents events)
     ::SendMessageW(window_, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon_.get()));
     for (std::size_t index = 0; index < design.controls.size(); ++index) {
         const Control& control = design.controls[index];
-        controls_.push_back({control.kind, CreateControl(control, index), false, nullptr, 0});
+        controls_.push_back({control.kind, CreateControl(control, index), nullptr, 0});
         if (focused_ == nullptr && control.kind == ControlKind::Button) {
             focused_ = controls_.back().window;
         }
@@ -103,9 +90,8 @@ HWND Window::CreateControl(const Control& control, std::size_t index) {
     // WS_CLIPSIBLINGS: if two controls overlap, the earlier one is in front.
     const DWORD style = WS_CHILD | WS_CLIPSIBLINGS | (control.visible ? WS_VISIBLE : 0) |
                         (isButton ? WS_TABSTOP | BS_PUSHBUTTON | BS_NOTIFY : SS_LEFT | SS_NOPREFIX);
-    const std::u16string caption = ShownCaption(control.kind, control.caption);
     const HWND child =
-        ::CreateWindowExW(0, isButton ? L"BUTTON" : L"STATIC", Wide(caption), style,
+        ::CreateWindowExW(0, isButton ? L"BUTTON" : L"STATIC", Wide(control.caption), style,
                           PixelsFromTwips(control.bounds.left), PixelsFromTwips(control.bounds.top),
                           PixelsFromTwips(control.bounds.width), PixelsFromTwips(control.bounds.height), window_,
                           reinterpret_cast<HMENU>(FirstControl + index), ::GetModuleHandleW(nullptr), nullptr);
@@ -124,21 +110,18 @@ void Window::ShowFirst() {
 }
 
 void Window::Caption(std::size_t control, const std::u16string& caption) {
-    const std::u16string shown = ShownCaption(controls_.at(control).kind, caption);
-    ::SetWindowTextW(controls_.at(control).window, Wide(shown));
+    ::SetWindowTextW(controls_.at(control).window, Wide(caption));
 }
 
 void Window::ToolTip(std::size_t control, const std::u16string& text) {
-    ControlState& state = controls_.at(control);
     std::u16string buffer = text;
     TTTOOLINFOW tool{};
     tool.cbSize = TTTOOLINFOW_V2_SIZE;
     tool.uFlags = TTF_SUBCLASS | TTF_IDISHWND;
     tool.hwnd = window_;
-    tool.uId = reinterpret_cast<UINT_PTR>(state.window);
+    tool.uId = reinterpret_cast<UINT_PTR>(controls_.at(control).window);
     tool.lpszText = Wide(buffer);
-    ::SendMessageW(toolTips_, state.hasToolTip ? TTM_UPDATETIPTEXTW : TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-    state.hasToolTip = true;
+    ::SendMessageW(toolTips_, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
 }
 
 void Window::Colours(std::size_t control, Colour background, Colour text) {

@@ -36,7 +36,6 @@ private:
     struct ControlState {
         ControlKind kind;
         HWND window;
-        bool hasToolTip = false;
         OwnedBrush background;  // null for the default colours
         COLORREF textColour = 0;
     };
