@@ -1,7 +1,6 @@
 #include "installcheck/modFileInfo.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -19,25 +18,20 @@ constexpr std::size_t FileVersionMS = 8;
 constexpr std::size_t FileVersionLS = 12;
 constexpr std::size_t FileType = 36;
 
-using FixedInfo = std::array<char, FixedInfoSize>;
-
-std::uint32_t NumberAt(const FixedInfo& info, std::size_t offset) {
-    return platform::NumberFromBytes({&info.at(offset), sizeof(std::uint32_t)});
+// Returns zeros if there is no version information.
+std::string FixedInfoGet(const std::string& path) {
+    std::string info;
+    std::string block(static_cast<std::size_t>(std::max(platform::GetFileVersionInfoSizeA(path), 0)), '\0');
+    if (!block.empty() && platform::GetFileVersionInfoA(path, 0, block)) {
+        const auto found = platform::VerQueryValueA(block, "\\");
+        info.assign(found.begin(), found.end());
+    }
+    info.resize(FixedInfoSize);
+    return info;
 }
 
-// Returns zeros if there is no version information.
-FixedInfo FixedInfoGet(const std::string& path) {
-    FixedInfo info{};
-    const std::int32_t size = platform::GetFileVersionInfoSizeA(path);
-    if (size < 1) {
-        return info;
-    }
-    std::string block(static_cast<std::size_t>(size), '\0');
-    if (platform::GetFileVersionInfoA(path, 0, block)) {
-        const auto found = platform::VerQueryValueA(block, "\\");
-        std::copy_n(found.begin(), std::min(found.size(), info.size()), info.begin());
-    }
-    return info;
+std::uint32_t NumberAt(const std::string& info, std::size_t offset) {
+    return platform::NumberFromBytes(info.substr(offset, sizeof(std::uint32_t)));
 }
 
 Text TypeText(std::uint32_t type) {
@@ -61,7 +55,7 @@ Text SignedWords(std::uint32_t words) {
 }  // namespace
 
 FileInfo FileInfoGet(const Text& path) {
-    const FixedInfo info = FixedInfoGet(platform::AnsiFromText(path));
+    const std::string info = FixedInfoGet(platform::AnsiFromText(path));
     return {PathFileName(path), TypeText(NumberAt(info, FileType)),
             SignedWords(NumberAt(info, FileVersionMS)) + u"." + SignedWords(NumberAt(info, FileVersionLS)), path};
 }

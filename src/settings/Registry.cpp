@@ -52,22 +52,6 @@ void Registry::KeyClose() noexcept {
     KeyReset();
 }
 
-void Registry::KeyOpenLocalMachine(const Text& szKey, bool force) {
-    KeyOpen(platform::KeyLocalMachine, szKey, force);
-}
-
-void Registry::KeyOpenCurrentUser(const Text& szKey, bool force) {
-    KeyOpen(platform::KeyCurrentUser, szKey, force);
-}
-
-void Registry::KeyOpenClassesRoot(const Text& szKey, bool force) {
-    KeyOpen(platform::KeyClassesRoot, szKey, force);
-}
-
-void Registry::KeyOpenUsers(const Text& szKey, bool force) {
-    KeyOpen(platform::KeyUsers, szKey, force);
-}
-
 void Registry::KeyOpen(platform::Handle hKey, const Text& szKey, bool force) {
     hKey_ = hKey;
     key_ = szKey;
@@ -197,15 +181,11 @@ void Registry::Value(const Text& name, const Variant& value) {
     if (const Text* const text = std::get_if<Text>(&value)) {
         Store(name, platform::RegSz, platform::AnsiFromText(*text));
     } else if (const std::optional<std::int32_t> number = IntegerValue(value)) {
-        StoreNumber(name, *number);
+        if (*number < 0) {
+            Raise(RuntimeError::InvalidArgument);
+        }
+        Store(name, platform::RegDword, platform::BytesFromNumber(static_cast<std::uint32_t>(*number)));
     }
-}
-
-void Registry::StoreNumber(const Text& name, std::int32_t number) {
-    if (number < 0) {
-        Raise(RuntimeError::InvalidArgument);
-    }
-    Store(name, platform::RegDword, platform::BytesFromNumber(static_cast<std::uint32_t>(number)));
 }
 
 void Registry::Store(const Text& name, std::uint32_t type, const std::string& data) {

@@ -41,10 +41,12 @@ public:
     // Opens the key `szKey` below a root; an empty `szKey` opens the root itself. If the key is missing and `force` is
     // true, creates it and any missing parents, raising SubKeyCreate's error if that fails. On any other failure,
     // closes and resets the object and raises an error with the description "Key not opened: " followed by the path.
-    void KeyOpenLocalMachine(const Text& szKey, bool force = false);
-    void KeyOpenCurrentUser(const Text& szKey, bool force = false);
-    void KeyOpenClassesRoot(const Text& szKey, bool force = false);
-    void KeyOpenUsers(const Text& szKey, bool force = false);
+    void KeyOpenLocalMachine(const Text& szKey, bool force = false) {
+        KeyOpen(platform::KeyLocalMachine, szKey, force);
+    }
+    void KeyOpenCurrentUser(const Text& szKey, bool force = false) { KeyOpen(platform::KeyCurrentUser, szKey, force); }
+    void KeyOpenClassesRoot(const Text& szKey, bool force = false) { KeyOpen(platform::KeyClassesRoot, szKey, force); }
+    void KeyOpenUsers(const Text& szKey, bool force = false) { KeyOpen(platform::KeyUsers, szKey, force); }
     void KeyOpen(platform::Handle hKey, const Text& szKey, bool force = false);
 
     // To enumerate the subkeys, call SubKeyFirst; then, until EOF_SubKey is true, use SubKey and call SubKeyNext. A
@@ -76,7 +78,6 @@ private:
     void CreateFromRoot();
     static void EnumerationStep(platform::Status status, const std::string& buffer, std::uint32_t size,
                                 std::int32_t& index, Text& name, bool& end);
-    void StoreNumber(const Text& name, std::int32_t number);
     void Store(const Text& name, std::uint32_t type, const std::string& data);
 
     bool eofSubKey_ = false;
