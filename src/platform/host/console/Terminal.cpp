@@ -29,6 +29,8 @@ volatile std::sig_atomic_t delayedSignal = 0;
 termios modesBefore{};
 std::string restoreSequence;
 
+bool resumesDrawing = false;  // true if newt was drawing before SuspendWindows
+
 // Signal handler: restores the terminal before the signal kills the process.
 void TerminateProgram(int signal) {
     const bool isDelayed = signal == SIGHUP || signal == SIGTERM;
@@ -141,18 +143,19 @@ void WatchScreenSize() {
     sigaction(SIGWINCH, &resizeHandler, nullptr);
 }
 
-SuspendedWindows::SuspendedWindows() : wereDrawn_(drawing == 1) {
+void SuspendWindows() {
     HandleFatalSignals();
     windowsSuspended = 1;
-    if (wereDrawn_) {
+    resumesDrawing = drawing == 1;
+    if (resumesDrawing) {
         StopDrawing();
     }
     tcgetattr(STDIN_FILENO, &modesBefore);
 }
 
-SuspendedWindows::~SuspendedWindows() {
+void ResumeWindows() {
     tcsetattr(STDIN_FILENO, TCSADRAIN, &modesBefore);
-    if (wereDrawn_) {
+    if (resumesDrawing) {
         ResumeDrawing();
     }
     windowsSuspended = 0;

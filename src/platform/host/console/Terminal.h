@@ -26,18 +26,10 @@ void ResizeScreen();
 // Makes SIGWINCH interrupt the next wait for a key. newt's mouse support undoes this at the end of each wait.
 void WatchScreenSize();
 
-// Hands the terminal to another program for as long as the object exists. Meanwhile ignores SIGINT and SIGQUIT, which
-// come from keys meant for that program. Delays SIGHUP and SIGTERM: if we exited first, the program would lose the
-// terminal, and the user might lose the text being edited.
-class SuspendedWindows {
-public:
-    SuspendedWindows();
-    ~SuspendedWindows();
-    SuspendedWindows(const SuspendedWindows&) = delete;
-    SuspendedWindows& operator=(const SuspendedWindows&) = delete;
-
-private:
-    bool wereDrawn_;
-};
+// Hands the terminal to another program until ResumeWindows is called. Meanwhile ignores SIGINT and SIGQUIT, which come
+// from keys meant for that program. Delays SIGHUP and SIGTERM: if we exited first, the program would lose the terminal,
+// and the user might lose the text being edited.
+void SuspendWindows();
+void ResumeWindows();
 
 }  // namespace platform::host

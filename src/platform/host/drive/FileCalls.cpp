@@ -5,7 +5,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <new>
 
 #include "platform/Regional.h"
 #include "platform/host/DateValue.h"
@@ -136,16 +135,12 @@ Status MoveFileExA(const std::string& from, const std::string& to) {
 }
 
 Status DeleteFileA(const std::string& path) noexcept {
-    try {
-        const host::ResolvedPath resolved = host::ResolvePath(path);
-        Status status = CheckChange(resolved);
-        if (status == StatusSuccess) {
-            status = CheckParentFolder(resolved.path);
-        }
-        return status == StatusSuccess ? StatusIf(unlink(resolved.path.c_str()) == 0) : status;
-    } catch (const std::bad_alloc&) {
-        return host::StatusFromErrno(ENOMEM);
+    const host::ResolvedPath resolved = host::ResolvePath(path);
+    Status status = CheckChange(resolved);
+    if (status == StatusSuccess) {
+        status = CheckParentFolder(resolved.path);
     }
+    return status == StatusSuccess ? StatusIf(unlink(resolved.path.c_str()) == 0) : status;
 }
 
 std::string FindNormalFile(const std::string& path) {

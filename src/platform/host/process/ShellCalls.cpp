@@ -10,6 +10,7 @@
 #include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <iomanip>
 #include <iterator>
 #include <sstream>
 #include <string>
@@ -17,6 +18,7 @@
 #include <vector>
 
 #include "platform/Regional.h"
+#include "platform/ScopeExit.h"
 #include "platform/host/HandleTable.h"
 #include "platform/host/Machine.h"
 #include "platform/host/StatusFromErrno.h"
@@ -134,7 +136,8 @@ Status StartProgram(std::vector<std::string> program, const std::string& folder,
 
 // Gives the terminal to a program and waits until the program exits.
 Status RunInTerminal(const std::vector<std::string>& program, const std::string& folder) {
-    const host::SuspendedWindows windows;
+    host::SuspendWindows();
+    const ScopeExit resume(host::ResumeWindows);
     pid_t process = 0;
     const Status status = StartProgram(program, folder, true, process);
     while (status == StatusSuccess && waitpid(process, nullptr, 0) < 0 && errno == EINTR) {
@@ -143,12 +146,9 @@ Status RunInTerminal(const std::vector<std::string>& program, const std::string&
 }
 
 // Removes the quotes around a path and replaces doubled quotes inside the path with single ones.
-std::string Unquote(const std::string& quoted) {
-    std::string path;
-    bool isEscaped = false;
-    for (const char next : quoted) {
-        isEscaped = next == '"' && !isEscaped;
-        path.append(isEscaped ? 0 : 1, next);
+std::string Unquote(std::string path) {
+    if (path.starts_with('"')) {
+        std::istringstream(path) >> std::quoted(path, '"', '"');
     }
     return path;
 }

@@ -72,11 +72,9 @@ void RefuseUnless(bool condition, Status status) {
     }
 }
 
-// Returns the name up to its terminator. Throws `tooLong` if Windows doesn't allow a name of this length.
-std::u16string ValueName(const std::string& name, Status tooLong) {
-    std::u16string valueName = TextFromAnsi(name.substr(0, name.find('\0')));
-    RefuseUnless(valueName.size() <= LongestValueName, tooLong);
-    return valueName;
+// Returns a name or path up to its terminator.
+std::u16string NameFrom(const std::string& name) {
+    return TextFromAnsi(name.substr(0, name.find('\0')));
 }
 
 // Converts a name to the form used for comparison.
@@ -86,7 +84,7 @@ std::string Folded(const std::u16string& name) {
 
 // Returns a path with one "\" before each level, and without empty levels.
 std::u16string LevelsOf(const std::string& path) {
-    std::u16string levels = u'\\' + TextFromAnsi(path.substr(0, path.find('\0')));
+    std::u16string levels = u'\\' + NameFrom(path);
     const auto bothSeparators = [](char16_t one, char16_t next) { return one == u'\\' && next == u'\\'; };
     const auto rest = std::ranges::unique(levels, bothSeparators);
     levels.erase(rest.begin(), rest.end());
@@ -263,11 +261,10 @@ Status RegDeleteKeyA(Handle key, const std::string& subKey) {
 
 Status RegDeleteValueA(Handle key, const std::string& name) {
     return RunCall(key, [&] {
-        const std::string folded = Folded(ValueName(name, StatusFileNotFound));
         const OpenKey open = KeyOf(key, KeySetValue);
         Database& database = FileOf(open).ForWriting();
         KeyBelow(database, open.key, {});
-        RefuseUnless(Query(database, DeleteValue, open.key, folded)->exec() != 0, StatusFileNotFound);
+        RefuseUnless(Query(database, DeleteValue, open.key, Folded(NameFrom(name)))->exec() != 0, StatusFileNotFound);
     });
 }
 
@@ -299,9 +296,8 @@ Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::
 Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type, std::span<char> data,
                         std::uint32_t& dataSize) {
     return RunCall(key, [&] {
-        const std::string folded = Folded(ValueName(name, StatusFileNotFound));
         const OpenKey open = KeyOf(key, KeyQueryValue);
-        Query value(FileOf(open).ForReading(), SelectValue, open.key, folded);
+        Query value(FileOf(open).ForReading(), SelectValue, open.key, Folded(NameFrom(name)));
         RefuseUnless(value->executeStep(), StatusKeyDeleted);
         RefuseUnless(!value->isColumnNull(0), StatusFileNotFound);
         CopyData(DataOf(value->getColumn(1)), data, dataSize);
@@ -311,7 +307,8 @@ Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type
 
 Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, std::string_view data) {
     return RunCall(key, [&] {
-        const std::u16string valueName = ValueName(name, StatusInvalidParameter);
+        const std::u16string valueName = NameFrom(name);
+        RefuseUnless(valueName.size() <= LongestValueName, StatusInvalidParameter);
         const OpenKey open = KeyOf(key, KeySetValue);
         Database& database = FileOf(open).ForWriting();
         Query query(database, InsertValue, open.key, host::ToUtf8(valueName), Folded(valueName), type);

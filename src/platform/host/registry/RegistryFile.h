@@ -46,7 +46,7 @@ private:
     [[nodiscard]] RegistryFailure Failure(Status status) const;
     [[nodiscard]] struct stat FileStatus() const;
     [[nodiscard]] int BusyMilliseconds() const;
-    Database Open(const std::string& path, int flags) const;
+    Database Open(const std::string& path) const;
     [[nodiscard]] Database RolledBackCopy() const;
 
     std::filesystem::path path_;
