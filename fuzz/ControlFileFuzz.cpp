@@ -20,11 +20,17 @@ void Require(bool condition) {
     }
 }
 
-// Writes the entries of a control file in both target formats. The quotes are paired only if all names are escaped.
-void CheckControlFile(const Text& path) {
+}  // namespace
+
+// Called by libFuzzer. Checks the bytes as a control file and writes its entries in both target formats. The quotes are
+// paired only if all names are escaped.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const int file = memfd_create("control-file", 0);
+    static const Text path = platform::TextFromAnsi("/proc/self/fd/" + std::to_string(file));
+    Require(ftruncate(file, 0) == 0 && pwrite(file, data, size, 0) == static_cast<ssize_t>(size));
     ControlFileCheck check;
     if (TrapError([&] { check.Read(path); })) {
-        return;
+        return 0;
     }
     Require(RegFileBytes(check.Tables()).size() % 2 == 0);
     const Text changed = u"2017-12-16 10:16:40";
@@ -34,15 +40,5 @@ void CheckControlFile(const Text& path) {
             Require(std::ranges::count(xml, '"') % 2 == 0);
         }
     });
-}
-
-}  // namespace
-
-// Called by libFuzzer. Treats the bytes as a control file.
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    static const int file = memfd_create("control-file", 0);
-    static const Text path = platform::TextFromAnsi("/proc/self/fd/" + std::to_string(file));
-    Require(ftruncate(file, 0) == 0 && pwrite(file, data, size, 0) == static_cast<ssize_t>(size));
-    CheckControlFile(path);
     return 0;
 }
