@@ -7,14 +7,14 @@ proof_archive() {
     local preset folder
     for preset in win32 win64; do
         quietly cmake --preset "$preset" --fresh -DBUILD_TESTING=ON -DVTV4V_COMMIT="$VTV4V_COMMIT"
-        quietly cmake --build --preset "$preset" --target vtv4v vtv4v_tests vtv4v_driver
+        quietly cmake --build --preset "$preset" --target vtv4v vtv4v_tests vtv4v_utf8_tests vtv4v_driver
     done
     folder=build/vtv4v-proof-$(cached CMAKE_PROJECT_VERSION)
     rm -rf "$folder"
     for preset in win32 win64; do
         mkdir -p "$folder/$preset/tests"
         cp "build/$preset/vtv4v.exe" "$folder/$preset"
-        cp "build/$preset/tests/vtv4v_tests.exe" "build/$preset/tests/vtv4v_driver.exe" "$folder/$preset/tests"
+        cp "build/$preset/tests/"vtv4v_{tests,utf8_tests,driver}.exe "$folder/$preset/tests"
     done
     sed 's/$/\r/' tests/windows/proof.cmd >"$folder/proof.cmd"
     cp build/win32/{BUILD,LICENSE,THIRD-PARTY}.txt "$folder"

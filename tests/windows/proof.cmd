@@ -16,9 +16,9 @@ if exist "%SystemRoot%\SysWOW64\kernel32.dll" set runs32=yes
 type BUILD.txt >proof.txt
 >>proof.txt ver
 >>proof.txt echo %native%
-call :note reg query "HKLM\SOFTWARE\Microsoft\Windows NT\CurrentVersion" /v ProductName
-call :note reg query "HKLM\SYSTEM\CurrentControlSet\Control\Nls\CodePage" /v ACP
-call :note reg query "HKCU\Control Panel\International"
+>>proof.txt reg query "HKLM\SOFTWARE\Microsoft\Windows NT\CurrentVersion" /v ProductName
+>>proof.txt reg query "HKLM\SYSTEM\CurrentControlSet\Control\Nls\CodePage" /v ACP
+>>proof.txt reg query "HKCU\Control Panel\International"
 
 if defined runs32 (call :test win32) else set without=, without the 32-bit programs, which this Windows cannot run
 if "%native%"=="x86" (set without=, without the 64-bit programs, which this Windows cannot run) else call :test win64
@@ -29,12 +29,9 @@ type proof.txt
 if "%failed%"=="" exit /b 0
 exit /b 1
 
-:note
-%* >>proof.txt 2>&1
-exit /b 0
-
 :test
 call :run %1 vtv4v_tests
+call :run %1 vtv4v_utf8_tests
 call :run %1 vtv4v_driver "--test-suite=anywhere"
 exit /b 0
 
@@ -46,4 +43,3 @@ rem The program writes to its own file, because a process that it leaves running
 if not "%errorlevel%"=="0" set failed=%failed% %1\%2
 type cases.txt >>proof.txt 2>&1
 del cases.txt
-exit /b 0
