@@ -21,16 +21,10 @@
 
 namespace {
 
-// Handles are numbered consecutively.
-platform::Handle NextHandle() {
-    const platform::Handle next = platform::host::HandleAdd(platform::host::ProcessReference{});
-    platform::host::HandleRemove(next);
-    return next;
-}
-
 // The messages a program run showed and the state it left behind.
 struct Outcome {
-    Text messages;      // SeamStop's result, then "check failed" and ", report copied" if the program reported these
+    Text messages;  // those that SeamStop returns, then "check failed" and ", report copied" if the program reported
+                    // these
     std::string state;  // the result of FaultMachine::State
 };
 
@@ -71,16 +65,19 @@ struct FaultMachine : TestMachine {
     // Runs the program with `input` until it exits. Checks that no handle leaks, no error stays pending, and the
     // control file's folder contains no other file.
     [[nodiscard]] Outcome Session(const std::string& input, const SeamFault& fault = {}) const {
-        const platform::Handle first = NextHandle();
+        // Handles are numbered consecutively.
+        const platform::Handle first = platform::host::HandleAdd(platform::host::ProcessReference{});
         SeamStart(fault);
         const std::string output = OutputOf(input, Main);
-        const Text messages = SeamStop();
+        const Text messages = SeamStop().messages;
         const bool failed = output.find("Vandrel Core Elements V1") != std::string::npos;
         const bool copied = output.find("Zwisachenablage") != std::string::npos;
-        const platform::Handle last = NextHandle();
-        for (platform::Handle handle = first; handle < last; ++handle) {
+        const platform::Handle last = platform::host::HandleAdd(platform::host::ProcessReference{});
+        for (platform::Handle handle = first + 1; handle < last; ++handle) {
             CHECK(platform::host::HandleFind(handle) == nullptr);
         }
+        platform::host::HandleRemove(first);
+        platform::host::HandleRemove(last);
         CHECK((MainVersions == nullptr && ReportingVersions == nullptr));
         CHECK((LastError().Number() == 0 && LastError().Description().empty()));
         const std::filesystem::directory_iterator files(OnDisk(ControlFile()).parent_path());
@@ -119,11 +116,12 @@ void FailEachCallInTurn(const Operation& operation) {
     std::map<Seam, int> start;
     if (!operation.input.empty()) {
         CHECK(machine.Session(close).messages.empty());
-        start = SeamCalls();
+        start = SeamStop().calls;
     }
     REQUIRE(Matches(success, machine.Session(input)));
+    const std::map<Seam, int> all = SeamStop().calls;
     std::set<std::pair<const Effect*, Seam>> occurred;
-    for (const auto& counted : SeamCalls()) {
+    for (const auto& counted : all) {
         const Seam call = counted.first;
         std::vector<const Effect*> expected;
         for (const Effect& effect : operation.effects) {
@@ -239,12 +237,11 @@ TEST_CASE("A full disk and a denied deletion change nothing; programs get their 
     SeamStart({Seam::StatusText, 1, 0});
     CHECK(FailureText({6, u"Überlauf"}) == u"Überlauf (Fehler 6)");
     CHECK(machine.Session("Demo\nBearbeiten\nFertig\n").state.ends_with(";[End];"));
-    CHECK(SeamStarted() ==
+    CHECK(SeamStop().started ==
           "65552|open|\"C:\\Users\\hugo\\Eigene Dateien\\vtv4v.txt\"||C:\\Users\\hugo\\Eigene Dateien\\|1|");
     SeamStart();
     ShellAndWait(u"true");
-    SeamStop();
-    CHECK(SeamStarted() == "true|2|0|");
+    CHECK(SeamStop().started == "true|2|0|");
 }
 
 TEST_CASE("A failing call changes only its own row in the check's report") {

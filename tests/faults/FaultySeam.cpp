@@ -18,9 +18,7 @@ namespace {
 
 struct SeamState {
     SeamFault fault{};
-    std::map<Seam, int> calls{};
-    Text messages{};
-    std::string started{};
+    SeamRecord record{};
     bool isBypassed = true;  // true if the call comes from the test or from within the platform
 };
 
@@ -33,13 +31,13 @@ template <typename... Arguments>
 void RecordStart(const Arguments&... arguments) {
     std::ostringstream text;
     ((text << arguments << '|'), ...);
-    state.started = text.str();
+    state.record.started = text.str();
 }
 
 void RecordMessage(const Text& text, const Text& /*caption*/, std::uint32_t type) {
     if (type != platform::ButtonsYesNoCancel + platform::IconQuestion &&
         type != platform::ButtonsOk + platform::IconInformation) {
-        state.messages += DecimalText(static_cast<std::int32_t>(type)) + u" " + text;
+        state.record.messages += DecimalText(static_cast<std::int32_t>(type)) + u" " + text;
     }
 }
 
@@ -66,7 +64,7 @@ template <Seam call, auto* real, typename Result, typename... Arguments>
     }
     state.isBypassed = true;
     const platform::ScopeExit endBypass([] { state.isBypassed = false; });
-    const bool fails = ++state.calls[call] == state.fault.occurrence && call == state.fault.call;
+    const bool fails = ++state.record.calls[call] == state.fault.occurrence && call == state.fault.call;
     if constexpr (call == Seam::ShellExecuteA || call == Seam::StartCommandLine) {
         RecordStart(arguments...);
     } else if constexpr (call == Seam::MessageBoxW) {
@@ -111,17 +109,9 @@ void SeamStart(const SeamFault& fault) {
     state = {.fault = fault, .isBypassed = false};
 }
 
-Text SeamStop() {
+const SeamRecord& SeamStop() {
     state.isBypassed = true;
-    return state.messages;
-}
-
-std::map<Seam, int> SeamCalls() {
-    return state.calls;
-}
-
-std::string SeamStarted() {
-    return state.started;
+    return state.record;
 }
 
 std::map<std::int64_t, Text> FailuresOf(Seam call) {

@@ -25,16 +25,16 @@ struct SeamFault {
     std::int64_t result = 0;
 };
 
-// Between SeamStart and SeamStop, calls are counted and the fault is active. SeamStop returns the message boxes shown
-// in the meantime, each as "<type> <text>", leaving out questions and success messages.
+// What happened between SeamStart and SeamStop.
+struct SeamRecord {
+    std::map<Seam, int> calls{};  // how often each function was called; omits functions that weren't called
+    Text messages{};              // the message boxes, each as "<type> <text>", without questions and success messages
+    std::string started{};        // the arguments of the last ShellExecuteA or StartCommandLine, each followed by "|"
+};
+
+// Between SeamStart and SeamStop, calls are recorded and the fault is active. SeamStop can be called again.
 void SeamStart(const SeamFault& fault = {});
-Text SeamStop();
-
-// Returns how often each function was called since the last SeamStart. Omits functions that weren't called.
-std::map<Seam, int> SeamCalls();
-
-// Returns the arguments of the last call of ShellExecuteA or StartCommandLine, each followed by "|".
-std::string SeamStarted();
+const SeamRecord& SeamStop();
 
 // Returns the results with which a call can fail. Each maps to the description that ends the resulting message.
 std::map<std::int64_t, Text> FailuresOf(Seam call);
