@@ -35,11 +35,6 @@ Text AttributeText(const Text& text) {
     return ReplaceAll(ReplaceAll(escaped, u"\"", u"&quot;"), u"\t", u"&#9;");
 }
 
-// Returns the path that a 64-bit registry uses for the key of a 32-bit program below "Software".
-Text KeyIn64BitRegistry(const Text& key) {
-    return u"SOFTWARE\\WOW6432Node" + key.substr(key.find(u'\\'));
-}
-
 // `action` is "U" to update the entry's value or "D" to delete it. The item's GUID depends only on the key and name.
 Text ItemText(TextView action, const Text& key, const ForcedVersionItem& entry, const Text& changed) {
     for (std::size_t index = 0; index < entry.valueName.size(); ++index) {
@@ -67,7 +62,8 @@ Text CollectionStart(const Text& name) {
 }
 
 Text TableText(const CheckedTable& table, const CheckedTable& removed, const Text& changed) {
-    const Text key = KeyIn64BitRegistry(table.Key());
+    // A 64-bit registry keeps the keys of 32-bit programs in another branch of "Software".
+    const Text key = u"SOFTWARE\\WOW6432Node" + table.Key().substr(table.Key().find(u'\\'));
     Text text = u"  " + CollectionStart(table.Section());
     for (const ForcedVersionItem& entry : table.Entries()) {
         text += ItemText(u"U", key, entry, changed);

@@ -1,6 +1,7 @@
 #include "rollout/RegFile.h"
 
 #include "common/modStringLibrary.h"
+#include "platform/Bytes.h"
 
 namespace {
 
@@ -32,8 +33,7 @@ std::string RegFileBytes(const CheckedTables& tables) {
     }
     std::string bytes;
     for (const char16_t character : text) {
-        bytes += static_cast<char>(character & 0xFF);
-        bytes += static_cast<char>(character >> 8);
+        bytes += platform::BytesFromNumber(character).substr(0, sizeof character);
     }
     return bytes;
 }

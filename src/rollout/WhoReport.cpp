@@ -7,7 +7,6 @@
 #include "common/Conversion.h"
 #include "common/Error.h"
 #include "platform/Regional.h"
-#include "platform/ScopeExit.h"
 #include "rollout/Report.h"
 #include "settings/Registry.h"
 #include "version/ForcedVersionTable.h"
@@ -37,12 +36,12 @@ std::int32_t StoredVersion(const ResolutionStep& step, const CheckedTable& table
     const Text label = u"»" + StepName(step) + u"«";
     Variant stored = Null{};
     std::int32_t version = -1;
+    Registry registry;
     const std::optional<Error> unreadable = TrapError([&] {
-        Registry registry;
-        const platform::ScopeExit close([&] { registry.KeyClose(); });
         step.localMachine ? registry.KeyOpenLocalMachine(table.Key()) : registry.KeyOpenCurrentUser(table.Key());
         stored = registry.Value(step.valueName);
     });
+    registry.KeyClose();
     if (unreadable && unreadable->number == platform::StatusFileNotFound) {
         return version;
     }
