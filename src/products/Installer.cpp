@@ -38,18 +38,6 @@ void Installer::GUI(const Text& thisGUI) {
     FindProduct(thisGUI, &Record::gui);
 }
 
-std::int16_t Installer::VersionMajor() const {
-    return static_cast<std::int8_t>(record_.version >> 24);
-}
-
-std::int16_t Installer::VersionMinor() const {
-    return static_cast<std::uint8_t>(record_.version >> 16);
-}
-
-std::int16_t Installer::VersionRevision() const {
-    return static_cast<std::int16_t>(record_.version % 512);
-}
-
 Text Installer::DisplayVersion(bool fancy, bool noPoints) const {
     if (record_.version == 0) {
         return {};

@@ -25,12 +25,12 @@ public:
     // Returns the GUID in braces.
     [[nodiscard]] Text GUIdeco() const { return u"{" + record_.gui + u"}"; }
 
-    // The stored version, 0 if unknown: the major version in the highest byte, the minor version in the next, the
-    // revision in the lowest 9 bits.
+    // The stored version, 0 if unknown: the major version (-128 to 127) in the highest byte, the minor version (0 to
+    // 255) in the next, the revision (-511 to 511, with the sign of Version) in the lowest 9 bits.
     [[nodiscard]] std::int32_t Version() const { return record_.version; }
-    [[nodiscard]] std::int16_t VersionMajor() const;     // -128 to 127
-    [[nodiscard]] std::int16_t VersionMinor() const;     // 0 to 255
-    [[nodiscard]] std::int16_t VersionRevision() const;  // -511 to 511, with the sign of Version
+    [[nodiscard]] std::int16_t VersionMajor() const { return static_cast<std::int8_t>(record_.version >> 24); }
+    [[nodiscard]] std::int16_t VersionMinor() const { return static_cast<std::uint8_t>(record_.version >> 16); }
+    [[nodiscard]] std::int16_t VersionRevision() const { return static_cast<std::int16_t>(record_.version % 512); }
     // Returns the version as "4.08.063", or "04.08.063" if `fancy`; `noPoints` omits the dots. Returns an empty string
     // if the version is unknown. Keeps only the last two digits of the minor version, the last three of the revision
     // and, if `fancy`, the last two of the major version.
