@@ -44,9 +44,7 @@ std::optional<RawData> RawValue(Handle root, const std::string& key, const std::
 }
 
 bool RawKeyExists(Handle root, const std::string& key) {
-    const Handle handle = OpenForReading(root, key);
-    RegCloseKey(handle);
-    return handle != 0;
+    return RegCloseKey(OpenForReading(root, key)) == StatusSuccess;
 }
 
 std::vector<std::string> RawValueNames(Handle root, const std::string& key) {

@@ -159,33 +159,33 @@ TEST_CASE_FIXTURE(TestMachine, "A target file is written completely or not at al
     const Text file = platform::TextFromAnsi(OnDisk(ControlFile()).string());
     const Text folder = file.substr(0, file.size() - 9);
     const Text target = file + u".reg";
-    const std::string good = BothSections + "a=1\n";
+    static const std::string good = BothSections + "a=1\n";
     using enum RolloutResult;
     struct {
-        std::string content;
         std::vector<Text> arguments;
-        RolloutResult result;
-        std::string targets;  // the first four bytes of the .reg file and of the .xml file
+        RolloutResult result = Failed;
+        std::string content = good;
+        std::string targets = "earl earl";  // the first four bytes of the .reg file and of the .xml file
     } const cases[] = {
-        {good, {file, target}, Success, {"\xFF\xFEW\0 earl", 9}},
-        {good + "b\n", {file, file + u".XML"}, NeedsReview, "earl <?xm"},
-        {"[Tallora]\n", {file, file + u".XML", file}, NeedsReview, "earl <?xm"},
-        {good, {file}, Success, "earl earl"},
-        {good, {u"/wer", u"hugo", file}, Success, "earl earl"},
-        {good, {file, u"/?"}, Success, "earl earl"},
-        {good + "b=2147483648\n", {file, target}, Failed, "earl earl"},
-        {good, {file, file + u".txt"}, Failed, "earl earl"},
-        {good, {file + u".none", target}, Failed, "earl earl"},
-        {good, {file, folder + u"none/x.reg"}, Failed, "earl earl"},
-        {good, {file, folder + u"\u0141.reg"}, Failed, "earl earl"},
-        {good, {file, target, file}, Failed, "earl earl"},
-        {good, {file, u""}, Failed, "earl earl"},
-        {good, {u"/wer", u"OFFICE.", file}, Failed, "earl earl"},
-        {good, {file, file + u".XML", file + u".XML"}, Failed, "earl earl"},
-        {good, {file, target, u"/dns", u"x"}, Failed, "earl earl"},
-        {good, {u"/import", file, u"/export"}, Failed, "earl earl"},
-        {good, {u"/wer"}, Failed, "earl earl"},
-        {good, {u"/wer", u"hugo", file, u"/domaene"}, Failed, "earl earl"},
+        {{file, target}, Success, good, {"\xFF\xFEW\0 earl", 9}},
+        {{file, file + u".XML"}, NeedsReview, good + "b\n", "earl <?xm"},
+        {{file, file + u".XML", file}, NeedsReview, "[Tallora]\n", "earl <?xm"},
+        {{file}, Success},
+        {{u"/wer", u"hugo", file}, Success},
+        {{file, u"/?"}, Success},
+        {{file, target}, Failed, good + "b=2147483648\n"},
+        {{file, file + u".txt"}},
+        {{file + u".none", target}},
+        {{file, folder + u"none/x.reg"}},
+        {{file, folder + u"\u0141.reg"}},
+        {{file, target, file}},
+        {{file, u""}},
+        {{u"/wer", u"OFFICE.", file}},
+        {{file, file + u".XML", file + u".XML"}},
+        {{file, target, u"/dns", u"x"}},
+        {{u"/import", file, u"/export"}},
+        {{u"/wer"}},
+        {{u"/wer", u"hugo", file, u"/domaene"}},
     };
     for (const auto& each : cases) {
         CAPTURE(&each - cases);
@@ -221,11 +221,9 @@ TEST_CASE_FIXTURE(RolloutFixture, "/export and /import report lost entries, and 
         CHECK(RunRollout({u"/wer", u"hugo"}) == (unreadable.bytes[0] == '0' ? Success : NeedsReview));
         CHECK(ReadStoredTables().tables[0].NumberOf(u"z") == 3);
     }
-    for (const char* const name : {"a;b", "a "}) {
-        Tables(u"", u"");
-        RawValueSet(platform::KeyLocalMachine, MainKey, name, RawNumber(1));
-        CHECK(Run(u"/export") == NeedsReview);
-    }
+    Tables(u"", u"");
+    RawValueSet(platform::KeyLocalMachine, MainKey, " a", RawNumber(1));  // an import reads the name as "a"
+    CHECK(Run(u"/export") == NeedsReview);
     // A table whose key has a subkey can't be cleared.
     Tables(u"old=1;", u"");
     FileContent(ControlFile(), BothSections + "d=4\n");
@@ -234,11 +232,9 @@ TEST_CASE_FIXTURE(RolloutFixture, "/export and /import report lost entries, and 
     RawValueSet(platform::KeyLocalMachine, MainKey, "old", RawNumber(1));
     RawValueSet(platform::KeyLocalMachine, MainKey + "\\sub", "", RawNumber(1));
     CHECK(Run(u"/import") == NeedsReview);
-    for (const char* const content : {"", "[Tallora]\na=2147483648\n", "[\0T\0"}) {
-        FileContent(ControlFile(), content);
-        CHECK(Run(u"/import") == Failed);
-        CHECK(Tables() == u"old=1;|d=4;");
-    }
+    FileContent(ControlFile(), "");
+    CHECK(Run(u"/import") == Failed);
+    CHECK(Tables() == u"old=1;|d=4;");
     platform::RegDeleteKeyA(platform::KeyLocalMachine, MainKey + "\\sub");
 }
 
@@ -260,15 +256,11 @@ TEST_CASE_FIXTURE(RolloutFixture, "/wer explains each step and skips default ent
           u"Warnung: 7 ist keine Version der Versionsliste.\n");
     main->ForcedVersionAll(false, u"(Standard)=4;");
     CHECK(lines({u"/wer", u"Hugo"}).find(u"  4  Classic       gilt\n  Version: 4 Classic\n") != Text::npos);
-    CHECK(lines({u"/wer", u"WERK.hugo", u"/Dns", u""}) ==
-          u"Tallora für hugo, Domäne »WERK«, DNS-Domäne »«\n"
-          u"  (Standard)            3  Browser       gilt\n"
-          u"  hugo                  7  (unbekannt)   gilt\n"
-          u"  .hugo                 -\n"
-          u"  WERK.hugo             1  Demo          gilt\n"
-          u"  Benutzer: (Standard)  nicht geprüft: Dazu muss der Benutzer den Befehl selbst ausführen\n"
-          u"  Version: 1 Demo\n"
-          u"Warnung: 7 ist keine Version der Versionsliste.\n");
+    CHECK(lines({u"/wer", u"WERK.hugo", u"/Dns", u""})
+              .find(u"  .hugo                 -\n"
+                    u"  WERK.hugo             1  Demo          gilt\n"
+                    u"  Benutzer: (Standard)  nicht geprüft: Dazu muss der Benutzer den Befehl selbst ausführen\n"
+                    u"  Version: 1 Demo\n") != Text::npos);
     struct {
         std::vector<Text> arguments;
         Text inDnsDomain, inDomain;

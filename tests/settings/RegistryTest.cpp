@@ -128,18 +128,15 @@ TEST_CASE_FIXTURE(RegistryKeyFixture, "A failed deletion raises an error with th
 }
 
 TEST_CASE_FIXTURE(RegistryKeyFixture, "A stored value reads back as a string, a number or Null") {
-    struct {
-        RawData stored;
-        Variant read;
-    } const cases[] = {{RawText(std::string(1023, 'x')), Text(1023, u'x')},
-                       {{platform::RegSz, ""}, Text()},
-                       {{platform::RegExpandSz, std::string("%PATH%\0", 7)}, Text(u"%PATH%")},
-                       {RawNumber(0x7FFFFFFF), std::int32_t{0x7FFFFFFF}},
-                       {{platform::RegBinary, "abcd"}, Null{}}};
+    const std::pair<RawData, Variant> cases[] = {{RawText(std::string(1023, 'x')), Text(1023, u'x')},
+                                                 {{platform::RegSz, ""}, Text()},
+                                                 {{platform::RegExpandSz, std::string("%PATH%\0", 7)}, Text(u"%PATH%")},
+                                                 {RawNumber(0x7FFFFFFF), std::int32_t{0x7FFFFFFF}},
+                                                 {{platform::RegBinary, "abcd"}, Null{}}};
     registry.KeyOpenCurrentUser(Key);
-    for (const auto& each : cases) {
-        RawValueSet(User, RawKey, "v", each.stored);
-        CHECK(registry.Value(u"v") == each.read);
+    for (const auto& [stored, read] : cases) {
+        RawValueSet(User, RawKey, "v", stored);
+        CHECK(registry.Value(u"v") == read);
     }
     RawValueSet(User, RawKey, "v", RawText(std::string(1024, 'x')));
     CHECK(RaisedBy([&] { std::ignore = registry.Value(u"v"); }).number == 234);
@@ -148,17 +145,14 @@ TEST_CASE_FIXTURE(RegistryKeyFixture, "A stored value reads back as a string, a 
 }
 
 TEST_CASE_FIXTURE(RegistryKeyFixture, "Strings and numbers are stored; other variant types aren't") {
-    struct {
-        Variant value;
-        RawData stored;
-    } const cases[] = {{std::uint8_t{255}, RawNumber(255)},
-                       {std::int16_t{5}, RawNumber(5)},
-                       {std::int32_t{0x12345678}, RawNumber(0x12345678)},
-                       {Text(u"Löschen"), RawText("L\xF6schen")}};
+    const std::pair<Variant, RawData> cases[] = {{std::uint8_t{255}, RawNumber(255)},
+                                                 {std::int16_t{5}, RawNumber(5)},
+                                                 {std::int32_t{0x12345678}, RawNumber(0x12345678)},
+                                                 {Text(u"Löschen"), RawText("L\xF6schen")}};
     registry.KeyOpenCurrentUser(Key);
-    for (const auto& each : cases) {
-        registry.Value(u"v", each.value);
-        CHECK(RawValue(User, RawKey, "v") == each.stored);
+    for (const auto& [value, stored] : cases) {
+        registry.Value(u"v", value);
+        CHECK(RawValue(User, RawKey, "v") == stored);
     }
     for (const Variant& other :
          {Variant(NotGiven{}), Variant(Empty{}), Variant(Null{}), Variant(true), Variant(1.5), Variant(Date{1})}) {
