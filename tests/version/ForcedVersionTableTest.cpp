@@ -1,11 +1,6 @@
-#include <memory>
-#include <vector>
-
 #include "Check.h"
 #include "RawRegistry.h"
-#include "TestMachine.h"
-#include "version/ForcedVersionTable.h"
-#include "version/ProductProfileMain.h"
+#include "version/LoadedMachine.h"
 #include "version/VersionResolution.h"
 
 namespace {
@@ -20,30 +15,26 @@ std::shared_ptr<ForcedVersionTable> MainTable() {
     return ProductProfileMain().Profile.Table;
 }
 
-struct MachineWithTable : TestMachine {
-    const std::shared_ptr<ForcedVersionTable> table = MainTable();
-};
-
 }  // namespace
 
-TEST_CASE_FIXTURE(MachineWithTable, "ForcedVersionAll replaces a table with the valid items of a string") {
-    table->ForcedVersionAll(true, u"old=1;");
-    table->ForcedVersionAll(true, u"=3;(standard)=4;a=1;a=2;b=-1;c=x;d;e=;f=1=1;;A=5;hugo = 1;z=7");
-    CHECK(table->ForcedVersionAll(true) == u"(Standard)=3;(standard)=4;a=5;hugo =1;z=7;");
-    table->ForcedVersionAll(true, {});
+TEST_CASE_FIXTURE(LoadedMachine, "ForcedVersionAll replaces a table with the valid items of a string") {
+    MainVersions->ForcedVersionAll(true, u"old=1;");
+    MainVersions->ForcedVersionAll(true, u"=3;(standard)=4;a=1;a=2;b=-1;c=x;d;e=;f=1=1;;A=5;hugo = 1;z=7");
+    CHECK(MainVersions->ForcedVersionAll(true) == u"(Standard)=3;(standard)=4;a=5;hugo =1;z=7;");
+    MainVersions->ForcedVersionAll(true, {});
     CHECK_FALSE(RawKeyExists(Machine, Key));
 }
 
-TEST_CASE_FIXTURE(MachineWithTable, "ForcedVersion sets an entry in one root; a negative number deletes the entry") {
-    table->ForcedVersion(true, u"hugo", 99);
-    table->ForcedVersion(false, u"hugo", 1);
+TEST_CASE_FIXTURE(LoadedMachine, "ForcedVersion sets an entry in one root; a negative number deletes the entry") {
+    MainVersions->ForcedVersion(true, u"hugo", 99);
+    MainVersions->ForcedVersion(false, u"hugo", 1);
     CHECK(RawValue(User, Key, "hugo") == RawNumber(1));
-    table->ForcedVersion(false, u"hugo", -1);
+    MainVersions->ForcedVersion(false, u"hugo", -1);
     CHECK_FALSE(RawValue(User, Key, "hugo"));
     CHECK(RawValue(Machine, Key, "hugo") == RawNumber(99));
 }
 
-TEST_CASE_FIXTURE(MachineWithTable, "Strings that contain a number read back as that number; others read as -1") {
+TEST_CASE_FIXTURE(LoadedMachine, "Strings that contain a number read back as that number; others read as -1") {
     struct {
         RawData stored;
         std::int32_t version;
@@ -54,8 +45,8 @@ TEST_CASE_FIXTURE(MachineWithTable, "Strings that contain a number read back as 
                        {RawNumber(0x80000000U), -1, u""}};
     for (const auto& each : cases) {
         RawValueSet(Machine, Key, "n", each.stored);
-        CHECK(table->ForcedVersion(true, u"n") == each.version);
-        CHECK(table->ForcedVersionAll(true) == each.listed);
+        CHECK(MainVersions->ForcedVersion(true, u"n") == each.version);
+        CHECK(MainVersions->ForcedVersionAll(true) == each.listed);
     }
     // A number that exceeds 32 bits also stops the resolution, before the user's name is recorded.
     RawValueSet(Machine, Key, "hugo", RawText("2147483648"));
@@ -75,7 +66,7 @@ TEST_CASE("A starting version other than Full limits forced versions to Demo, or
     }
 }
 
-TEST_CASE_FIXTURE(MachineWithTable, "The last entry that applies determines the version in force") {
+TEST_CASE_FIXTURE(LoadedMachine, "The last entry that applies determines the version in force") {
     constexpr std::int16_t levels = 4;
     struct {
         const char* what;
@@ -91,8 +82,8 @@ TEST_CASE_FIXTURE(MachineWithTable, "The last entry that applies determines the 
         {"any number, from a default", u"(Standard)=7;ruedi=1;", u"", {7, 7, 7, 0}}};
     for (const auto& each : cases) {
         INFO(each.what);
-        table->ForcedVersionAll(true, each.machineItems);
-        table->ForcedVersionAll(false, each.userItems);
+        MainVersions->ForcedVersionAll(true, each.machineItems);
+        MainVersions->ForcedVersionAll(false, each.userItems);
         for (std::int16_t level = 0; level < levels; ++level) {
             CHECK(MainTable()->VersionInForce(level) == each.level[level]);
         }
