@@ -21,11 +21,11 @@
 
 namespace {
 
-// The messages a program run showed and the state it left behind.
+// What a program run showed and left behind: the messages that SeamStop returns, then "check failed" and ", report
+// copied" if the program reported these; and the result of FaultMachine::State.
 struct Outcome {
-    Text messages;  // those that SeamStop returns, then "check failed" and ", report copied" if the program reported
-                    // these
-    std::string state;  // the result of FaultMachine::State
+    Text messages;
+    std::string state;
 };
 
 // A machine with the complete suite, entries in both tables, a control file with other entries, and an editor that
