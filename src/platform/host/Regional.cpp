@@ -37,7 +37,7 @@ std::string Take(std::string_view& text, std::string_view characters) {
 }
 
 // Reads a number that begins with "&H" or "&O" as 32 bits, including the sign bit.
-Status ReadBased(std::string_view& text, std::int32_t& number) {
+Status ReadBased(std::string_view& text, std::int64_t& number) {
     const bool isHexadecimal = text.starts_with("&H") || text.starts_with("&h");
     if (!isHexadecimal && !text.starts_with("&O") && !text.starts_with("&o")) {
         return DispTypeMismatch;
@@ -102,10 +102,9 @@ Status VarI4FromStr(const std::u16string& text, std::int32_t& number) {
     std::string_view rest = bytes;
     std::string symbols;
     SkipSymbols(rest, SymbolsBefore, symbols);
-    std::int32_t bits = 0;
-    std::int64_t decimal = 0;
+    std::int64_t value = 0;
     const bool isBased = rest.starts_with('&');
-    const Status status = isBased ? ReadBased(rest, bits) : ReadDecimal(rest, decimal);
+    const Status status = isBased ? ReadBased(rest, value) : ReadDecimal(rest, value);
     SkipSymbols(rest, SymbolsAfter, symbols);
     const bool hasParentheses = symbols.find('(') != std::string::npos;
     if (!rest.empty() || hasParentheses != (symbols.find(')') != std::string::npos)) {
@@ -114,8 +113,9 @@ Status VarI4FromStr(const std::u16string& text, std::int32_t& number) {
     if (status != StatusSuccess) {
         return status;
     }
-    const bool isNegative = hasParentheses || symbols.find('-') != std::string::npos;
-    const std::int64_t value = isBased ? bits : isNegative ? -decimal : decimal;
+    if (!isBased && (hasParentheses || symbols.find('-') != std::string::npos)) {
+        value = -value;
+    }
     if (value < std::numeric_limits<std::int32_t>::min() || value > std::numeric_limits<std::int32_t>::max()) {
         return DispOverflow;
     }

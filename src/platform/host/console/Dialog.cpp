@@ -1,18 +1,16 @@
 #include "platform/host/console/Dialog.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "platform/host/Unicode.h"
 
 namespace platform::host {
 
 std::vector<std::size_t> ButtonsOf(const Dialog& dialog) {
-    std::vector<std::size_t> buttons;
-    for (std::size_t control = 0; control < dialog.controls.size(); ++control) {
-        if (dialog.controls[control].kind == ControlKind::Button) {
-            buttons.push_back(control);
-        }
-    }
+    std::vector<std::size_t> buttons(dialog.controls.size());
+    std::iota(buttons.begin(), buttons.end(), 0U);
+    std::erase_if(buttons, [&](std::size_t it) { return dialog.controls[it].kind != ControlKind::Button; });
     return buttons;
 }
 

@@ -22,6 +22,7 @@ struct Dialog {
     bool isBox;    // true for a message box, false for a window
     bool sizable;  // true if the dialog fills the terminal
     std::vector<DialogControl> controls;
+    std::u16string note = {};  // shown on a terminal if the dialog has no buttons
 };
 
 // Returns the buttons' indexes among the controls, in tab order.

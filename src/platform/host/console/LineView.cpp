@@ -16,15 +16,13 @@ namespace {
 // Returns the text in uppercase, trimmed, and with each umlaut as a single character, because some terminals send a
 // letter and a combining diaeresis.
 std::u16string Comparable(std::u16string text) {
-    constexpr char16_t diaeresis = u'\x308';
     constexpr const char16_t* spaces = u" \t\r";
     text.erase(text.find_last_not_of(spaces) + 1);
     text.erase(0, text.find_first_not_of(spaces));
     text = CharUpperW(text);
-    for (std::size_t mark = text.find(diaeresis); mark != std::u16string::npos; mark = text.find(diaeresis, mark + 1)) {
-        const std::size_t vowel = mark == 0 ? std::u16string::npos : std::u16string_view(u"AOU").find(text[mark - 1]);
-        if (vowel != std::u16string::npos) {
-            text.replace(mark - 1, 2, 1, u"ÄÖÜ"[vowel]);
+    for (const auto& [pair, umlaut] : {std::pair(u"A\u0308", u'Ä'), {u"O\u0308", u'Ö'}, {u"U\u0308", u'Ü'}}) {
+        for (std::size_t at = text.find(pair); at != std::u16string::npos; at = text.find(pair)) {
+            text.replace(at, 2, 1, umlaut);
         }
     }
     return text;

@@ -13,7 +13,6 @@
 #include <sstream>
 
 #include "platform/host/Unicode.h"
-#include "platform/host/console/Clipboard.h"
 #include "platform/host/console/Terminal.h"
 
 namespace platform::host {
@@ -306,15 +305,10 @@ std::optional<std::size_t> NewtForm::Neighbour(int key) const {
     return nearest;
 }
 
-// Shows the focused button's tooltip above the help line, or the clipboard file's path if there are no buttons.
+// Shows the focused button's tooltip above the help line, or the dialog's note if there are no buttons.
 void NewtForm::ShowToolTip() const {
-    std::u16string text;
-    if (const auto focus = Focus()) {
-        text = dialog_.controls[*focus].toolTip;
-    } else if (const std::filesystem::path clipboard = ClipboardFile(); !clipboard.empty()) {
-        text = u"Kopiert nach " + clipboard.u16string();
-    }
-    std::vector<std::string> lines = Wrapped(text, columns_ - 2);
+    const auto focus = Focus();
+    std::vector<std::string> lines = Wrapped(focus ? dialog_.controls[*focus].toolTip : dialog_.note, columns_ - 2);
     lines.resize(static_cast<std::size_t>(toolTipRows_));
     int row = rows_ - HelpRows - toolTipRows_;
     for (const std::string& line : lines) {

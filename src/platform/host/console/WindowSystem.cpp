@@ -2,10 +2,16 @@
 
 #include <unistd.h>
 
+#include <filesystem>
+#include <fstream>
 #include <map>
 #include <memory>
+#include <system_error>
 #include <utility>
 
+#include "platform/Regional.h"
+#include "platform/host/Machine.h"
+#include "platform/host/Unicode.h"
 #include "platform/host/console/Dialog.h"
 #include "platform/host/console/Terminal.h"
 
@@ -18,31 +24,29 @@ using host::DialogControl;
 using host::UserAction;
 
 struct HostWindow {
-    Dialog dialog;
-    Size outer;  // outer size in twips; frames take no space
-    WindowEvents events;
+    Dialog dialog = {};
+    Size outer = {};  // outer size in twips; frames take no space
+    WindowEvents events = {};
     bool visible = false;
 };
 
 std::map<Handle, HostWindow> windows;
 Handle lastWindow = GetDesktopWindow();
-Handle activeWindow = 0;  // the last activated window; may be hidden or destroyed
+Handle activeWindow = 0;         // the last activated window; may be hidden or destroyed
+std::filesystem::path copiedTo;  // the clipboard file, if it contains our text
 
-HostWindow* FindWindow(Handle window) {
+// Returns an empty, hidden window if the window doesn't exist.
+HostWindow& WindowOf(Handle window) {
+    static HostWindow missing;
     const auto found = windows.find(window);
-    return found == windows.end() ? nullptr : &found->second;
-}
-
-bool IsVisible(Handle window) {
-    const HostWindow* const found = FindWindow(window);
-    return found != nullptr && found->visible;
+    return found == windows.end() ? missing = {} : found->second;
 }
 
 // Returns a dummy control if no control has this index.
 DialogControl& ControlOf(Handle window, std::size_t control) {
     static DialogControl missing;
-    HostWindow* const found = FindWindow(window);
-    return found == nullptr || control >= found->dialog.controls.size() ? missing : found->dialog.controls[control];
+    std::vector<DialogControl>& controls = WindowOf(window).dialog.controls;
+    return control < controls.size() ? controls[control] : missing;
 }
 
 // Takes the handler by value, because the call may destroy the window that owns the handler.
@@ -54,30 +58,41 @@ void InvokeHandler(Handler handler, Arguments... arguments) {
 }
 
 void ServeEvents(Handle window) {
-    if (!IsVisible(window)) {
+    if (!WindowOf(window).visible) {
         return;
     }
-    const std::unique_ptr<host::DialogView> view = host::ShowDialog(FindWindow(window)->dialog);
-    while (IsVisible(window)) {
+    if (!copiedTo.empty()) {
+        WindowOf(window).dialog.note = u"Kopiert nach " + copiedTo.u16string();
+    }
+    const std::unique_ptr<host::DialogView> view = host::ShowDialog(WindowOf(window).dialog);
+    while (WindowOf(window).visible) {
         const UserAction action = view->Next();
         if (action.kind == UserAction::Kind::Click) {
-            InvokeHandler(FindWindow(window)->events.clicked, action.control);
+            InvokeHandler(WindowOf(window).events.clicked, action.control);
         } else if (action.kind == UserAction::Kind::Close) {
             WindowDestroy(window);
         } else {
             WindowOuterSize(window, host::ScreenSize().value_or(WindowOuterSize(window)));
-            view->Update(FindWindow(window)->dialog);
+            view->Update(WindowOf(window).dialog);
         }
     }
 }
 
 // Activates the window if it is visible.
 void Activate(Handle window) {
-    if (!IsVisible(window)) {
-        return;
+    if (WindowOf(window).visible) {
+        activeWindow = window;
+        InvokeHandler(WindowOf(window).events.activated);
     }
-    activeWindow = window;
-    InvokeHandler(FindWindow(window)->events.activated);
+}
+
+// Returns the clipboard file, or an empty path if writing failed.
+std::filesystem::path WriteClipboard(const std::string& bytes) {
+    const std::filesystem::path file = host::MachineFolder() / "clipboard.txt";
+    std::error_code failure;  // ignored; the write below reports any failure
+    std::filesystem::create_directories(file.parent_path(), failure);
+    const bool isWritten = (std::ofstream(file, std::ios::binary) << bytes << std::flush).good();
+    return isWritten ? file : std::filesystem::path();
 }
 
 constexpr std::uint32_t ButtonsMask = 0x0F;
@@ -143,15 +158,13 @@ void ControlBounds(Handle window, std::size_t control, const Rectangle& bounds) 
 }
 
 Size WindowOuterSize(Handle window) {
-    const HostWindow* const found = FindWindow(window);
-    return found == nullptr ? Size{0, 0} : found->outer;
+    return WindowOf(window).outer;
 }
 
 void WindowOuterSize(Handle window, Size size) {
-    HostWindow* const found = FindWindow(window);
-    if (found != nullptr && (found->outer.width != size.width || found->outer.height != size.height)) {
-        found->outer = size;
-        InvokeHandler(found->events.resized);
+    const Size earlier = std::exchange(WindowOf(window).outer, size);
+    if (earlier.width != size.width || earlier.height != size.height) {
+        InvokeHandler(WindowOf(window).events.resized);
     }
 }
 
@@ -172,15 +185,11 @@ bool LockWindowUpdate(Handle /*window*/) {
 }
 
 bool ShowWindow(Handle window, std::int32_t command) {
-    HostWindow* const found = FindWindow(window);
-    if (found == nullptr) {
-        return false;
-    }
-    const bool earlier = std::exchange(found->visible, command != ShowHide);
-    if (found->visible && (!earlier || activeWindow != window)) {
+    const bool wasVisible = std::exchange(WindowOf(window).visible, command != ShowHide);
+    if (!wasVisible || activeWindow != window) {
         Activate(window);
     }
-    return earlier;
+    return wasVisible;
 }
 
 // The host's windows have no styles.
@@ -207,6 +216,17 @@ std::int32_t MessageBoxW(const std::u16string& text, const std::u16string& capti
     Activate(owner);
     // The close box acts as Cancel, or as the only button.
     return action.kind == UserAction::Kind::Click ? buttons.at(action.control - 2).second : buttons.back().second;
+}
+
+bool ClipboardClear() {
+    copiedTo.clear();
+    return !WriteClipboard("").empty();
+}
+
+// Supports only the format CF_TEXT, in which a string ends at the first NUL.
+bool ClipboardSet(const std::string& text, std::uint32_t /*format*/) {
+    copiedTo = WriteClipboard(host::ToUtf8(TextFromAnsi(text.substr(0, text.find('\0')))));
+    return !copiedTo.empty();
 }
 
 void MessageBeep() {
