@@ -85,12 +85,12 @@ NewtForm::~NewtForm() {
     newtPopWindow();
 }
 
-NewtInput NewtForm::Run() {
+std::pair<int, std::optional<std::size_t>> NewtForm::Run() {
     WatchScreenSize();
     winsize screen{};  // the terminal may have been resized while newt wasn't watching
     if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &screen) == 0 && screen.ws_col != 0 &&
         (screen.ws_col != columns_ || screen.ws_row != rows_)) {
-        return {NEWT_KEY_RESIZE};
+        return {NEWT_KEY_RESIZE, std::nullopt};
     }
     ShowToolTip();
     const int key = NextKey();

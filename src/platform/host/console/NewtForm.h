@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/host/console/Dialog.h"
@@ -12,11 +13,6 @@
 namespace platform::host {
 
 constexpr int KeyInterrupt = 3;  // Ctrl-C
-
-struct NewtInput {
-    int key = 0;
-    std::optional<std::size_t> pressed = {};  // index of the button pressed by the key
-};
 
 // A dialog drawn for the current screen size: its window, its controls, and the explanatory lines at the bottom of the
 // screen.
@@ -29,9 +25,9 @@ public:
     NewtForm(const NewtForm&) = delete;
     NewtForm& operator=(const NewtForm&) = delete;
 
-    // Waits for a key and moves the focus if it is a navigation key. Returns NEWT_KEY_RESIZE if the terminal was
-    // resized, NEWT_KEY_ERROR if it was closed.
-    NewtInput Run();
+    // Waits for a key and moves the focus if it is a navigation key. Returns the key and the index of the button that
+    // it presses. The key is NEWT_KEY_RESIZE if the terminal was resized, NEWT_KEY_ERROR if it was closed.
+    std::pair<int, std::optional<std::size_t>> Run();
     // Returns the button that has the focus.
     [[nodiscard]] std::optional<std::size_t> Focus() const;
 

@@ -21,10 +21,8 @@ namespace fs = std::filesystem;
 
 // Returns success if the file may be changed, replaced or deleted; otherwise the error status.
 Status CheckChange(const host::ResolvedPath& resolved) {
-    if (resolved.status != StatusSuccess) {
-        return resolved.status;
-    }
-    return resolved.IsFile() && resolved.IsWritable() ? StatusSuccess : StatusAccessDenied;
+    const bool isProtected = !resolved.IsFile() || !resolved.IsWritable();
+    return resolved.status == StatusSuccess && isProtected ? StatusAccessDenied : resolved.status;
 }
 
 // Returns success if names may be added to or removed from the parent folder; otherwise the error status. The folder's
@@ -78,12 +76,11 @@ Status CreateFileA(const std::string& path, std::uint32_t access, std::uint32_t 
                              : disposition == CreateNew    ? "wxe"
                                                            : "r+e";
     host::OpenFile opened(std::fopen(resolved.path.c_str(), mode));
-    if (!opened) {
-        return host::StatusFromErrno(errno);
+    if (opened) {
+        std::setvbuf(opened.get(), nullptr, _IONBF, 0);  // unbuffered, so that a failed write is reported immediately
+        file = host::HandleAdd(std::move(opened));
     }
-    std::setvbuf(opened.get(), nullptr, _IONBF, 0);  // unbuffered, so that a failed write is reported immediately
-    file = host::HandleAdd(std::move(opened));
-    return StatusSuccess;
+    return StatusIf(file != 0);
 }
 
 Status ReadFile(Handle file, std::span<char> buffer, std::uint32_t& read) {

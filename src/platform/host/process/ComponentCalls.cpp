@@ -30,7 +30,6 @@ constexpr Status ServerNotFound = static_cast<Status>(0x8007007EU);      // HRES
 }  // namespace
 
 Status CreateObject(const std::u16string& progId, ObjectReference& object) {
-    object = 0;
     std::string clsid;
     std::string server;
     Status status = host::ClassText(AnsiFromText(progId) + "\\CLSID", clsid);
@@ -38,16 +37,12 @@ Status CreateObject(const std::u16string& progId, ObjectReference& object) {
         status = host::ClassText("CLSID\\" + clsid + "\\InprocServer32", server);
     }
     if (status == StatusFileNotFound) {
-        return clsid.empty() ? InvalidClassString : ClassNotRegistered;
+        status = clsid.empty() ? InvalidClassString : ClassNotRegistered;
+    } else if (status == StatusSuccess && !IsFile(server)) {
+        status = ServerNotFound;
     }
-    if (status != StatusSuccess) {
-        return status;
-    }
-    if (!IsFile(server)) {
-        return ServerNotFound;
-    }
-    object = 1;  // a dummy reference
-    return StatusSuccess;
+    object = status == StatusSuccess ? 1 : 0;  // a dummy reference
+    return status;
 }
 
 void ReleaseObject(ObjectReference /*object*/) noexcept {

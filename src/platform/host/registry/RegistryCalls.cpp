@@ -149,12 +149,6 @@ OpenKey FindKey(Handle handle, const std::string& path) {
     return key;
 }
 
-OpenKey FindExistingKey(Handle handle, const std::string& path) {
-    const OpenKey key = FindKey(handle, path);
-    RefuseUnless(key.key != 0, StatusFileNotFound);
-    return key;
-}
-
 // Creates all missing levels below `start` in one transaction and returns the last level.
 OpenKey CreateKey(OpenKey start, const std::u16string& levels) {
     Database& database = FileOf(start).ForWriting();
@@ -174,8 +168,9 @@ OpenKey CreateKey(OpenKey start, const std::u16string& levels) {
     return start;
 }
 
-// Returns a new handle to the key with exactly the rights in `access`.
+// Returns a new handle to the key with exactly the rights in `access`. Throws 2 if the key is missing.
 Handle OpenHandle(const OpenKey& key, std::int32_t access) {
+    RefuseUnless(key.key != 0, StatusFileNotFound);
     if ((access & (KeySetValue | KeyCreateSubKey)) != 0) {
         RefuseUnless(key.key != host::UsersKey, StatusAccessDenied);
         FileOf(key).RequireWritable();
@@ -225,7 +220,7 @@ void CopyName(const std::string& name, std::span<char> buffer, std::uint32_t& si
 Status RegOpenKeyExA(Handle key, const std::string& subKey, std::uint32_t /*options*/, std::int32_t access,
                      Handle& opened) {
     opened = 0;
-    return RunCall(key, [&] { opened = OpenHandle(FindExistingKey(key, subKey), access); });
+    return RunCall(key, [&] { opened = OpenHandle(FindKey(key, subKey), access); });
 }
 
 Status RegCloseKey(Handle key) noexcept {
@@ -250,11 +245,12 @@ Status RegCreateKeyExA(Handle key, const std::string& subKey, const std::string&
 
 Status RegDeleteKeyA(Handle key, const std::string& subKey) {
     return RunCall(key, [&] {
-        const OpenKey found = FindExistingKey(key, subKey);
+        const OpenKey found = FindKey(key, subKey);
+        RefuseUnless(found.key != 0, StatusFileNotFound);
         Database& database = FileOf(found).ForWriting();
         if (found.key <= host::ClassesKey || Query(database, DeleteKeyWithoutSubKeys, found.key)->exec() == 0) {
-            FindExistingKey(key, subKey);  // throws 2 if another process deleted the key
-            throw RegistryFailure{StatusAccessDenied};
+            const bool isMissing = FindKey(key, subKey).key == 0;  // another process deleted the key
+            throw RegistryFailure{isMissing ? StatusFileNotFound : StatusAccessDenied};
         }
     });
 }

@@ -8,7 +8,6 @@
 #include <cerrno>
 #include <map>
 #include <system_error>
-#include <utility>
 
 #include "platform/host/StatusFromErrno.h"
 
@@ -66,10 +65,6 @@ bool CanRead(Database& database) {
 
 }  // namespace
 
-RegistryFile::RegistryFile(std::filesystem::path path, std::string root)
-    : path_(std::move(path)), root_(std::move(root)) {
-}
-
 Database& RegistryFile::ForReading() {
     const struct stat now = FileStatus();
     if (database_ && IsSameFile(now, opened_) && (writable_ || CanRead(*database_))) {
@@ -77,8 +72,9 @@ Database& RegistryFile::ForReading() {
         return *database_;
     }
     database_.reset();
-    // SQLite's journal is next to the file.
-    writable_ = (now.st_mode & S_IWUSR) != 0 && MayWrite(path_) && MayWrite(path_.parent_path());
+    // SQLite's journal is next to the file. Creating a missing file may still fail.
+    const bool isMissing = now.st_ino == 0;
+    writable_ = isMissing || ((now.st_mode & S_IWUSR) != 0 && MayWrite(path_) && MayWrite(path_.parent_path()));
     opened_ = now;
     try {
         database_ = Open(now.st_size == 0 ? ":memory:" : path_.native());
@@ -108,8 +104,7 @@ Database& RegistryFile::ForWriting() {
 }
 
 void RegistryFile::RequireWritable() const {
-    const bool isMissing = opened_.st_ino == 0;  // creating the file may still fail
-    if (!isMissing && !writable_) {
+    if (!writable_) {
         throw Failure(StatusAccessDenied);
     }
 }

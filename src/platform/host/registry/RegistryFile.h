@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "platform/Handle.h"
 #include "platform/host/registry/Database.h"
@@ -29,7 +30,7 @@ inline constexpr std::int64_t ClassesKey = 4;
 class RegistryFile {
 public:
     // `root` is the name of the file's root key in the view `registry`.
-    RegistryFile(std::filesystem::path path, std::string root);
+    RegistryFile(std::filesystem::path path, std::string root) : path_(std::move(path)), root_(std::move(root)) {}
 
     // Returns the database in its current state. Reopens the file if it was replaced or its mode has changed.
     Database& ForReading();
