@@ -3,9 +3,9 @@
 #include <SQLiteCpp/Database.h>
 #include <SQLiteCpp/Statement.h>
 #include <SQLiteCpp/VariadicBind.h>
+#include <arpa/inet.h>
 #include <sqlite3.h>
 
-#include <array>
 #include <cstdint>
 #include <map>
 #include <string>
@@ -19,22 +19,23 @@ struct Database : SQLite::Database {
     using SQLite::Database::Database;
     std::map<const char*, SQLite::Statement> statements = {};
 
-    // Finding a key again takes no transaction if the keys haven't changed.
-    std::map<std::pair<std::int64_t, std::string>, std::int64_t> foundKeys = {};  // in this version of the keys
+    // The keys found in one version of the keys, by start key and path. As long as the version stays the same, finding
+    // them again takes no transaction.
+    std::map<std::pair<std::int64_t, std::string>, std::int64_t> foundKeys = {};
     std::uint32_t foundVersion = 0;
-    std::uint32_t ownValueChanges = 0;
+    std::uint32_t ownValueChanges = 0;  // number of changes by this process that affect only values
 
-    // Returns a number that grows with each change to the file except those counted in `ownValueChanges`. A database in
-    // memory never changes.
+    // Returns the version of the keys. Each change to the file increases it, except the process's own value changes. A
+    // database in memory never changes.
     [[nodiscard]] std::uint32_t KeyVersion() const {
         constexpr sqlite3_int64 changeCounterOffset = 24;
         sqlite3_file* file = nullptr;
         sqlite3_file_control(getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
-        std::array<unsigned char, 4> counter{};
+        std::uint32_t changeCounter = 0;  // the most significant byte is the first
         if (file->pMethods != nullptr) {
-            file->pMethods->xRead(file, counter.data(), counter.size(), changeCounterOffset);
+            file->pMethods->xRead(file, &changeCounter, sizeof changeCounter, changeCounterOffset);
         }
-        return (counter[0] << 24U | counter[1] << 16U | counter[2] << 8U | counter[3]) - ownValueChanges;
+        return ntohl(changeCounter) - ownValueChanges;
     }
 };
 

@@ -55,15 +55,9 @@ RegistryFailure latestFailure;  // status and description of the last failed cal
 
 // Returns the key's file in the current machine folder.
 host::RegistryFile& FileOf(const OpenKey& key) {
-    static std::filesystem::path machine;
-    static std::map<bool, host::RegistryFile> files;
-    if (const std::filesystem::path folder = host::MachineFolder(); folder.native() != machine.native()) {
-        machine = folder;
-        files.clear();
-        files.try_emplace(false, folder / "machine.db", "HKEY_LOCAL_MACHINE");
-        files.try_emplace(true, folder / "user.db", "HKEY_CURRENT_USER");
-    }
-    return files.at(key.isUsers);
+    static std::map<std::string, host::RegistryFile> files;
+    const std::string path = host::MachineFolder().native() + (key.isUsers ? "/user.db" : "/machine.db");
+    return files.try_emplace(path, path, key.isUsers ? "HKEY_CURRENT_USER" : "HKEY_LOCAL_MACHINE").first->second;
 }
 
 void RefuseUnless(bool condition, Status status) {

@@ -140,13 +140,11 @@ RegistryFailure RegistryFile::Failure(Status status) const {
 // Returns all zeros if the file is missing. Throws if the path refers to something that can't be a registry file.
 struct stat RegistryFile::FileStatus() const {
     struct stat now = {};
-    if (stat(path_.c_str(), &now) != 0) {
-        if (errno != ENOENT && errno != ENOTDIR) {
-            throw Failure(StatusFromErrno(errno));
-        }
-        return {};
+    const bool isFound = stat(path_.c_str(), &now) == 0;
+    if (!isFound && errno != ENOENT && errno != ENOTDIR) {
+        throw Failure(StatusFromErrno(errno));
     }
-    if (!S_ISREG(now.st_mode) || (now.st_size != 0 && now.st_size < SmallestDatabase)) {
+    if (isFound && (!S_ISREG(now.st_mode) || (now.st_size != 0 && now.st_size < SmallestDatabase))) {
         throw Failure(StatusDatabaseDamaged);
     }
     return now;
