@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iostream>
-#include <map>
 #include <utility>
 
 #include "platform/Regional.h"
@@ -32,14 +31,12 @@ class LineView : public DialogView {
 public:
     explicit LineView(Dialog dialog) : dialog_(std::move(dialog)) {
         std::cout << "== " << DisplayText(dialog_.caption) << " ==\n";
-        std::multimap<std::int32_t, std::u16string> labels;  // keyed by top position
-        for (const DialogControl& control : dialog_.controls) {
+        std::vector<DialogControl> fromTop = dialog_.controls;
+        std::ranges::stable_sort(fromTop, {}, [](const DialogControl& it) { return it.bounds.top; });
+        for (const DialogControl& control : fromTop) {
             if (control.kind == ControlKind::Label && control.visible) {
-                labels.emplace(control.bounds.top, control.caption);
+                std::cout << DisplayText(control.caption) << '\n';
             }
-        }
-        for (const auto& [top, caption] : labels) {
-            std::cout << DisplayText(caption) << '\n';
         }
         PrintChoices();
     }

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <map>
 #include <memory>
+#include <ranges>
 #include <sstream>
 
 #include "platform/host/Unicode.h"
@@ -127,11 +128,9 @@ std::optional<std::size_t> NewtForm::Focus() const {
 newtComponent NewtForm::CreateButton(std::size_t number) const {
     std::string caption = DisplayText(dialog_.controls[buttons_[number]].caption);
     if (!dialog_.isBox) {
-        int columns = 0;
-        for (const std::size_t button : buttons_) {
-            columns = std::max(columns, Columns(DisplayText(dialog_.controls[button].caption)));
-        }
-        caption = std::to_string(number + 1) + " " + Padded(caption, columns);
+        const auto columns = [&](std::size_t button) { return Columns(DisplayText(dialog_.controls[button].caption)); };
+        const int width = std::ranges::max(buttons_ | std::views::transform(columns));
+        caption = std::to_string(number + 1) + " " + Padded(caption, width);
     }
     return roomy_ ? newtButton(-1, -1, caption.c_str()) : newtCompactButton(-1, -1, caption.c_str());
 }
@@ -141,8 +140,7 @@ newtComponent NewtForm::CreateLabel(const DialogControl& label, int maxRows) {
     const int columns = std::min(columns_ - 6, 60);
     const std::vector<std::string> lines = Wrapped(label.caption, columns);
     const auto height = static_cast<int>(lines.size());
-    int width = 0;
-    std::ranges::for_each(lines, [&](const std::string& line) { width = std::max(width, Columns(line)); });
+    const int width = lines.empty() ? 0 : Columns(std::ranges::max(lines, {}, Columns));
     const bool scrolls = height > maxRows;
     const newtComponent box = newtTextbox(-1, -1, scrolls ? columns - ScrollbarColumns : width,
                                           std::min(height, maxRows), NEWT_FLAG_WRAP | (scrolls ? NEWT_FLAG_SCROLL : 0));
