@@ -178,7 +178,6 @@ void CheckReport(const Program& program, COLORREF background, COLORREF text, con
     }));
     CHECK(Caption(labels.at(1)) == "Information");
     CHECK(Caption(labels.at(2)) == "Obiger Text wurde in die Zwisachenablage kopiert und kann weiterverwendet werden!");
-    CHECK(::SendMessageA(window, WM_QUERYENDSESSION, 0, 0) != 0);
     const std::string report = Caption(labels.at(0));
     CHECK(report.ends_with("\r\n\r\n[Status]\r\n" + status + "\r\n"));
     CHECK(ClipboardContent() == report);
