@@ -10,7 +10,6 @@
 #include <cstdlib>
 #include <map>
 #include <memory>
-#include <ranges>
 #include <sstream>
 
 #include "platform/host/Unicode.h"
@@ -129,7 +128,7 @@ newtComponent NewtForm::CreateButton(std::size_t number) const {
     std::string caption = DisplayText(dialog_.controls[buttons_[number]].caption);
     if (!dialog_.isBox) {
         const auto columns = [&](std::size_t button) { return Columns(DisplayText(dialog_.controls[button].caption)); };
-        const int width = std::ranges::max(buttons_ | std::views::transform(columns));
+        const int width = columns(std::ranges::max(buttons_, {}, columns));
         caption = std::to_string(number + 1) + " " + Padded(caption, width);
     }
     return roomy_ ? newtButton(-1, -1, caption.c_str()) : newtCompactButton(-1, -1, caption.c_str());

@@ -80,8 +80,7 @@ std::string Folded(const std::u16string& name) {
 std::u16string LevelsOf(const std::string& path) {
     std::u16string levels = u'\\' + NameFrom(path);
     const auto bothSeparators = [](char16_t one, char16_t next) { return one == u'\\' && next == u'\\'; };
-    const auto rest = std::ranges::unique(levels, bothSeparators);
-    levels.erase(rest.begin(), rest.end());
+    levels.erase(std::unique(levels.begin(), levels.end(), bothSeparators), levels.end());
     return levels.substr(0, levels.find_last_not_of(u'\\') + 1);
 }
 
