@@ -321,6 +321,7 @@ TEST_CASE("During an import, clicks are ignored, logoff is refused and closing i
     const auto mayEndSession = [&] { return ::SendMessageA(session.window, WM_QUERYENDSESSION, 0, 0) != 0; };
     Click(session.Button(Import));
     const HWND question = WaitForBox();
+    CHECK_FALSE(::IsWindowEnabled(session.window));
     CHECK(mayEndSession());
     DoubleClick(::GetDlgItem(question, IDYES));
     DoubleClick(session.Button(Import));
