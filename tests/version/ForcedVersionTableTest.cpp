@@ -55,7 +55,7 @@ TEST_CASE_FIXTURE(LoadedMachine, "Strings that contain a number read back as tha
     CHECK(RawValue(User, Section, "User") == RawText("earlier"));
 }
 
-TEST_CASE("A starting version other than Full limits forced versions to Demo, or forbids them") {
+TEST_CASE("A starting version other than Full allows only Demo or no forced version") {
     for (const std::int32_t start : {1, 3}) {
         CHECK(EffectOf(start, false, 1) == EntryEffect::Applies);
         CHECK(EffectOf(start, true, 0) == EntryEffect::StartVersionForbids);
