@@ -77,7 +77,7 @@ Database& RegistryFile::ForReading() {
     writable_ = isMissing || ((now.st_mode & S_IWUSR) != 0 && MayWrite(path_) && MayWrite(path_.parent_path()));
     opened_ = now;
     try {
-        database_ = Open(now.st_size == 0 ? ":memory:" : path_.native());
+        database_ = Open(now.st_size == 0 ? ":memory:" : path_.native(), SQLite::OPEN_READWRITE);
     } catch (const SQLite::Exception& exception) {
         if (exception.getExtendedErrorCode() != SQLITE_READONLY_ROLLBACK) {
             throw;
@@ -97,7 +97,7 @@ Database& RegistryFile::ForWriting() {
         if (error) {
             throw Failure(StatusFromErrno(error.value()));
         }
-        Open(path_.native());
+        Open(path_.native(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE);
         ForReading();
     }
     return *database_;
@@ -159,8 +159,8 @@ int RegistryFile::BusyMilliseconds() const {
 // Opens a database in truncate journal mode, so that (unlike with WAL) readers need no second file and no permission to
 // create one. Changes survive a killed process, but not a power failure. If the file has no tables yet, creates
 // them in one transaction, because two processes may do so at once.
-Database RegistryFile::Open(const std::string& path) const {
-    Database database(path, SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE | SQLite::OPEN_NOMUTEX, BusyMilliseconds());
+Database RegistryFile::Open(const std::string& path, int flags) const {
+    Database database(path, flags | SQLite::OPEN_NOMUTEX, BusyMilliseconds());
     database.exec("PRAGMA journal_mode = TRUNCATE; PRAGMA synchronous = OFF");
     if (database.execAndGet("SELECT count(*) FROM sqlite_master").getInt() == 0) {
         SQLite::Transaction transaction(database, SQLite::TransactionBehavior::IMMEDIATE);
@@ -184,7 +184,7 @@ Database RegistryFile::RolledBackCopy() const {
         std::filesystem::copy_file(path_.native() + suffix, copy.native() + suffix, error);
         std::filesystem::permissions(copy.native() + suffix, std::filesystem::perms::owner_all, error);
     }
-    Database database = Open(copy.native());
+    Database database = Open(copy.native(), SQLite::OPEN_READWRITE);
     std::filesystem::remove_all(folder, error);  // the open file remains readable
     return database;
 }

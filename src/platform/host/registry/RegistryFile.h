@@ -47,7 +47,7 @@ private:
     [[nodiscard]] RegistryFailure Failure(Status status) const;
     [[nodiscard]] struct stat FileStatus() const;
     [[nodiscard]] int BusyMilliseconds() const;
-    Database Open(const std::string& path) const;
+    Database Open(const std::string& path, int flags) const;
     [[nodiscard]] Database RolledBackCopy() const;
 
     std::filesystem::path path_;
