@@ -1,7 +1,6 @@
 #include <SQLiteCpp/Database.h>
 
 #include <chrono>
-#include <cstdlib>
 
 #include "Check.h"
 #include "RawRegistry.h"
@@ -31,13 +30,9 @@ bool NamesFile(Status status) {
     return StatusText(status).find(u"Registrierungsdatei \"" + OnMachine("machine.db").u16string()) != Text::npos;
 }
 
-// Runs a statement in the sqlite3 shell and returns what the shell prints.
-std::string Shell(const std::string& file, const std::string& statement) {
-    const std::string output = OnMachine("output").native();
-    const std::string command =
-        "sqlite3 '" + OnMachine(file).native() + "' \"" + statement + "\" >'" + output + "' 2>&1";
-    CHECK(std::system(command.c_str()) == 0);
-    return DiskFile(output).value_or("");
+// Opens a registry file directly, as the sqlite3 shell does.
+SQLite::Database Database(const std::string& file) {
+    return {OnMachine(file).native(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE};
 }
 
 }  // namespace
@@ -77,17 +72,20 @@ TEST_CASE("Calls check the handle's rights, then whether its key still exists") 
     CHECK(RegCloseKey(writing) == StatusInvalidHandle);
 }
 
-TEST_CASE("The sqlite3 shell shows the values and can change them") {
+TEST_CASE("The view of a registry file shows the values, which can also be changed there") {
     const TestMachine machine;
     RawValueSet(KeyClassesRoot, "\xE4", "Zahl \xDC", RawNumber(0xFFFFFFFE));
     RawValueSet(KeyClassesRoot, "\xE4", "", RawText("a \x80 b"));
     RawValueSet(KeyClassesRoot, "\xE4", "b", {RegBinary, std::string("\x00\xFF", 2)});
     RawValueSet(KeyCurrentUser, "k", "n", RawText(""));
     const std::string path = "HKEY_LOCAL_MACHINE\\Software\\Classes\\\u00E4|";
-    CHECK(Shell("machine.db", "SELECT * FROM registry") ==
-          path + "Zahl \u00DC|REG_DWORD|4294967294\n" + path + "|REG_SZ|a \u20AC b\n" + path + "b|REG_BINARY|00FF\n");
-    CHECK(Shell("user.db", "SELECT path, typeof(value), value FROM registry") == "HKEY_CURRENT_USER\\k|text|\n");
-    Shell("user.db", "UPDATE value SET data = 'x'");
+    CHECK(Database("machine.db")
+              .execAndGet("SELECT group_concat(path || '|' || name || '|' || type || '|' || value, '; ') FROM registry")
+              .getString() ==
+          path + "Zahl \u00DC|REG_DWORD|4294967294; " + path + "|REG_SZ|a \u20AC b; " + path + "b|REG_BINARY|00FF");
+    CHECK(Database("user.db").execAndGet("SELECT path || typeof(value) FROM registry").getString() ==
+          "HKEY_CURRENT_USER\\ktext");
+    Database("user.db").exec("UPDATE value SET data = 'x'");
     CHECK(RawValue(KeyCurrentUser, "k", "n") == RawText("x"));
 }
 
@@ -96,7 +94,7 @@ TEST_CASE("A read-only registry file refuses changes, and an unreadable one ever
     RawValueSet(KeyLocalMachine, "k", "n", RawNumber(1));
     // The writer leaves an unfinished change in the file.
     const auto writer = Started([]() -> int {
-        SQLite::Database database(OnMachine("machine.db").native(), SQLite::OPEN_READWRITE);
+        SQLite::Database database = Database("machine.db");
         database.exec(
             "PRAGMA cache_size = 1; BEGIN; CREATE TABLE large (n); UPDATE value SET data = 2;"
             "WITH RECURSIVE row (n) AS (VALUES (1) UNION ALL SELECT n + 1 FROM row LIMIT 500)"
@@ -137,9 +135,9 @@ TEST_CASE("An invalid registry file is reported with its path and left unchanged
     CHECK(CreateObject(u"Some.Class", object) == Damaged);
     CHECK(NamesFile(Damaged));
     std::filesystem::remove(file);
-    CHECK(Shell("machine.db", "CREATE TABLE mine (n)").empty());
+    Database("machine.db").exec("CREATE TABLE mine (n)");
     CHECK(Create("new") == Damaged);
-    CHECK(Shell("machine.db", ".tables") == "mine\n");
+    CHECK(Database("machine.db").execAndGet("SELECT count(*) FROM sqlite_master").getInt() == 1);
 }
 
 TEST_CASE("Processes wait for each other's registry changes, at most three seconds in total") {
@@ -157,7 +155,7 @@ TEST_CASE("Processes wait for each other's registry changes, at most three secon
         CHECK(ExitCode(process) == 0);
     }
     CHECK(RawValueNames(KeyLocalMachine, "k").size() == 400);
-    SQLite::Database other(OnMachine("machine.db").native(), SQLite::OPEN_READWRITE);
+    SQLite::Database other = Database("machine.db");
     other.exec("BEGIN IMMEDIATE");
     CHECK(Open("k", KeySetValue) == StatusSuccess);
     other.exec("INSERT INTO key VALUES (99, 2, 'x', 'x'); COMMIT; BEGIN EXCLUSIVE");
