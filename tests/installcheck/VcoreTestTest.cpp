@@ -1,7 +1,7 @@
 #include <utility>
 
 #include "Check.h"
-#include "ProductEntries.h"
+#include "RawRegistry.h"
 #include "TestMachine.h"
 #include "installcheck/VcoreTest.h"
 #include "platform/ComponentCalls.h"
@@ -15,13 +15,12 @@ const Text Missing = u"), *** File not Found ***\r\n";
 // A machine without components. Test cases add files that have no version resource and can't be loaded.
 struct ComponentMachine : TestMachine {
     std::string Folder = ControlFile().substr(0, ControlFile().rfind('\\') + 1);
-    ProductEntries Products;
 
     ComponentMachine() {
         Environment("SystemRoot", Folder + "Windows");
         Environment("CommonProgramFiles", Folder + "Common");
         Environment("ProgramFiles", Folder + "Programs");
-        Products.Add("Vandrel Core", "Vandrel Core V1", "MsiExec.exe /X{C}", RawNumber(1), Folder + "Core\\");
+        RawProductAdd("Vandrel Core", "Vandrel Core V1", "MsiExec.exe /X{C}", RawNumber(1), Folder + "Core\\");
     }
 };
 

@@ -1,5 +1,5 @@
 #include "Check.h"
-#include "ProductEntries.h"
+#include "RawRegistry.h"
 #include "TestMachine.h"
 #include "products/Installer.h"
 
@@ -16,16 +16,15 @@ struct InstallerFixture : TestMachine {
         return listed;
     }
 
-    ProductEntries products;
     Installer installer;
 };
 
 }  // namespace
 
 TEST_CASE_FIXTURE(InstallerFixture, "A lookup fills the record with the first exact match, or clears the record") {
-    products.Add("VT1", "Vandrel Test", "no braces", RawNumber(1), "C:\\A1");
-    products.Add("VT2", "Vandrel Test", "{VT-2} {a}", RawNumber(2), "C:\\A2\\");
-    products.Add("VT3", "Vandrel Test", "MsiExec.exe /X{VT-3}", RawNumber(3), "C:\\A3\\");
+    RawProductAdd("VT1", "Vandrel Test", "no braces", RawNumber(1), "C:\\A1");
+    RawProductAdd("VT2", "Vandrel Test", "{VT-2} {a}", RawNumber(2), "C:\\A2\\");
+    RawProductAdd("VT3", "Vandrel Test", "MsiExec.exe /X{VT-3}", RawNumber(3), "C:\\A3\\");
     for (const Text& missing : {Text(u"vandrel Test"), Text(u"Vandrel Test "), Text(u"VT-2"), Text()}) {
         installer.DisplayName(u"Vandrel Test");
         CHECK(installer.GUIdeco() == u"{VT-2}");
@@ -35,25 +34,25 @@ TEST_CASE_FIXTURE(InstallerFixture, "A lookup fills the record with the first ex
         CHECK(installer.InstallLocation().empty());
     }
     installer.GUI(u"VT-3");
-    products.Add("VT3", "Vandrel Test renamed", "{VT-3}", RawNumber(4));
+    RawProductAdd("VT3", "Vandrel Test renamed", "{VT-3}", RawNumber(4));
     installer.ReScan();
     CHECK(installer.DisplayName() == u"Vandrel Test renamed");
-    products.Clear();
+    RawProductAdd("VT3", "", "{VT-3}");
     installer.ReScan();
     CHECK(installer.GUIdeco() == u"{}");
     for (const auto& [unInstallString, gui] :
          {std::pair<std::string, Text>{"a}b", u"a"}, {"setup {a", u""}, {"{}", u""}}) {
-        products.Add("VT", "Vandrel Test", unInstallString);
-        installer.DisplayName(u"Vandrel Test");
+        RawProductAdd("VT", "Vandrel Other", unInstallString);
+        installer.DisplayName(u"Vandrel Other");
         CHECK(installer.GUI() == gui);
     }
 }
 
 TEST_CASE_FIXTURE(InstallerFixture, "The list holds up to 1000 products per key; lookups leave the list unchanged") {
-    products.Add("VT1", "Vandrel Test", "x {VT-1}", RawNumber(0x0408003F), "C:\\A");
-    products.Add("VT2", "Vandrel Test", "no braces");
-    products.Add("VT3", "", "{VT-3}");
-    products.Add("VT4", "Vandrel Test B", "{VT-4}");
+    RawProductAdd("VT1", "Vandrel Test", "x {VT-1}", RawNumber(0x0408003F), "C:\\A");
+    RawProductAdd("VT2", "Vandrel Test", "no braces");
+    RawProductAdd("VT3", "", "{VT-3}");
+    RawProductAdd("VT4", "Vandrel Test B", "{VT-4}");
     const std::string key =
         "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Installer\\UserData\\S-1-5-18\\Products\\VT5\\InstallProperties";
     RawValueSet(platform::KeyLocalMachine, key, "DisplayName", RawText("Vandrel Test U"));
@@ -72,7 +71,7 @@ TEST_CASE_FIXTURE(InstallerFixture, "The list holds up to 1000 products per key;
         CHECK(installer.DisplayVersions(outside).empty());
     }
     for (int number = 0; number < 1001; ++number) {
-        products.Add("VU" + std::to_string(number), "Vandrel Test", "{VT-}");
+        RawProductAdd("VU" + std::to_string(number), "Vandrel Test", "{VT-}");
     }
     installer.List(false);
     CHECK_FALSE(installer.DisplayNames(1000).empty());
@@ -85,7 +84,7 @@ TEST_CASE_FIXTURE(InstallerFixture, "DisplayVersion shows the fields with and wi
                                               {RawText("-16777217"), u"-2.55.0-1 -2.55.0-1 -2550-1"},
                                               {RawNumber(0x80000000U), u"  "}};
     for (const auto& [version, shown] : cases) {
-        products.Add("VT", "Vandrel Test", "{VT-}", version, "C:\\T");
+        RawProductAdd("VT", "Vandrel Test", "{VT-}", version, "C:\\T");
         installer.DisplayName(u"Vandrel Test");
         CHECK(installer.DisplayVersion() + u" " + installer.DisplayVersion(true) + u" " +
                   installer.DisplayVersion(false, true) ==

@@ -43,7 +43,8 @@ TEST_CASE_FIXTURE(OptionFixture, "Set creates the root and the section; a probe 
     CHECK(RawKeyExists(Machine, RawRoot));
     CHECK(option.CurrentUserCanWrite(u"S\\T"));
     option.CurrentUserDelete(u"S\\T", u"name");
-    CHECK(RawValueNames(User, RawRoot + "\\S\\T").empty());
+    CHECK_FALSE(RawValue(User, RawRoot + "\\S\\T", "name"));
+    CHECK_FALSE(RawValue(User, RawRoot + "\\S\\T", "_ProgOption_"));
     // The section is created under its untrimmed name, but the value is stored under the trimmed name.
     for (const std::uint8_t number : {std::uint8_t{1}, std::uint8_t{2}}) {
         option.CurrentUser(u" U", u"name", NotGiven{}, number);

@@ -2,7 +2,7 @@
 #include <sys/wait.h>
 
 #include "Check.h"
-#include "ProductEntries.h"
+#include "RawRegistry.h"
 #include "host/MachineFiles.h"
 #include "platform/Process.h"
 #include "platform/Regional.h"
@@ -81,12 +81,11 @@ TEST_CASE("A program is never found in the current folder") {
 
 TEST_CASE("Uninstalling waits for MsiExec and then rereads the registry") {
     const TestMachine machine;
-    ProductEntries products;
     Installer installer;
     Script("C:\\Windows\\System32\\MsiExec.exe",
            "sleep 0.1; echo \"$@\" >\"${0%/*}\"/ran; sqlite3 \"$VTV4V_MACHINE/machine.db\" 'DELETE FROM value'");
     for (const bool quiet : {false, true}) {
-        products.Add("VT", "Vandrel Test", "x {T-1}");
+        RawProductAdd("VT", "Vandrel Test", "x {T-1}");
         installer.GUI(u"T-1");
         installer.UnInstall(quiet);
         installer.UnInstall(!quiet);
