@@ -1,5 +1,3 @@
-#include <fstream>
-
 #include "Check.h"
 #include "TestMachine.h"
 #include "common/TextFile.h"
@@ -20,16 +18,4 @@ TEST_CASE_FIXTURE(TestMachine, "CR LF, LF and CR end a line, even across a buffe
         }
         CHECK(lines == expected);
     }
-}
-
-TEST_CASE_FIXTURE(TestMachine, "WriteTextFile replaces an existing file only if asked to") {
-    const Text path = platform::TextFromAnsi(ControlFile());
-    WriteTextFile(path, u"new", false);
-    CHECK(RaisedBy([&] { WriteTextFile(path, u"other", false); }).number == 58);
-    CHECK(FileContent(ControlFile()) == "new");
-    WriteTextFile(path, Text(100000, u'Ä') + u"\r\n", true);
-    CHECK(FileContent(ControlFile()) == std::string(100000, '\xC4') + "\r\n");
-    const std::ifstream reader(OnDisk(ControlFile()));  // on Windows, an open file can't be replaced
-    WriteTextFile(path, u"again", true);
-    CHECK(FileContent(ControlFile()) == "again");
 }

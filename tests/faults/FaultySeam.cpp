@@ -121,9 +121,7 @@ std::map<std::int64_t, Text> FailuresOf(Seam call) {
     if (call <= Seam::DateLastModified) {
         return {{2, u"Datei nicht gefunden"},
                 {19, u"Zugriff verweigert"},
-                {39, u"Datenträger voll"},
                 {112, u"Datenträger voll"},
-                {206, u"Dateiname oder -nummer falsch"},
                 {1117, u"Ein-/Ausgabefehler beim Gerät"}};
     }
     if (call <= Seam::CallTextFunction) {
