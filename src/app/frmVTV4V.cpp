@@ -17,7 +17,7 @@ namespace {
 constexpr char16_t ShutdownBlockReason[] =
     u"Die Versions-Einstellungen oder die Steuerungs-Datei werden gerade geschrieben.";
 
-// Runs an operation. Keeps Windows from ending the session in the middle of it.
+// Runs an operation and keeps Windows from ending the session until the operation has finished.
 void RunOperation(platform::Handle window, void (*operation)()) {
     platform::ShutdownBlockReasonCreate(window, ShutdownBlockReason);
     const platform::ScopeExit unblock([&] { platform::ShutdownBlockReasonDestroy(window); });

@@ -2,7 +2,7 @@
 
 #include "common/Text.h"
 
-// The release date and time shown in the report. Update both for each release.
+// Return the release date and time shown in the report. Update both for each release.
 inline Text ReleaseDate() {
     return u"16.12.2017";
 }

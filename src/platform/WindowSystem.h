@@ -71,7 +71,7 @@ void WindowShowModal(Handle window);
 void WindowDestroy(Handle window) noexcept;
 
 void ControlCaption(Handle window, std::size_t control, const std::u16string& caption);
-// Call it only once for each control.
+// Adds a tooltip to a control. Call this only once per control.
 void ControlToolTip(Handle window, std::size_t control, const std::u16string& text);
 void ControlColours(Handle window, std::size_t control, Colour background, Colour text);
 void ControlVisible(Handle window, std::size_t control, bool visible);
@@ -111,7 +111,7 @@ inline constexpr std::uint32_t IconExclamation = 0x30;     // MB_ICONWARNING
 inline constexpr std::uint32_t IconInformation = 0x40;     // MB_ICONINFORMATION
 
 inline constexpr std::int32_t AnswerOk = 1;
-inline constexpr std::int32_t AnswerCancel = 2;  // also the close box's answer, if there is a Cancel button
+inline constexpr std::int32_t AnswerCancel = 2;  // also returned by the close box if there is a Cancel button
 inline constexpr std::int32_t AnswerYes = 6;
 inline constexpr std::int32_t AnswerNo = 7;
 

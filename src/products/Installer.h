@@ -25,8 +25,8 @@ public:
     // Returns the GUID in braces.
     [[nodiscard]] Text GUIdeco() const { return u"{" + record_.gui + u"}"; }
 
-    // The stored version, 0 if unknown: the major version (-128 to 127) in the highest byte, the minor version (0 to
-    // 255) in the next, the revision (-511 to 511, with the sign of Version) in the lowest 9 bits.
+    // Returns the stored version, or 0 if it is unknown. The highest byte is the major version (-128 to 127), the next
+    // byte the minor version (0 to 255), and the lowest 9 bits the revision (-511 to 511, with the sign of Version).
     [[nodiscard]] std::int32_t Version() const { return record_.version; }
     [[nodiscard]] std::int16_t VersionMajor() const { return static_cast<std::int8_t>(record_.version >> 24); }
     [[nodiscard]] std::int16_t VersionMinor() const { return static_cast<std::uint8_t>(record_.version >> 16); }

@@ -62,7 +62,7 @@ Text CollectionStart(const Text& name) {
 }
 
 Text TableText(const CheckedTable& table, const CheckedTable& removed, const Text& changed) {
-    // A 64-bit registry keeps the keys of 32-bit programs in another branch of "Software".
+    // 64-bit Windows keeps the keys of 32-bit programs in a separate branch of "Software".
     const Text key = u"SOFTWARE\\WOW6432Node" + table.Key().substr(table.Key().find(u'\\'));
     Text text = u"  " + CollectionStart(table.Section());
     for (const ForcedVersionItem& entry : table.Entries()) {

@@ -26,8 +26,8 @@ public:
         return Get(platform::KeyLocalMachine, section, name, defaultValue);
     }
 
-    // Stores the value and propagates registry errors. Ignores the default value, which only mirrors the getter's
-    // signature.
+    // Stores the value and propagates registry errors. Ignores the default value; that parameter only mirrors the
+    // getter's signature.
     void CurrentUser(const Text& section, const Text& name, const Variant& /*defaultValue*/, const Variant& value) {
         Set(platform::KeyCurrentUser, section, name, value);
     }

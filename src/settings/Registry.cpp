@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t EnumerationBufferSize = 255;
 constexpr std::size_t ValueBufferSize = 1024;
 
-// Raises a failure with the pending description after `prefix`.
+// If `status` is a failure, raises it. The description is `prefix` followed by the pending description.
 void RaiseOnFailure(platform::Status status, const Text& prefix = {}) {
     if (status != platform::StatusSuccess) {
         Raise(status, prefix + LastError().Description());

@@ -10,7 +10,7 @@ namespace platform {
 namespace {
 
 constexpr DWORD LongestPath = 32768;          // in characters, including the terminator
-constexpr DWORD LongestVariable = 3 * 32767;  // in bytes; in UTF-8, a character can take three
+constexpr DWORD LongestVariable = 3 * 32767;  // in bytes; in UTF-8, a UTF-16 unit takes up to three
 
 std::u16string ProgramPath() {
     std::u16string path(LongestPath, u'\0');

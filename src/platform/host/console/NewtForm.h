@@ -25,8 +25,8 @@ public:
     NewtForm(const NewtForm&) = delete;
     NewtForm& operator=(const NewtForm&) = delete;
 
-    // Waits for a key and moves the focus if it is a navigation key. Returns the key and the index of the button that
-    // it presses. The key is NEWT_KEY_RESIZE if the terminal was resized, NEWT_KEY_ERROR if it was closed.
+    // Waits for a key and moves the focus if it is a navigation key. Returns the key and, if it presses a button, the
+    // button's index. The key is NEWT_KEY_RESIZE if the terminal was resized, or NEWT_KEY_ERROR if it was closed.
     std::pair<int, std::optional<std::size_t>> Run();
     // Returns the button that has the focus.
     [[nodiscard]] std::optional<std::size_t> Focus() const;

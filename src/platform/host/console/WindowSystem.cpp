@@ -86,7 +86,7 @@ void Activate(Handle window) {
     }
 }
 
-// Returns the clipboard file, or an empty path if writing failed.
+// Writes the clipboard file and returns its path, or an empty path on failure.
 std::filesystem::path WriteClipboard(const std::string& bytes) {
     const std::filesystem::path file = host::MachineFolder() / "clipboard.txt";
     std::error_code failure;  // ignored; the write below reports any failure
@@ -223,7 +223,7 @@ bool ClipboardClear() {
     return !WriteClipboard("").empty();
 }
 
-// Supports only the format CF_TEXT, in which a string ends at the first NUL.
+// Treats every format as CF_TEXT, in which a string ends at the first NUL.
 bool ClipboardSet(const std::string& text, std::uint32_t /*format*/) {
     copiedTo = WriteClipboard(host::ToUtf8(TextFromAnsi(text.substr(0, text.find('\0')))));
     return !copiedTo.empty();

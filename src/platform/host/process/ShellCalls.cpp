@@ -87,11 +87,11 @@ std::string FindProgram(const std::string& name) {
     return isPath ? std::string() : FindInHostPath(host::ToUtf8(TextFromAnsi(name)));
 }
 
-// Returns the host path of a command line's program, which is empty if the program isn't found, and the program's
-// arguments, with "%1" replaced by `document`.
+// Splits a command line. The first element is the program's host path, or empty if the program isn't found. The others
+// are the arguments, with "%1" replaced by `document`.
 std::vector<std::string> ProgramOf(const std::string& command, const std::string& document = {}) {
     std::vector<std::string> program = SplitCommandLine(command);
-    program.resize(std::max<std::size_t>(program.size(), 1));  // no program has an empty name
+    program.resize(std::max<std::size_t>(program.size(), 1));  // an empty name is never found
     program.front() = FindProgram(program.front());
     std::for_each(program.begin() + 1, program.end(), [&](std::string& argument) {
         argument = host::ToUtf8(TextFromAnsi(argument));
@@ -102,9 +102,9 @@ std::vector<std::string> ProgramOf(const std::string& command, const std::string
     return program;
 }
 
-// Starts a program (see ProgramOf) in `folder`, or in this process's working directory if `folder` is empty. Unless
-// `inTerminal` is true, the program reads from /dev/null and gets its own process group, so that Ctrl-C in the terminal
-// doesn't reach it. If this process has a terminal, the output of such a program goes to /dev/null.
+// Starts a program (see ProgramOf) in `folder`, or in this process's working directory if `folder` is empty. If
+// `inTerminal` is false, the program reads from /dev/null and gets its own process group, so that Ctrl-C in the
+// terminal doesn't reach it; if this process has a terminal, the program's output also goes to /dev/null.
 Status StartProgram(std::vector<std::string> program, const std::string& folder, bool inTerminal, pid_t& process) {
     // Reaps child processes that have exited, so that zombies don't accumulate.
     while (waitpid(-1, nullptr, WNOHANG) > 0) {
@@ -134,7 +134,7 @@ Status StartProgram(std::vector<std::string> program, const std::string& folder,
     return host::StatusFromErrno(failure);
 }
 
-// Gives the terminal to a program and waits until the program exits.
+// Runs a program in the terminal and waits until it exits.
 Status RunInTerminal(const std::vector<std::string>& program, const std::string& folder) {
     host::SuspendWindows();
     const ScopeExit resume(host::ResumeWindows);

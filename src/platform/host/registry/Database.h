@@ -19,19 +19,19 @@ struct Database : SQLite::Database {
     using SQLite::Database::Database;
     std::map<const char*, SQLite::Statement> statements = {};
 
-    // The keys found in one version of the keys, by start key and path. As long as the version stays the same, finding
-    // them again takes no transaction.
+    // A cache of key ids, by start key and path, which saves a transaction per lookup. Valid only while KeyVersion
+    // returns `foundVersion`.
     std::map<std::pair<std::int64_t, std::string>, std::int64_t> foundKeys = {};
     std::uint32_t foundVersion = 0;
-    std::uint32_t ownValueChanges = 0;  // number of changes by this process that affect only values
+    std::uint32_t ownValueChanges = 0;  // how many values this process has set
 
-    // Returns the version of the keys. Each change to the file increases it, except the process's own value changes. A
-    // database in memory never changes.
+    // Returns a number that changes whenever the keys may have changed: with every change to the file, except when this
+    // process sets a value. The number never changes for a database in memory.
     [[nodiscard]] std::uint32_t KeyVersion() const {
         constexpr sqlite3_int64 changeCounterOffset = 24;
         sqlite3_file* file = nullptr;
         sqlite3_file_control(getHandle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
-        std::uint32_t changeCounter = 0;  // the most significant byte is the first
+        std::uint32_t changeCounter = 0;  // big-endian
         if (file->pMethods != nullptr) {
             file->pMethods->xRead(file, &changeCounter, sizeof changeCounter, changeCounterOffset);
         }

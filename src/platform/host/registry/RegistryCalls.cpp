@@ -119,7 +119,7 @@ Status RunCall(Handle handle, const Steps& steps) {
 }
 
 // Returns the id of the key at `levels` below `start`, or 0 if it is missing. Throws 1018 if `start` was deleted. If
-// the keys haven't changed, finding a key again takes no transaction.
+// the keys haven't changed, looking up a key again takes no transaction.
 std::int64_t KeyBelow(Database& database, std::int64_t start, const std::u16string& levels) {
     const std::pair place(start, Folded(levels));
     const auto found = database.foundKeys.find(place);
@@ -242,7 +242,7 @@ Status RegDeleteKeyA(Handle key, const std::string& subKey) {
         RefuseUnless(found.key != 0, StatusFileNotFound);
         Database& database = FileOf(found).ForWriting();
         if (found.key <= host::ClassesKey || Query(database, DeleteKeyWithoutSubKeys, found.key)->exec() == 0) {
-            const bool isMissing = FindKey(key, subKey).key == 0;  // another process deleted the key
+            const bool isMissing = FindKey(key, subKey).key == 0;  // true if another process deleted the key
             throw RegistryFailure{isMissing ? StatusFileNotFound : StatusAccessDenied};
         }
     });

@@ -72,7 +72,7 @@ Database& RegistryFile::ForReading() {
         return *database_;
     }
     database_.reset();
-    // SQLite's journal is next to the file. Creating a missing file may still fail.
+    // SQLite creates a journal in the folder. A missing file counts as writable, but creating it may still fail.
     const bool isMissing = now.st_ino == 0;
     writable_ = isMissing || ((now.st_mode & S_IWUSR) != 0 && MayWrite(path_) && MayWrite(path_.parent_path()));
     opened_ = now;

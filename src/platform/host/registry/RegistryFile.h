@@ -36,8 +36,8 @@ public:
     Database& ForReading();
     // Like ForReading, but creates the file if it is missing. Throws status 5 if the file is read-only.
     Database& ForWriting();
-    // Throws status 5 if, at the last ForReading, the file's owner write bit was off or this process couldn't write to
-    // the file.
+    // Throws status 5 if the file was read-only when ForReading last opened it: its owner write bit was off, or this
+    // process couldn't write to it.
     void RequireWritable() const;
 
     // Converts a database exception to a registry failure.
@@ -55,7 +55,7 @@ private:
     std::optional<Database> database_;
     struct stat opened_ = {};  // the status of the open file; all zero if the file is missing
     bool writable_ = false;
-    std::chrono::steady_clock::time_point endOfPause_ = {};
+    std::chrono::steady_clock::time_point endOfPause_ = {};  // until then, calls don't wait for a lock
 };
 
 // If the last failed registry call returned `status` because of its registry file, returns a German description of the
