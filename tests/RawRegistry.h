@@ -56,7 +56,7 @@ inline std::optional<RawData> RawValue(platform::Handle root, const std::string&
     return status == platform::StatusSuccess ? std::optional(data) : std::nullopt;
 }
 
-// Adds an installed product to the Uninstall key in the local machine's registry.
+// Adds a product to the Uninstall key in HKEY_LOCAL_MACHINE.
 inline void RawProductAdd(const std::string& subKey, const std::string& displayName, const std::string& unInstallString,
                           const RawData& version = RawNumber(1), const std::string& installLocation = {}) {
     for (const auto& [name, data] : {std::pair("DisplayName", RawText(displayName)),

@@ -21,8 +21,8 @@
 
 namespace {
 
-// What a program run showed and left behind: the messages that SeamStop returns, then "check failed" and ", report
-// copied" if the program reported these; and the result of FaultMachine::State.
+// The result of a program run: its messages (see SeamRecord), followed by "check failed" and ", report copied" if the
+// program reported these; and the machine's state (see FaultMachine::State).
 struct Outcome {
     Text messages;
     std::string state;
@@ -204,7 +204,7 @@ TEST_CASE("A failed call in any operation has the expected effect, and a retry s
           {{ShellExecuteA}, noEditor, exported}}},
         {"Importieren\nJa\n",
          imported,
-         // Not every failed open matters: some keys are then created, and some may be missing.
+         // Some failed opens do no harm, because the program then creates the key or doesn't need it.
          {{{CreateFileA, ReadFile}, u"16 Fehlgeschlagen!", before},
           {{RegOpenKeyExA}, u"", imported},
           {{RegOpenKeyExA, RegCreateKeyExA, RegSetValueExA}, u"16 Fehlgeschlagen!", partly},
@@ -223,7 +223,7 @@ TEST_CASE("A failed call in any operation has the expected effect, and a retry s
     }
 }
 
-TEST_CASE("A full disk and a denied deletion change nothing; programs get their arguments") {
+TEST_CASE("A full disk or denied deletion changes nothing; programs get their arguments") {
     const FaultMachine machine;
     const std::string before = machine.State();
     ControlFilePath = platform::TextFromAnsi(machine.ControlFile());
@@ -233,7 +233,7 @@ TEST_CASE("A full disk and a denied deletion change nothing; programs get their 
     CHECK(RaisedBy([] { ProductProfileMain().Profile.Table->ForcedVersion(true, u"hugo", -1); }).number == 0);
     SeamStop();
     CHECK(machine.State() == before);
-    // Status 6 isn't run-time error 6, so the system's message for status 6 must not appear.
+    // Error 6 is a run-time error, not status 6, so the system's message for status 6 must not appear.
     SeamStart({Seam::StatusText, 1, 0});
     CHECK(FailureText({6, u"Überlauf"}) == u"Überlauf (Fehler 6)");
     CHECK(machine.Session("Demo\nBearbeiten\nFertig\n").state.ends_with(";[End];"));
@@ -265,7 +265,7 @@ TEST_CASE("A failing call changes only its own row in the check's report") {
     }
 }
 
-TEST_CASE("A failed check is reported even if the clipboard, check window or object is unavailable") {
+TEST_CASE("A failed check is reported even if the clipboard or the window is unavailable") {
     const FaultMachine machine({"sevCmd4.ocx", "VCUTIL1.DebugLog"});
     CHECK(machine.Session("x\n", {Seam::ClipboardSet, 1, 0}).messages == u"check failed");
     CHECK(machine.Session("x\n", {Seam::ClipboardClear, 1, 0}).messages == u"check failed, report copied");

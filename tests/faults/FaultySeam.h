@@ -25,14 +25,14 @@ struct SeamFault {
     std::int64_t result = 0;
 };
 
-// What happened between SeamStart and SeamStop.
+// The calls made between SeamStart and SeamStop.
 struct SeamRecord {
     std::map<Seam, int> calls{};  // how often each function was called; omits functions that weren't called
-    Text messages{};              // the message boxes, each as "<type> <text>", without questions and success messages
+    Text messages{};              // the message boxes, each as "<type> <text>", except questions and success messages
     std::string started{};        // the arguments of the last ShellExecuteA or StartCommandLine, each followed by "|"
 };
 
-// Between SeamStart and SeamStop, calls are recorded and the fault is active. SeamStop can be called again.
+// Between SeamStart and SeamStop, calls are recorded and the fault is active. Another SeamStop returns the same record.
 void SeamStart(const SeamFault& fault = {});
 const SeamRecord& SeamStop();
 

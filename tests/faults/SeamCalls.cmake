@@ -1,6 +1,6 @@
 # Looks up the symbols of the seam's functions in LIBRARY with NM. Writes OUTPUT.h, which defines SEAM_CALLS(Use) as a
 # Use(name, symbol) for each function, and OUTPUT.txt, the linker options that redirect the calls to FaultySeam.cpp.
-# FaultySeam.cpp relies on the order: registry calls, file calls, and other calls that return a status.
+# FaultySeam.cpp relies on the order: registry calls, then file calls, then other calls that return a status.
 set(calls
   RegOpenKeyExA RegCreateKeyExA RegDeleteKeyA RegDeleteValueA RegEnumKeyExA RegEnumValueA RegQueryValueExA
   RegSetValueExA

@@ -11,8 +11,8 @@ namespace {
 
 const std::string Key = "Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion";
 
-// Runs vtv4v in the machine's folder or, if `arguments` begin with "-reg", vtv4v-reg. Standard input is `input`.
-// Returns the exit code and what the program prints: "CODE OUTPUT|ERRORS".
+// Runs vtv4v, or vtv4v-reg if `arguments` begins with "-reg", in the machine's folder, with `input` as standard input.
+// Returns "CODE OUTPUT|ERRORS": the exit code, standard output and standard error.
 std::string Run(const std::string& arguments, const std::string& input = {}) {
     DiskFile(OnMachine("typed"), input);
     const std::string folder = "cd '" + OnMachine("").native() + "' && ";
@@ -23,7 +23,7 @@ std::string Run(const std::string& arguments, const std::string& input = {}) {
 
 }  // namespace
 
-TEST_CASE("The program takes its input from a pipe, and exits at once unless started with -master") {
+TEST_CASE("The program reads from a pipe, and exits at once unless started with -master") {
     const TestMachine machine;
     InstalledSuiteAdd({});
     for (const char* const arguments : {"", " -MASTER", " -master x"}) {
@@ -42,7 +42,7 @@ TEST_CASE("The program takes its input from a pipe, and exits at once unless sta
     CHECK(RawValue(platform::KeyLocalMachine, Key, "ruedi") == RawNumber(1));
 }
 
-TEST_CASE("vtv4v-reg handles control characters, duplicates, closed pipes and registry errors") {
+TEST_CASE("vtv4v-reg escapes control characters, survives closed pipes and reports errors") {
     const TestMachine machine;
     DiskFile(OnMachine("new"), "[Tallora]\nx\x1B[2J\x9B\x7F\na=1\nA=2\n[Reporting]\n");
     DiskFile(OnMachine("old"), "[Tallora]\na =1\n[Reporting]\n");

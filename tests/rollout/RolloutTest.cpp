@@ -28,7 +28,7 @@ Text Lines(const std::vector<Text>& lines) {
 }
 
 struct CheckFixture : TestMachine {
-    // Returns the findings for a control file, or the description of the error that makes it invalid.
+    // Returns the findings for a control file, or the error's description if the file is rejected.
     Text Check(const std::string& content) {
         FileContent(ControlFile(), content);
         check = {};

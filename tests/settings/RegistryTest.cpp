@@ -22,7 +22,7 @@ struct RegistryKeyFixture : TestMachine {
 
 }  // namespace
 
-TEST_CASE_FIXTURE(RegistryKeyFixture, "An open key stays open until it is closed, with the rights it was opened with") {
+TEST_CASE_FIXTURE(RegistryKeyFixture, "KeyOpen keeps a key that is already open; each KeyOpen function uses its root") {
     registry.KeyOpenCurrentUser(Key);
     const platform::Handle open = registry.hCurrentKey();
     registry.AccessMode(15);
@@ -43,7 +43,7 @@ TEST_CASE_FIXTURE(RegistryKeyFixture, "An open key stays open until it is closed
     }
 }
 
-TEST_CASE_FIXTURE(RegistryKeyFixture, "Operations add the rights they need, and don't recreate a deleted key") {
+TEST_CASE_FIXTURE(RegistryKeyFixture, "Operations add the rights they need, but don't recreate a deleted key") {
     struct {
         std::int32_t rights;
         std::function<void()> operation;

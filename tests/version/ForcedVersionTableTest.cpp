@@ -55,7 +55,7 @@ TEST_CASE_FIXTURE(LoadedMachine, "Strings that contain a number read back as tha
     CHECK(RawValue(User, Section, "User") == RawText("earlier"));
 }
 
-TEST_CASE("A starting version other than Full allows Demo at most") {
+TEST_CASE("A starting version other than Full allows only Demo or nothing") {
     for (const std::int32_t start : {1, 2, 3, 4, 5, 99}) {
         CHECK((EffectOf(start, false, 1) == EntryEffect::Applies) == (start == 1 || start == 3));
         CHECK(EffectOf(start, true, 0) == EntryEffect::StartVersionForbids);

@@ -42,7 +42,7 @@ TEST_CASE_FIXTURE(FileFixture, "Demo and export write the documented control fil
 
 TEST_CASE_FIXTURE(LoadedMachine, "An import collects the items of the sections [Tallora] and [Reporting]") {
     Tables(u"old=1;", u"old=1;");
-    // A heading must have the exact name. Its last character can be any character.
+    // Apart from surrounding spaces and its last character, a heading must match exactly.
     FileContent(ControlFile(),
                 "u=1\n\t[Tallora]\nv=1\n[tallora]\nw=1\n[Tallora] x\nx=1\n[Reporting\ny=1\n[\nz=1\n[]\nz=1\n"
                 "  [Tallora]  \r  a=1  \r[Reporting]\nb=2\n[End]\nx=1\n[Tallora)\n\nc=3;d=4\n;remark\n");

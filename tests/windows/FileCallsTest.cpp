@@ -45,7 +45,7 @@ TEST_CASE_FIXTURE(TestMachine, "An overwritten file keeps its access control lis
     CHECK((::GetFileAttributesA(ControlFile().c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0);
 }
 
-// Restarts this program to run only the test case below, which is skipped otherwise.
+// Restarts this program to run only the test case below, which is otherwise skipped.
 TEST_CASE_FIXTURE(TestMachine, "A process killed while replacing a file leaves a complete file") {
     const std::string command = "\"" + platform::ProgramFolder() + "\\vtv4v_tests.exe\" --no-skip --test-case=Child*";
     for (DWORD delay = 0; delay < 20; ++delay) {

@@ -2,7 +2,7 @@
 #include "platform/Regional.h"
 #include "platform/host/Unicode.h"
 
-TEST_CASE("Numbers and dates have the German format") {
+TEST_CASE("Numbers and dates use the German format") {
     std::int32_t number = 0;
     for (const auto& each : {std::pair(u" \t-1.000.000 ", -1000000),
                              {u"2,500000000000000000000000000001", 3},

@@ -74,7 +74,7 @@ inline std::string ToolTip() {
     return toolTip == nullptr ? "" : Caption(toolTip);
 }
 
-// Waits for the window with this class or title. Either of them may be null.
+// Waits for the window with this class and title. Null matches any class or title.
 inline HWND WaitForWindow(const char* className, const char* title) {
     HWND window = nullptr;
     REQUIRE(Eventually([&] {

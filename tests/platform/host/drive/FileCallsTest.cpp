@@ -53,7 +53,7 @@ TEST_CASE("File calls are case-insensitive and return the expected status on fai
     CHECK(std::filesystem::exists(OnMachine("drives/c/Users/\u00C4rger.txt")));
 }
 
-TEST_CASE("Overwriting keeps the mode, and follows links") {
+TEST_CASE("Overwriting a file keeps its mode and follows links") {
     const TestMachine machine;
     const std::string file = OnDisk("C:\\away\\old").native();
     FileContent("C:\\away\\old", "old");

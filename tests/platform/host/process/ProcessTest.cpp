@@ -43,7 +43,7 @@ TEST_CASE("Process variables override the environment file, in which the last li
     CHECK(platform::GetEnvironmentVariableA("USERNAME") == "G\xF6tz");
 }
 
-TEST_CASE("A document opens in the program for its type, or an error says why not") {
+TEST_CASE("A document opens in the program for its type, or an error code is returned") {
     TestMachine machine;
     machine.Environment("Tools", "C:\\Windows\\my tools");
     Script("C:\\Windows\\My Tools\\show", "exec >out\npwd; read -r line; echo $?\nfor each; do echo \"[$each]\"; done");

@@ -69,7 +69,7 @@ TEST_CASE("Calls check the handle's rights, then whether its key still exists") 
     CHECK(RegCloseKey(writing) == StatusInvalidHandle);
 }
 
-TEST_CASE("The view of a registry file shows the values, which can also be changed there") {
+TEST_CASE("A registry file's view shows all values, and external changes take effect") {
     const TestMachine machine;
     RawValueSet(KeyClassesRoot, "\xE4", "Zahl \xDC", RawNumber(0xFFFFFFFE));
     RawValueSet(KeyClassesRoot, "\xE4", "", RawText("a \x80 b"));
@@ -86,7 +86,7 @@ TEST_CASE("The view of a registry file shows the values, which can also be chang
     CHECK(RawValue(KeyCurrentUser, "k", "n") == RawText("x"));
 }
 
-TEST_CASE("A read-only registry file refuses changes, and an unreadable one every call") {
+TEST_CASE("A read-only registry file rejects changes; an unreadable one rejects all calls") {
     const TestMachine machine;
     RawValueSet(KeyLocalMachine, "k", "n", RawNumber(1));
     // The writer leaves an unfinished change in the file.
