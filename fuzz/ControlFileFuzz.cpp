@@ -22,8 +22,8 @@ void Require(bool condition) {
 
 }  // namespace
 
-// Called by libFuzzer. Checks the bytes as a control file and writes its entries in both target formats. The quotes are
-// paired only if all names are escaped.
+// Called by libFuzzer. Treats the bytes as a control file: checks it and writes its entries in both target formats. The
+// quotes are paired only if all names are escaped.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     static const int file = memfd_create("control-file", 0);
     static const Text path = platform::TextFromAnsi("/proc/self/fd/" + std::to_string(file));
