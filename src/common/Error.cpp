@@ -52,16 +52,6 @@ Error::Error(std::int32_t thisNumber, Text thisDescription)
       description(std::move(thisDescription)) {
 }
 
-void ErrorState::Set(const Error& error) {
-    number_ = error.number;
-    description_ = error.description;
-}
-
-void ErrorState::Clear() noexcept {
-    number_ = 0;
-    description_.clear();
-}
-
 ErrorState& LastError() {
     static ErrorState state;
     return state;

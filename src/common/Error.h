@@ -22,8 +22,14 @@ class ErrorState {
 public:
     [[nodiscard]] std::int32_t Number() const { return number_; }
     [[nodiscard]] const Text& Description() const { return description_; }
-    void Set(const Error& error);
-    void Clear() noexcept;
+    void Set(const Error& error) {
+        number_ = error.number;
+        description_ = error.description;
+    }
+    void Clear() noexcept {
+        number_ = 0;
+        description_.clear();
+    }
 
 private:
     std::int32_t number_ = 0;

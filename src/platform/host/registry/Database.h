@@ -23,7 +23,15 @@ struct Database : SQLite::Database {
     // returns `foundVersion`.
     std::map<std::pair<std::int64_t, std::string>, std::int64_t> foundKeys = {};
     std::uint32_t foundVersion = 0;
-    std::uint32_t ownValueChanges = 0;  // how many values this process has set
+    std::uint32_t ownValueChanges = 0;  // how many times this process has changed only a value
+
+    // Returns the number of pages that this process has written. Setting a value to its current data writes none.
+    [[nodiscard]] int PagesWritten() const {
+        int pages = 0;
+        int highest = 0;
+        sqlite3_db_status(getHandle(), SQLITE_DBSTATUS_CACHE_WRITE, &pages, &highest, 0);
+        return pages;
+    }
 
     // Returns a number that changes whenever the keys may have changed: with every change to the file, except when this
     // process sets a value. The number never changes for a database in memory.

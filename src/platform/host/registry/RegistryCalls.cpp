@@ -302,8 +302,9 @@ Status RegSetValueExA(Handle key, const std::string& name, std::uint32_t type, s
         Database& database = FileOf(open).ForWriting();
         Query query(database, InsertValue, open.key, host::ToUtf8(valueName), Folded(valueName), type);
         BindData(query, 5, type, StoredData(type, data));
+        const int pagesBefore = database.PagesWritten();
         RefuseUnless(query->exec() != 0, StatusKeyDeleted);
-        ++database.ownValueChanges;
+        database.ownValueChanges += database.PagesWritten() != pagesBefore ? 1 : 0;
     });
 }
 

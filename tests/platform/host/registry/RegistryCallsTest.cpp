@@ -82,8 +82,9 @@ TEST_CASE("A registry file's view shows all values, and external changes take ef
           path + "Zahl \u00DC|REG_DWORD|4294967294; " + path + "|REG_SZ|a \u20AC b; " + path + "b|REG_BINARY|00FF");
     CHECK(Database("user.db").execAndGet("SELECT path || typeof(value) FROM registry").getString() ==
           "HKEY_CURRENT_USER\\ktext");
-    Database("user.db").exec("UPDATE value SET data = 'x'");
-    CHECK(RawValue(KeyCurrentUser, "k", "n") == RawText("x"));
+    RawValueSet(KeyCurrentUser, "k", "n", RawText(""));  // the same value, which doesn't change the file
+    Database("user.db").exec("UPDATE key SET name = 'l', path = replace(path, 'K', 'L') WHERE name = 'k'");
+    CHECK_FALSE(RawKeyExists(KeyCurrentUser, "k"));
 }
 
 TEST_CASE("A read-only registry file rejects changes; an unreadable one rejects all calls") {
