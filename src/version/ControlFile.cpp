@@ -14,8 +14,7 @@ namespace {
 constexpr TextView DefaultItemName = u"(Standard)";
 
 void AppendLine(Text& file, const Text& line) {
-    file += line;
-    file += u"\r\n";
+    file += line + u"\r\n";
 }
 
 // Appends one line per item. An item string ends with ";", so the empty piece after it becomes an empty line.

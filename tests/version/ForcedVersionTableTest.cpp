@@ -81,6 +81,7 @@ TEST_CASE_FIXTURE(LoadedMachine, "The last entry that applies determines the ver
         INFO(each.what);
         MainVersions->ForcedVersionAll(true, each.machineItems);
         MainVersions->ForcedVersionAll(false, each.userItems);
+        CHECK(MainTable()->VersionInForce() == each.level[0]);
         for (std::int16_t level = 0; level < levels; ++level) {
             CHECK(MainTable()->VersionInForce(level) == each.level[level]);
         }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ScopeExit.h"
 #include "platform/windows/Win32.h"
 
 namespace platform::windows {
@@ -8,7 +9,11 @@ namespace platform::windows {
 // exits.
 inline void EnterApartment() {
     static const HRESULT entered = ::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE);
-    static_cast<void>(entered);
+    static const ScopeExit leave([] {
+        if (SUCCEEDED(entered)) {
+            ::CoUninitialize();
+        }
+    });
 }
 
 }  // namespace platform::windows

@@ -13,10 +13,6 @@ namespace {
 
 using TextFunction = std::int32_t(__stdcall*)(const char* text);
 
-TextFunction TextFunctionOf(HMODULE library, const std::string& name) {
-    return reinterpret_cast<TextFunction>(reinterpret_cast<void*>(::GetProcAddress(library, name.c_str())));
-}
-
 }  // namespace
 
 Status CreateObject(const std::u16string& progId, ObjectReference& object) {
@@ -27,8 +23,8 @@ Status CreateObject(const std::u16string& progId, ObjectReference& object) {
     if (SUCCEEDED(status)) {
         status = ::CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IUnknown, &created);
     }
-    object = reinterpret_cast<ObjectReference>(created);  // null on failure
-    return FAILED(status) ? status : StatusSuccess;
+    object = SUCCEEDED(status) ? reinterpret_cast<ObjectReference>(created) : 0;
+    return SUCCEEDED(status) ? StatusSuccess : status;
 }
 
 void ReleaseObject(ObjectReference object) noexcept {
@@ -44,11 +40,11 @@ Status CallTextFunction(const std::string& libraryPath, const std::string& funct
     std::error_code error;
     const std::filesystem::path path = std::filesystem::absolute(TextFromAnsi(libraryPath), error);
     const HMODULE library = ::LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
-    const TextFunction called = library == nullptr ? nullptr : TextFunctionOf(library, function);
-    if (called == nullptr) {
+    const FARPROC found = library == nullptr ? nullptr : ::GetProcAddress(library, function.c_str());
+    if (found == nullptr) {
         return windows::LastStatus();
     }
-    result = called(text.c_str());
+    result = reinterpret_cast<TextFunction>(reinterpret_cast<void*>(found))(text.c_str());
     return StatusSuccess;
 }
 

@@ -226,13 +226,11 @@ Status RegCloseKey(Handle key) noexcept {
 
 Status RegCreateKeyExA(Handle key, const std::string& subKey, const std::string& /*className*/,
                        std::uint32_t /*options*/, std::int32_t access, Handle& created, std::uint32_t& disposition) {
-    constexpr std::uint32_t createdNew = 1;
-    constexpr std::uint32_t openedExisting = 2;
     created = 0;
     return RunCall(key, [&] {
         const OpenKey found = FindKey(key, subKey);
         created = OpenHandle(found.key != 0 ? found : CreateKey(KeyOf(key, 0), LevelsOf(subKey)), access);
-        disposition = found.key != 0 ? openedExisting : createdNew;
+        disposition = found.key != 0 ? 2 : 1;
     });
 }
 
