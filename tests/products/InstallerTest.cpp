@@ -60,6 +60,7 @@ TEST_CASE_FIXTURE(InstallerFixture, "The list holds up to 1000 products per key;
     installer.List(true);
     CHECK(ListedProducts() == u"VT-5,Vandrel Test U,{VT-5},,;");
     installer.List(false);
+    CHECK(installer.DisplayVersions(1) == u"4.08.063");
     installer.GUI(u"VT-5");
     CHECK_FALSE(installer.IsInstalled());
     installer.GUI(u"VT-4");
