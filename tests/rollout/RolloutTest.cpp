@@ -189,6 +189,7 @@ TEST_CASE_FIXTURE(RolloutFixture, "/export and /import report lost entries, and 
     Tables(u"old=1;", u"old=2;");
     CHECK(Run(u"/IMPORT") == Success);
     CHECK(Tables() == tables);
+    CHECK_FALSE(RawValue(platform::KeyLocalMachine, MainKey.substr(0, MainKey.rfind('\\')), "_vtv4v-reg_"));
     for (const RawData& unreadable : {RawNumber(0x80000000U), RawText("drei"), RawText(std::string(300, '0'))}) {
         RawValueSet(platform::KeyLocalMachine, MainKey, "unreadable", unreadable);
         RawValueSet(platform::KeyLocalMachine, MainKey, "z", RawNumber(3));

@@ -23,6 +23,7 @@ struct RegistryKeyFixture : TestMachine {
 }  // namespace
 
 TEST_CASE_FIXTURE(RegistryKeyFixture, "KeyOpen keeps a key that is already open; each KeyOpen function uses its root") {
+    CHECK_FALSE((registry.EOF_SubKey() || registry.EOF_ValueName()));
     registry.KeyOpenCurrentUser(Key);
     const platform::Handle open = registry.hCurrentKey();
     registry.AccessMode(15);

@@ -86,7 +86,7 @@ TEST_CASE_FIXTURE(LoadedMachine, "The last entry that applies determines the ver
             CHECK(MainTable()->VersionInForce(level) == each.level[level]);
         }
     }
-    for (const double level : {2.5, 7.0, -32768.0, 32767.0}) {
+    for (const double level : {2.5, 4.0, -32768.0, 32767.0}) {
         CHECK(MainTable()->VersionInForce(level) == 7);
     }
     CHECK(RaisedBy([] { return MainTable()->VersionInForce(32767.5); }).number == 6);
