@@ -67,16 +67,6 @@ TEST_CASE("A document opens in the program for its type, or an error code is ret
     }
 }
 
-TEST_CASE("A program is never found in the current folder") {
-    TestMachine machine;
-    machine.Environment("PATH", ":.:/usr/bin:/bin");
-    Script("C:\\here", "");
-    const std::filesystem::path earlierFolder = std::filesystem::current_path();
-    std::filesystem::current_path(OnMachine("drives/c"));
-    CHECK(RaisedBy([] { ShellAndWait(u"here"); }).number == 53);
-    std::filesystem::current_path(earlierFolder);
-}
-
 TEST_CASE("Uninstalling waits for MsiExec and then rereads the registry") {
     const TestMachine machine;
     Installer installer;
