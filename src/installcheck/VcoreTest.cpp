@@ -1,12 +1,10 @@
 #include "installcheck/VcoreTest.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 
 #include "common/Conversion.h"
 #include "common/Environment.h"
-#include "common/Error.h"
 #include "common/modStringLibrary.h"
 #include "installcheck/frmVCoreTest.h"
 #include "installcheck/modFileData.h"

@@ -3,7 +3,6 @@
 #include <optional>
 
 #include "common/Error.h"
-#include "common/modStringLibrary.h"
 #include "platform/ScopeExit.h"
 #include "platform/WindowSystem.h"
 

@@ -1,6 +1,5 @@
 #include "version/modVTV4Version.h"
 
-#include <array>
 #include <cstddef>
 #include <optional>
 

@@ -4,10 +4,8 @@
 #include <stdexcept>
 #include <type_traits>
 
-#include "common/Conversion.h"
 #include "platform/ComponentCalls.h"
 #include "platform/FileCalls.h"
-#include "platform/Regional.h"
 #include "platform/RegistryCalls.h"
 #include "platform/ScopeExit.h"
 #include "platform/ShellCalls.h"

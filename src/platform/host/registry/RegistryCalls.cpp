@@ -3,7 +3,6 @@
 #include <SQLiteCpp/Transaction.h>
 
 #include <algorithm>
-#include <filesystem>
 #include <map>
 #include <utility>
 
