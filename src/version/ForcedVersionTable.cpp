@@ -100,13 +100,12 @@ std::int32_t ForcedVersionTable::VersionInForce(std::optional<double> level) con
 }
 
 void ForcedVersionTable::Init() {
-    versions_[0] = InitialVersion;
+    versions_.fill(InitialVersion);
     ResolveVersion();
 }
 
 void ForcedVersionTable::ResolveVersion() {
     const UserNames user = CurrentUserNames();
-    versions_[StartLevel] = versions_[0];
     for (const ResolutionStep& step : ResolutionSteps(user)) {
         ForcedCheckOne(step.localMachine, step.valueName);
         versions_[static_cast<std::size_t>(step.level)] = versions_[0];
