@@ -115,7 +115,7 @@ void ResourceTree(Bytes& image) {
     image.Zeros(8);
 }
 
-void VersionBlock(Bytes& image, const SampleImageFacts& facts) {
+void VersionBlockStart(Bytes& image) {
     image.Word(BlockSize);
     image.Word(52);  // size of VS_FIXEDFILEINFO
     image.Word(0);   // value type: binary
@@ -123,6 +123,10 @@ void VersionBlock(Bytes& image, const SampleImageFacts& facts) {
         image.Word(static_cast<unsigned char>(character));
     }
     image.Zeros(4);  // the key's terminator and padding
+}
+
+void VersionBlock(Bytes& image, const SampleImageFacts& facts) {
+    VersionBlockStart(image);
     image.DoubleWord(0xFEEF04BD);
     image.DoubleWord(0x10000);
     for (int copy = 0; copy < 2; ++copy) {  // file version and product version
@@ -144,6 +148,7 @@ std::string SampleImage(const SampleImageFacts& facts) {
     FileHeader(image, facts.wide);
     OptionalHeader(image, facts.wide);
     SectionHeader(image);
+    VersionBlockStart(image);  // the key may occur elsewhere too, as in programs that read version blocks
     image.FillTo(TreeOffset);
     ResourceTree(image);
     VersionBlock(image, facts);
