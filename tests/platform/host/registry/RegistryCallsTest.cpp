@@ -41,10 +41,11 @@ TEST_CASE("HKEY_CLASSES_ROOT and HKEY_USERS show keys of the other roots") {
     const TestMachine machine;
     CHECK(Open("Software\\Classes", KeyQueryValue | KeySetValue) == StatusSuccess);
     CHECK_FALSE(std::filesystem::exists(OnMachine("machine.db")));
-    REQUIRE(Create("Software\\\\One\\two\\", KeyCurrentUser) == StatusSuccess);
-    REQUIRE(Create("\\.txt", KeyClassesRoot) == StatusSuccess);  // only this root allows a leading backslash
+    REQUIRE(Create({"Software\\\\One\\two\0\\", 19}, KeyCurrentUser) == StatusSuccess);
+    REQUIRE(Create("\\.txt\\", KeyClassesRoot) == StatusSuccess);  // only this root allows a leading backslash
     CHECK(RegDeleteKeyA(KeyLocalMachine, "Software\\Classes\\.TXT") == StatusSuccess);
     CHECK(RegDeleteKeyA(KeyLocalMachine, "Software\\Classes") == StatusAccessDenied);
+    CHECK((Create(std::string(255, 'k')) == StatusSuccess && Create(std::string(256, 'k')) == StatusInvalidParameter));
     CHECK(RawKeyExists(KeyUsers, "S-1-5-21-0-0-0-1000\\SOFTWARE\\one\\Two"));
 }
 
