@@ -49,19 +49,19 @@ Status RegDeleteKeyA(Handle key, const std::string& subKey);
 // Deletes the value `name`; an empty name is the unnamed value. Returns 2 if the value is missing.
 Status RegDeleteValueA(Handle key, const std::string& name);
 
-// Copies the name of the subkey at `index` (from 0) to `name`. `nameSize` is the buffer size on input and the length of
-// the name, without its terminator, on output. Returns 259 if `index` is past the last subkey, 234 if the buffer is too
-// small for the name and its terminator.
+// Copies the name of the subkey at `index` (from 0) to `name`. `nameSize` is the size of `name` on input and the length
+// of the name, without its terminator, on output. Returns 259 if `index` is past the last subkey, 234 if the buffer is
+// too small for the name and its terminator.
 Status RegEnumKeyExA(Handle key, std::int32_t index, std::span<char> name, std::uint32_t& nameSize,
                      std::span<char> className, std::uint32_t& classSize);
 
-// Like RegEnumKeyExA, but for the value at `index`; also returns its type and data. `dataSize` counts bytes.
+// Like RegEnumKeyExA, but for the value at `index`; also returns its type and data (see RegQueryValueExA).
 Status RegEnumValueA(Handle key, std::int32_t index, std::span<char> name, std::uint32_t& nameSize, std::uint32_t& type,
                      std::span<char> data, std::uint32_t& dataSize);
 
-// Returns the type and data of the value `name`. `dataSize` is the buffer size on input and the number of stored bytes,
-// including a string's terminator, on output; it is also set if the call returns 234 (the buffer is too small). Returns
-// 2 if the value is missing.
+// Returns the type and data of the value `name`. `dataSize` is the size of `data` on input and the number of stored
+// bytes, including a string's terminator, on output; it is also set if the call returns 234 (the buffer is too small).
+// Returns 2 if the value is missing.
 Status RegQueryValueExA(Handle key, const std::string& name, std::uint32_t& type, std::span<char> data,
                         std::uint32_t& dataSize);
 
