@@ -64,7 +64,8 @@ NewtForm::NewtForm(const Dialog& dialog, std::optional<std::size_t> focus, bool 
     : dialog_(dialog), buttons_(ButtonsOf(dialog)), form_(newtForm(nullptr, nullptr, NEWT_FLAG_NOF12)) {
     newtGetScreenSize(&columns_, &rows_);
     roomy_ = columns_ >= 60 && rows_ >= 22;
-    toolTipRows_ = dialog.isBox ? 0 : buttons_.empty() ? 1 : 4;
+    const auto noteRows = static_cast<int>(Wrapped(dialog.note, columns_ - 2).size());
+    toolTipRows_ = dialog.isBox ? 0 : buttons_.empty() ? noteRows : 4;
     CreateControls();
     OpenWindow();
     AddKeys();
