@@ -48,13 +48,13 @@ TEST_CASE("A document opens in the program for its type, or an error code is ret
     machine.Environment("Tools", "C:\\Windows\\my tools");
     Script("C:\\Windows\\My Tools\\show", "exec >out\npwd; read -r line; echo $?\nfor each; do echo \"[$each]\"; done");
     FileContent("C:\\Users\\hugo\\a b.TXT", "text");
-    Associate("txt", "\"%Tools%\\SHOW\" /p \"x $HOME `id` ;\" \"%1\" \"\" a\"b c\"d \"e f");
+    Associate("txt", "\"%Tools%\\SHOW\" /p \"x $HOME `id` \xE4;\" \"/%1/\" \"\" a\"b c\"d \"e f");
     Text document = u"C:\\Users\\hugo\\A B.txt";
     ShellOpen(document);
     wait(nullptr);
     const std::string folder = OnMachine("drives/c/Users/hugo").native();
     CHECK(FileContent("C:\\Users\\hugo\\out") ==
-          folder + "\n1\n[/p]\n[x $HOME `id` ;]\n[" + folder + "/a b.TXT]\n[]\n[ab cd]\n[e f]\n");
+          folder + "\n1\n[/p]\n[x $HOME `id` ä;]\n[/" + folder + "/a b.TXT/]\n[]\n[ab cd]\n[e f]\n");
 
     Associate("lost", "C:\\Windows\\lost.exe %1");
     Associate("blank", " ");
