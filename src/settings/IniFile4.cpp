@@ -25,10 +25,9 @@ Text TextAfter(const Text& line, std::int16_t position) {
     return line.substr(static_cast<std::size_t>(position));
 }
 
-// Returns the part of a heading that Stream shows: the text after the first ";", if there is one.
+// Returns the part of a heading that Stream shows: the text after the first ";", or all of it if there is none.
 Text HeadingText(const Text& line) {
-    const std::int16_t semicolon = FindAnyChar(line, u";");
-    return semicolon == 0 ? line : TextAfter(line, semicolon);
+    return TextAfter(line, FindAnyChar(line, u";"));
 }
 
 void StreamLine(Text& streamText, const Text& line) {
