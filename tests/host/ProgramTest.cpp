@@ -42,6 +42,7 @@ TEST_CASE("The program reads from a pipe, and exits at once unless started with 
 
 TEST_CASE("vtv4v-reg escapes control characters, survives closed pipes and reports errors") {
     const TestMachine machine;
+    CHECK(Run("-reg '/?'").starts_with("0 Prüft, exportiert, importiert"));
     DiskFile(OnMachine("new"), "[Tallora]\nx\x1B[2J\x9B\x7F\na=1\nA=2\n[Reporting]\n");
     DiskFile(OnMachine("old"), "[Tallora]\na =1\n[Reporting]\n");
     CHECK(std::system(("touch -d '2017-12-16 10:16:40' '" + OnMachine("new").native() + "'").c_str()) == 0);

@@ -22,9 +22,7 @@ TEST_CASE_FIXTURE(TestMachine, "FileExists and FileDateGet ignore folders and pa
         CHECK(FileDateGet(none) == Variant(Null{}));
     }
     const FileInfo info = FileInfoGet(path);
-    CHECK(info.Name == u"vtv4v.txt");
-    CHECK(info.TypeText == u"Unbekannt");
-    CHECK(info.Version == u"0.0.0.0");
+    CHECK(info.Name + u" " + info.TypeText + u" " + info.Version == u"vtv4v.txt Unbekannt 0.0.0.0");
 }
 
 TEST_CASE_FIXTURE(TestMachine, "FileInfoGet returns the version as signed words and the file type as text") {
