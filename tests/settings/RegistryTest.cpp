@@ -73,6 +73,7 @@ TEST_CASE_FIXTURE(RegistryKeyFixture, "Opening a missing key fails, or creates t
     CHECK(raised.number == 2);
     CHECK(raised.description == u"Key not opened: " + missing);
     CHECK(registry.hKey() == 0);
+    CHECK(RaisedBy([&] { registry.KeyOpenLocalMachine(missing); }).number == 2);
     registry.KeyOpenCurrentUser(Key, true);
     CHECK(registry.AccessMode() == 1);
     registry.KeyClose();
