@@ -45,16 +45,16 @@ TEST_CASE("Process variables override the environment file, in which the last li
 
 TEST_CASE("A document opens in the program for its type, or an error code is returned") {
     TestMachine machine;
-    machine.Environment("Tools", "C:\\Windows\\my tools");
-    Script("C:\\Windows\\My Tools\\show", "exec >out\npwd; read -r line; echo $?\nfor each; do echo \"[$each]\"; done");
+    machine.Environment("Tools", "C:\\Windows\\my \u00F6");
+    Script("C:\\Windows\\My \xD6\\show", "exec >out\npwd; read -r line; echo $?\nfor each; do echo \"[$each]\"; done");
     FileContent("C:\\Users\\hugo\\a b.TXT", "text");
-    Associate("txt", "\"%Tools%\\SHOW\" /p \"x $HOME `id` \xE4;\" \"/%1/\" \"\" a\"b c\"d \"e f");
+    Associate("txt", "\"%Tools%\\SHOW\" /%USERNAME% \"x $HOME `id` \xE4;\" \"/%1/\" \"\" a\"b c\"d \"e f");
     Text document = u"C:\\Users\\hugo\\A B.txt";
     ShellOpen(document);
     wait(nullptr);
     const std::string folder = OnMachine("drives/c/Users/hugo").native();
     CHECK(FileContent("C:\\Users\\hugo\\out") ==
-          folder + "\n1\n[/p]\n[x $HOME `id` ä;]\n[/" + folder + "/a b.TXT/]\n[]\n[ab cd]\n[e f]\n");
+          folder + "\n1\n[/hugo]\n[x $HOME `id` ä;]\n[/" + folder + "/a b.TXT/]\n[]\n[ab cd]\n[e f]\n");
 
     Associate("lost", "C:\\Windows\\lost.exe %1");
     Associate("blank", " ");

@@ -75,13 +75,13 @@ TEST_CASE("A registry file's view shows all values, and external changes take ef
     const TestMachine machine;
     RawValueSet(KeyClassesRoot, "\xE4", "Zahl \xDC", RawNumber(0xFFFFFFFE));
     RawValueSet(KeyClassesRoot, "\xE4", "", RawText("a \x80 b"));
-    RawValueSet(KeyClassesRoot, "\xE4", "b", {RegBinary, std::string("\x00\xFF", 2)});
+    RawValueSet(KeyClassesRoot, "\xE4", "b", {RegBinary, std::string("\xFF\x00", 2)});
     RawValueSet(KeyCurrentUser, "k", "n", RawText(""));
     const std::string path = "HKEY_LOCAL_MACHINE\\Software\\Classes\\\u00E4|";
     CHECK(Database("machine.db")
               .execAndGet("SELECT group_concat(path || '|' || name || '|' || type || '|' || value, '; ') FROM registry")
               .getString() ==
-          path + "Zahl \u00DC|REG_DWORD|4294967294; " + path + "|REG_SZ|a \u20AC b; " + path + "b|REG_BINARY|00FF");
+          path + "Zahl \u00DC|REG_DWORD|4294967294; " + path + "|REG_SZ|a \u20AC b; " + path + "b|REG_BINARY|FF00");
     CHECK(Database("user.db").execAndGet("SELECT path || typeof(value) FROM registry").getString() ==
           "HKEY_CURRENT_USER\\ktext");
     RawValueSet(KeyCurrentUser, "k", "n", RawText(""));  // the same value, which doesn't change the file
