@@ -65,6 +65,7 @@ TEST_CASE("vtv4v-reg escapes control characters, survives closed pipes and repor
           "Einträge: Tallora 1, Reporting 0. Übersprungen: 0. Warnungen: 2.\n|");
 
     DiskFile(OnMachine("new"), "[Tallora]\na=1\n[Reporting]\n");
+    CHECK(Run("-reg new none/new.reg") == "2 |none/new.reg: Datei nicht gefunden.\n");
     Writable("machine.db", false);
     CHECK(Run("-reg /import new") ==
           "2 |HKEY_LOCAL_MACHINE\\Software\\Vandrel\\Tallora\\V4: Schreiben ist nicht möglich; dazu sind "
