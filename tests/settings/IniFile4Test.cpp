@@ -88,7 +88,7 @@ TEST_CASE_FIXTURE(TestMachine, "An existing file is replaced only if the caller 
     document.Delete();
     CHECK_FALSE(document.Exists());
     document.WriteFile();
-    CHECK(document.Exists());
+    CHECK((document.Exists() && FileContent(ControlFile()) == "[\xC4]\r\nb=2\r\n"));
     const std::ifstream reader(OnDisk(ControlFile()));  // on Windows, an open file can't be replaced
     document.Value(u"Ä", u"c", u"3");
     document.WriteFile({}, true);
