@@ -147,7 +147,7 @@ TEST_CASE_FIXTURE(TestMachine, "A target file is written completely or not at al
         {{file, file + u".XML"}, NeedsReview, good + "b\n", "earl <?xm"},
         {{file, file + u".XML", file}, NeedsReview, "[Tallora]\n", "earl <?xm"},
         {{file}, Success},
-        {{u"/wer", u"hugo", file}, Success},
+        {{u"/wer", u"hugo", file}, NeedsReview, good + "b\n"},
         {{file, u"/?"}, Success},
         {{file, target}, Failed, good + "b=2147483648\n"},
         {{file, file + u".txt"}},
