@@ -27,6 +27,7 @@ TEST_CASE("The program reads from a pipe, and exits at once unless started with 
     const TestMachine machine;
     InstalledSuiteAdd({});
     CHECK(Run(" -MASTER", "Demo\n") == "0 |");
+    CHECK(Run(" -mas ter", "Demo\n") == "0 |");
     const std::string choices =
         "  1 Exportieren\n  2 Importieren\n  3 Demo\n  4 Löschen\n  5 Bearbeiten\n  6 Fertig\n  ? Erklärungen\n"
         "  x Schließen\n";
