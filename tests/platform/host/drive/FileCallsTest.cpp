@@ -13,7 +13,7 @@ Status Open(const std::string& path, std::uint32_t access, std::uint32_t disposi
     Handle file = -1;
     const Status status = CreateFileA(path, access, disposition, file);
     CHECK((file != 0) == (status == StatusSuccess));
-    CloseHandle(file);
+    CHECK((CloseHandle(file) == StatusSuccess) == (file != 0));
     return status;
 }
 
