@@ -159,7 +159,7 @@ TEST_CASE_FIXTURE(TestMachine, "A target file is written completely or not at al
         {{u"/wer", u"OFFICE.", file}},
         {{file, file + u".XML", file + u".XML"}},
         {{file, target, u"/dns", u"x"}},
-        {{u"/import", file, file}},
+        {{u"/import", file, target}},
         {{u"/wer"}},
         {{u"/wer", u"hugo", file, u"/domaene"}},
     };
