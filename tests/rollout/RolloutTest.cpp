@@ -148,7 +148,6 @@ TEST_CASE_FIXTURE(TestMachine, "A target file is written completely or not at al
         {{file, file + u".XML", file}, NeedsReview, "[Tallora]\n", "earl <?xm"},
         {{file}, Success},
         {{u"/wer", u"hugo", file}, NeedsReview, good + "b\n"},
-        {{file, u"/?"}, Success},
         {{file, target}, Failed, good + "b=2147483648\n"},
         {{file, file + u".txt"}},
         {{file + u".none", target}},
@@ -161,6 +160,7 @@ TEST_CASE_FIXTURE(TestMachine, "A target file is written completely or not at al
         {{file, target, u"/dns", u"x"}},
         {{u"/import", file, target}},
         {{u"/wer"}},
+        {{u"/wer", u"hugo", file, file}},
         {{u"/wer", u"hugo", file, u"/domaene"}},
     };
     for (const auto& each : cases) {
