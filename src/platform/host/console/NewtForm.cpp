@@ -93,13 +93,11 @@ std::pair<int, std::optional<std::size_t>> NewtForm::Run() {
         (screen.ws_col != columns_ || screen.ws_row != rows_)) {
         return {NEWT_KEY_RESIZE, std::nullopt};
     }
-    ShowToolTip();
     const int key = NextKey();
     const bool pressesFocus = key == NEWT_KEY_RETURN || key == ' ';
     const std::optional<std::size_t> pressed = pressesFocus ? Focus() : ButtonFor(key);
     if (const auto focus = pressed ? pressed : Neighbour(key)) {
         newtFormSetCurrent(form_, controls_[*focus]);
-        ShowToolTip();
     }
     return {key, pressed};
 }
