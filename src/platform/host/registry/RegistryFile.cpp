@@ -46,9 +46,6 @@ CREATE VIEW IF NOT EXISTS registry (path, name, type, value) AS
 )";
 constexpr const char* InsertTop = "INSERT OR IGNORE INTO key VALUES (1, NULL, ?, '')";
 
-// SQLite would treat a smaller file as empty and overwrite it.
-constexpr off_t SmallestDatabase = 512;
-
 bool MayWrite(const std::filesystem::path& path) {
     return faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) == 0;
 }
@@ -144,7 +141,8 @@ struct stat RegistryFile::FileStatus() const {
     if (!isFound && errno != ENOENT && errno != ENOTDIR) {
         throw Failure(StatusFromErrno(errno));
     }
-    if (isFound && (!S_ISREG(now.st_mode) || (now.st_size != 0 && now.st_size < SmallestDatabase))) {
+    // SQLite would treat a file of one byte as empty and overwrite it.
+    if (isFound && (!S_ISREG(now.st_mode) || now.st_size == 1)) {
         throw Failure(StatusDatabaseDamaged);
     }
     return now;

@@ -126,10 +126,10 @@ TEST_CASE("A read-only registry file rejects changes; an unreadable one rejects 
 TEST_CASE("An invalid registry file is reported with its path and left unchanged") {
     const TestMachine machine;
     const std::filesystem::path file = OnMachine("machine.db");
+    DiskFile(file, "x");
+    CHECK((Open("Software", KeyQueryValue) == Damaged && Create("new") == Damaged));
+    CHECK(DiskFile(file) == "x");
     DiskFile(file, std::string(511, 'x'));
-    CHECK(Open("Software", KeyQueryValue) == Damaged);
-    CHECK(Create("new") == Damaged);
-    CHECK(DiskFile(file) == std::string(511, 'x'));
     ObjectReference object = 0;
     CHECK(CreateObject(u"Some.Class", object) == Damaged);
     CHECK(NamesFile(Damaged));
