@@ -41,7 +41,7 @@ TEST_CASE("HKEY_CLASSES_ROOT and HKEY_USERS show keys of the other roots") {
     const TestMachine machine;
     CHECK(Open("Software", KeyQueryValue | KeySetValue) == StatusSuccess);
     CHECK_FALSE(std::filesystem::exists(OnMachine("machine.db")));
-    REQUIRE(Create({"Software\\\\One\\two\0\\", 19}, KeyCurrentUser) == StatusSuccess);
+    REQUIRE(Create({"Software\\\\One\\two\0\\", 19}, KeyCurrentUser) == StatusSuccess);  // a path ends at its NUL
     REQUIRE(Create("\\.txt\\", KeyClassesRoot) == StatusSuccess);  // only this root allows a leading backslash
     CHECK(RegDeleteKeyA(KeyLocalMachine, "Software\\Classes\\.TXT") == StatusSuccess);
     CHECK(RegDeleteKeyA(KeyLocalMachine, "Software\\Classes") == StatusAccessDenied);
