@@ -159,7 +159,7 @@ Text ReportUnder(const SeamFault& fault) {
     SeamStart(fault);
     const bool passed = check.Ok(false);
     SeamStop();
-    const Text report = check.Text();
+    Text report = check.Text();
     CHECK(passed == (report.ends_with(u"[Status]\r\nOK\r\n") && report.find(u"***") == Text::npos));
     return report;
 }
