@@ -37,7 +37,7 @@ SQLite::Database Database(const std::string& file) {
 
 }  // namespace
 
-TEST_CASE("HKEY_CLASSES_ROOT and HKEY_USERS show keys of the other roots") {
+TEST_CASE("Roots share keys, a path ends at its NUL, and key names have a limit of 255") {
     const TestMachine machine;
     CHECK(Open("Software", KeyQueryValue | KeySetValue) == StatusSuccess);
     CHECK_FALSE(std::filesystem::exists(OnMachine("machine.db")));
