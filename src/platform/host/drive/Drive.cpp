@@ -49,7 +49,11 @@ ResolvedPath ResolvePath(std::string_view path) {
     if (!hasDrive) {
         std::error_code error;
         const bool isHostPath = !path.empty() && path.find_first_of("\\:") == std::string_view::npos;
-        return isHostPath ? StatPath(fs::absolute(text, error)) : ResolvedPath{StatusPathNotFound};
+        ResolvedPath resolved = isHostPath ? StatPath(fs::absolute(text, error)) : ResolvedPath{StatusPathNotFound};
+        if (resolved.IsMissing() && !fs::exists(fs::path(resolved.path).parent_path(), error)) {
+            resolved.status = StatusPathNotFound;
+        }
+        return resolved;
     }
     ResolvedPath resolved = FindName(MachineFolder() / "drives", std::string(1, static_cast<char>(text[0] | 0x20)));
     for (const fs::path& name : fs::path(text.substr(2)).lexically_normal().relative_path()) {
