@@ -160,7 +160,7 @@ TEST_CASE_FIXTURE(TestMachine, "A target file is written completely or not at al
         {{file, target, u"/dns", u"x"}},
         {{u"/import", file, target}},
         {{u"/wer"}},
-        {{u"/wer", u"hugo", file, file}},
+        {{u"/import", file, u"/export"}},
         {{u"/wer", u"hugo", file, u"/domaene"}},
     };
     for (const auto& each : cases) {
