@@ -37,11 +37,11 @@ SQLite::Database Database(const std::string& file) {
 
 }  // namespace
 
-TEST_CASE("Roots share keys, a path ends at its NUL, and key names have a limit of 255") {
+TEST_CASE("Roots share keys, a NUL ends a path, and key names have at most 255 characters") {
     const TestMachine machine;
     CHECK(Open("Software", KeyQueryValue | KeySetValue) == StatusSuccess);
     CHECK_FALSE(std::filesystem::exists(OnMachine("machine.db")));
-    REQUIRE(Create({"Software\\\\One\\two\0\\", 19}, KeyCurrentUser) == StatusSuccess);  // a path ends at its NUL
+    REQUIRE(Create({"Software\\\\One\\two\0\\", 19}, KeyCurrentUser) == StatusSuccess);  // a NUL ends the path
     REQUIRE(Create("\\.txt\\", KeyClassesRoot) == StatusSuccess);  // only this root allows a leading backslash
     CHECK(RegDeleteKeyA(KeyLocalMachine, "Software\\Classes\\.TXT") == StatusSuccess);
     CHECK(RegDeleteKeyA(KeyLocalMachine, "Software\\Classes") == StatusAccessDenied);
@@ -126,10 +126,11 @@ TEST_CASE("A read-only registry file rejects changes; an unreadable one rejects 
 TEST_CASE("An invalid registry file is reported with its path and left unchanged") {
     const TestMachine machine;
     const std::filesystem::path file = OnMachine("machine.db");
-    DiskFile(file, "x");
-    CHECK((Open("Software", KeyQueryValue) == Damaged && Create("new") == Damaged));
-    CHECK(DiskFile(file) == "x");
-    DiskFile(file, std::string(511, 'x'));
+    for (const std::string& content : {std::string("x"), std::string(511, 'x')}) {
+        DiskFile(file, content);
+        CHECK((Open("Software", KeyQueryValue) == Damaged && Create("new") == Damaged));
+        CHECK(DiskFile(file) == content);
+    }
     ObjectReference object = 0;
     CHECK(CreateObject(u"Some.Class", object) == Damaged);
     CHECK(NamesFile(Damaged));
