@@ -148,7 +148,7 @@ std::string SampleImage(const SampleImageFacts& facts) {
     FileHeader(image, facts.wide);
     OptionalHeader(image, facts.wide);
     SectionHeader(image);
-    VersionBlockStart(image);  // the key may occur elsewhere too, as in programs that read version blocks
+    VersionBlockStart(image);  // a decoy: programs that read version blocks contain the key too
     image.FillTo(TreeOffset);
     ResourceTree(image);
     VersionBlock(image, facts);

@@ -69,7 +69,7 @@ NewtForm::NewtForm(const Dialog& dialog, std::optional<std::size_t> focus, bool 
     CreateControls();
     OpenWindow();
     AddKeys();
-    // newt calls this whenever it sets the focus, including the first time.
+    // newt calls this whenever a control gets the focus, and at the start of each newtFormRun.
     const auto focusMoved = [](newtComponent /*form*/, void* self) {
         static_cast<const NewtForm*>(self)->ShowToolTip();
     };
