@@ -1,5 +1,6 @@
 #include "installcheck/VcoreTest.h"
 
+#include <cctype>
 #include <cstdint>
 #include <string>
 
@@ -65,12 +66,8 @@ platform::Status TryCreateObject(const Text& progId) {
 
 // Returns the letters of the program's name.
 std::string InitialisationText() {
-    std::string text;
-    for (const char character : platform::AnsiFromText(platform::ProgramVersionGet().fileDescription)) {
-        if ((character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z')) {
-            text += character;
-        }
-    }
+    std::string text = platform::AnsiFromText(platform::ProgramVersionGet().fileDescription);
+    std::erase_if(text, [](unsigned char character) { return std::isalpha(character) == 0; });
     return text;
 }
 
