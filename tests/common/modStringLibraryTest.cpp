@@ -2,12 +2,11 @@
 #include "common/modStringLibrary.h"
 
 TEST_CASE("MidFixed pads past either end, and FixLeft and FixRight return an exact width") {
-    CHECK(MidFixed(u"abc", 2, 5, u"*") == u"bc***");
     CHECK(MidFixed(u"abc", 5, 2, u"*x") == u"**");
     CHECK(MidFixed(u"abc", -2, 7, u"*") == u"***abc*");
     CHECK(MidFixed(u"abc", -1, 2, u"*") == u"**");
     CHECK(MidFixed(u"abc", 0) == u" abc");
-    CHECK(MidFixed(u"abc", 2, 4, u"") == u"bc  ");
+    CHECK(MidFixed(u"abc", 3, 4, u"") == u"c   ");
     CHECK(FixLeft(u" abc", 6, u"*") == u" abc**");
     CHECK(FixLeft(u"abc", -1) == u"");
     CHECK(FixRight(u" abc ", 5, u"*") == u"**abc");

@@ -44,11 +44,11 @@ TEST_CASE("The program reads from a pipe, and exits at once unless started with 
 TEST_CASE("vtv4v-reg escapes control characters, survives closed pipes and reports errors") {
     const TestMachine machine;
     CHECK(Run("-reg new '/?'").starts_with("0 Prüft, exportiert, importiert"));
-    DiskFile(OnMachine("new"), "[Tallora]\nx\x1B[2J\x9B\x7F\na=1\nA=2\n[Reporting]\n");
+    DiskFile(OnMachine("new"), "[Tallora]\nx\x1B[2J\x9B\x7F\xA0.\na=1\nA=2\n[Reporting]\n");
     DiskFile(OnMachine("old"), "[Tallora]\na =1\n[Reporting]\n");
     CHECK(std::system(("touch -d '2017-12-16 10:16:40' '" + OnMachine("new").native() + "'").c_str()) == 0);
     CHECK(Run("-reg new new.xml old") ==
-          "1 Zeile 2: »x\\x1B[2J›\\x7F« wird übersprungen: kein »=«\n"
+          "1 Zeile 2: »x\\x1B[2J›\\x7F\u00A0.« wird übersprungen: kein »=«\n"
           "Warnung: Zeile 4: »A« steht schon in Zeile 3; die letzte Zahl gilt.\n"
           "old: Warnung: Zeile 2: Die Leerzeichen am Anfang oder Ende gehören zum Namen »a «.\n"
           "Einträge: Tallora 1, Reporting 0. Übersprungen: 1. Warnungen: 2. Zu löschen: Tallora 1, Reporting 0.\n|");

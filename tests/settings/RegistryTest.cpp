@@ -93,9 +93,10 @@ TEST_CASE_FIXTURE(RegistryKeyFixture,
         RawValueSet(User, RawKey + "\\" + key, "x", RawNumber(1));
     }
     registry.KeyOpenCurrentUser(Key);
-    // An unfinished enumeration doesn't affect the next one.
-    registry.SubKeyFirst();
-    registry.ValueNameFirst();
+    // A new object starts with the first name. An unfinished enumeration doesn't affect the next one.
+    registry.SubKeyNext();
+    registry.ValueNameNext();
+    CHECK(registry.SubKey() == u"Alpha");
     std::vector<Text> keys;
     for (registry.SubKeyFirst(); !registry.EOF_SubKey(); registry.SubKeyNext()) {
         keys.push_back(registry.SubKey());
@@ -109,8 +110,9 @@ TEST_CASE_FIXTURE(RegistryKeyFixture,
     CHECK(registry.EOF_ValueName());
     registry.ValueNameNext();
     CHECK(registry.ValueName() == u"b");
-    registry.ValueNameNext();
-    CHECK(registry.EOF_ValueName());
+    registry.SubKeyFirst();
+    registry.KeyClose();
+    CHECK((registry.SubKey().empty() && registry.ValueName().empty()));
 }
 
 TEST_CASE_FIXTURE(RegistryKeyFixture, "A failed deletion raises an error with the description of the pending error") {

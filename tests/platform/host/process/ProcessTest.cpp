@@ -88,4 +88,5 @@ TEST_CASE("Uninstalling waits for MsiExec and then rereads the registry") {
     CHECK(DiskFile(OnMachine("late")));
     FileContent("C:\\Windows\\System32\\plain", "");
     CHECK(RaisedBy([] { ShellAndWait(u"plain"); }).number == 5);
+    CHECK(RaisedBy([] { ShellAndWait(u"missing"); }).number == 53);
 }
