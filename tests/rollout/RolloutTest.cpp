@@ -94,12 +94,11 @@ TEST_CASE_FIXTURE(CheckFixture, "The tables are written as a .reg file and as Gr
     const std::string bytes = RegFileBytes(check.Tables());
     Text text(bytes.size() / 2, u' ');
     std::memcpy(text.data(), bytes.data(), bytes.size());
-    const Text key = u"HKEY_LOCAL_MACHINE\\Software\\Vandrel\\Tallora\\V4\\";
-    CHECK(text == u"\uFEFFWindows Registry Editor Version 5.00\r\n\r\n[-" + key + u"Version\\ForcedVersion]\r\n\r\n[" +
-                      key +
-                      u"Version\\ForcedVersion]\r\n\"a\\\\\\\"&<\"=dword:00000001\r\n\"B\"=dword:0000000A\r\n"
-                      u"@=dword:00000003\r\n\r\n[-" +
-                      key + u"Reporting\\Version\\ForcedVersion]\r\n\r\n");
+    const Text key = u"HKEY_LOCAL_MACHINE\\Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion]\r\n";
+    CHECK(text ==
+          u"\uFEFFWindows Registry Editor Version 5.00\r\n\r\n[-" + key + u"\r\n[" + key +
+              u"\"a\\\\\\\"&<\"=dword:00000001\r\n\"B\"=dword:0000000A\r\n@=dword:00000003\r\n\r\n"
+              u"[-HKEY_LOCAL_MACHINE\\Software\\Vandrel\\Tallora\\V4\\Reporting\\Version\\ForcedVersion]\r\n\r\n");
     CheckedTables earlier = EmptyTables();
     for (const TextView name : {u"B", u"", u"Gone", u"gone"}) {
         earlier[0].Add({Text(name), 4});
@@ -110,7 +109,8 @@ TEST_CASE_FIXTURE(CheckFixture, "The tables are written as a .reg file and as Gr
     // Seven lines for the collections and three per item: three updates, then one and three deletions.
     CHECK(std::ranges::count(xml, '\n') == 7 + 3 * 7);
     for (const std::string part :
-         {"name=\"a\\&quot;&amp;&lt;\" status=\"a\\&quot;&amp;&lt;\" image=\"12\" changed=\"2026-01-02 03:04:05\" uid=",
+         {"<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<",
+          "name=\"a\\&quot;&amp;&lt;\" status=\"a\\&quot;&amp;&lt;\" image=\"12\" changed=\"2026-01-02 03:04:05\" uid=",
           "<Properties action=\"U\" displayDecimal=\"1\" default=\"0\" hive=\"HKEY_LOCAL_MACHINE\" "
           "key=\"SOFTWARE\\WOW6432Node\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion\" name=\"B\" "
           "type=\"REG_DWORD\" value=\"0000000A\"/>",
@@ -161,6 +161,7 @@ TEST_CASE_FIXTURE(TestMachine, "A target file is written completely or not at al
         {{u"/import", file, target}},
         {{u"/wer"}},
         {{u"/import", file, u"/export"}},
+        {{u"/export", u"-x"}},
         {{u"/wer", u"hugo", file, u"/domaene"}},
     };
     for (const auto& each : cases) {
