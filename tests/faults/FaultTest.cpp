@@ -271,8 +271,7 @@ TEST_CASE("A failed check is reported even if the clipboard or the window is una
     const FaultMachine machine({"sevCmd4.ocx", "VCUTIL1.DebugLog"});
     CHECK(machine.Session("x\n", {Seam::ClipboardSet, 1, 0}).messages == u"check failed");
     CHECK(machine.Session("x\n", {Seam::ClipboardClear, 1, 0}).messages == u"check failed, report copied");
-    const Text report = ReportUnder({Seam::StatusText, 1, 0});
-    CHECK(report.find(u", Test=*** erste Zeile zweite Zeile ***\r\n") != Text::npos);
+    CHECK(ReportUnder({Seam::StatusText, 1, 0}).find(u", Test=*** erste Zeile zweite Zeile ***\r\n") != Text::npos);
     CHECK(DiskFile(OnMachine("clipboard.txt")) == platform::host::ToUtf8(ReportUnder({})));
     CHECK(machine.Session("OK\n", {Seam::WindowCreate, 1, 0})
               .messages.starts_with(u"48 Kann Programm nicht ausführen:\r\n"));

@@ -18,11 +18,10 @@ TEST_CASE_FIXTURE(TestMachine, "Bare program and library names resolve only to t
     std::filesystem::copy_file(program, "MsiExec.exe");
     std::filesystem::copy_file(program, "vtv4v-planted.dll");
     for (const std::string name : {"MsiExec.exe", "MsiExec", "\"MsiExec.exe\""}) {
-        std::int32_t processId = 0;
-        REQUIRE(platform::StartCommandLine(name + " /quiet /x{00000000-0000-0000-0000-000000000000}", 0, processId) ==
-                0);
+        std::int32_t id = 0;
+        REQUIRE(platform::StartCommandLine(name + " /quiet /x{00000000-0000-0000-0000-000000000000}", 0, id) == 0);
         const Owned<HANDLE, ::CloseHandle> process(
-            ::OpenProcess(SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, static_cast<DWORD>(processId)));
+            ::OpenProcess(SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, FALSE, static_cast<DWORD>(id)));
         ::WaitForSingleObject(process.get(), 30000);
         DWORD code = 0;
         CHECK(::GetExitCodeProcess(process.get(), &code));

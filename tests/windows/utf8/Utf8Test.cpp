@@ -13,8 +13,7 @@ TEST_CASE_FIXTURE(TestMachine, "Under a UTF-8 code page, umlauts survive import,
         MESSAGE("skipped: this Windows ignores a code page in the manifest");
         return;
     }
-    std::vector<std::string> names = {"(Standard)", "Jörg", "Zoë"};
-    names.push_back(platform::AnsiFromText(Text(80, u'€')));  // 240 bytes
+    const std::vector<std::string> names = {"(Standard)", "Jörg", "Zoë", platform::AnsiFromText(Text(80, u'€'))};
     std::string sections = "[Tallora]\r\n";
     for (const std::string& name : names) {
         sections += name + "=1\r\n";
