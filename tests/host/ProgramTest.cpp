@@ -79,4 +79,7 @@ TEST_CASE("vtv4v-reg escapes control characters, survives closed pipes and repor
     CHECK(Run("-reg /import new") == "2 |new: Die Registrierungsdatei \"" + database +
                                          "\" kann nicht gelesen oder geschrieben werden. (Fehler 1117). Der Import "
                                          "wurde abgebrochen; die Tabellen sind unvollständig.\n");
+    DiskFile(database, "x");
+    CHECK(Run("-reg /export new")
+              .starts_with("2 |HKEY_LOCAL_MACHINE\\" + Key + ": Die Registrierungsdatei \"" + database));
 }
