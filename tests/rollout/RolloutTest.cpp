@@ -159,6 +159,7 @@ TEST_CASE_FIXTURE(TestMachine, "A target file is written completely or not at al
         {{file, file + u".XML", file + u".XML"}},
         {{file, target, u"/dns", u"x"}},
         {{u"/import", file, target}},
+        {{u"/export", file, target}},
         {{u"/wer"}},
         {{u"/import", file, u"/export"}},
         {{u"/export", u"-x"}},
