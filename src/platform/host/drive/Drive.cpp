@@ -56,6 +56,9 @@ ResolvedPath ResolvePath(std::string_view path) {
         return resolved;
     }
     ResolvedPath resolved = FindName(MachineFolder() / "drives", std::string(1, static_cast<char>(text[0] | 0x20)));
+    if (resolved.IsMissing()) {
+        return {StatusPathNotFound};
+    }
     for (const fs::path& name : fs::path(text.substr(2)).lexically_normal().relative_path()) {
         if (!resolved.IsFolder()) {
             const bool isNoFolder = resolved.status == StatusSuccess || resolved.status == StatusFileNotFound;

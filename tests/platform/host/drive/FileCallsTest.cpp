@@ -32,6 +32,7 @@ TEST_CASE("File calls are case-insensitive and return the expected status on fai
     } const cases[] = {{"C:\\Users\\\xC4rger.txt", 2, 0},
                        {"c:/USERS/\xE4RGER.TXT", 0, 0},
                        {"C:\\none\\file", 3, 3},
+                       {"F:\\", 3, 3},
                        {"C:\\Users\\file\\below", 3, 3},
                        {"\\\\server\\share\\file", 3, 3},
                        {"C:\\Users", 5, 5},
