@@ -56,6 +56,7 @@ TEST_CASE("vtv4v-reg escapes control characters, survives closed pipes and repor
     CHECK(Run("-reg new new.reg | true") == "0 |");
     CHECK(DiskFile(OnMachine("new.reg")));
 
+    CHECK(Run("-reg /wer a b c").starts_with("2 |/wer verlangt einen Benutzer und höchstens eine Steuerungs-Datei."));
     RawValueSet(platform::KeyCurrentUser, Key, "", RawText("2147483648"));
     CHECK(Run("-reg /wer hugo") == "2 |»Benutzer: (Standard)« der Tabelle [Tallora]: Überlauf.\n");
     RawValueSet(platform::KeyLocalMachine, Key, "a", RawText("2147483648"));
@@ -82,4 +83,5 @@ TEST_CASE("vtv4v-reg escapes control characters, survives closed pipes and repor
     DiskFile(database, "x");
     CHECK(Run("-reg /export new")
               .starts_with("2 |HKEY_LOCAL_MACHINE\\" + Key + ": Die Registrierungsdatei \"" + database));
+    CHECK(DiskFile(OnMachine("new")) == "[Tallora]\na=1\n[Reporting]\n");
 }
