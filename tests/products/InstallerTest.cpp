@@ -57,6 +57,7 @@ TEST_CASE_FIXTURE(InstallerFixture, "The list holds up to 1000 products per key;
         "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Installer\\UserData\\S-1-5-18\\Products\\VT5\\InstallProperties";
     RawValueSet(platform::KeyLocalMachine, key, "DisplayName", RawText("Vandrel Test U"));
     RawValueSet(platform::KeyLocalMachine, key, "UninstallString", RawText("{VT-5}"));
+    CHECK(installer.Count() == 0);
     installer.List(true);
     CHECK(ListedProducts() == u"VT-5,Vandrel Test U,{VT-5},,;");
     installer.List(false);

@@ -94,9 +94,9 @@ TEST_CASE_FIXTURE(CheckFixture, "The tables are written as a .reg file and as Gr
     const std::string bytes = RegFileBytes(check.Tables());
     Text text(bytes.size() / 2, u' ');
     std::memcpy(text.data(), bytes.data(), bytes.size());
-    const Text key = u"HKEY_LOCAL_MACHINE\\Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion]\r\n";
+    const Text keyLine = u"HKEY_LOCAL_MACHINE\\Software\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion]\r\n";
     CHECK(text ==
-          u"\uFEFFWindows Registry Editor Version 5.00\r\n\r\n[-" + key + u"\r\n[" + key +
+          u"\uFEFFWindows Registry Editor Version 5.00\r\n\r\n[-" + keyLine + u"\r\n[" + keyLine +
               u"\"a\\\\\\\"&<\"=dword:00000001\r\n\"B\"=dword:0000000A\r\n@=dword:00000003\r\n\r\n"
               u"[-HKEY_LOCAL_MACHINE\\Software\\Vandrel\\Tallora\\V4\\Reporting\\Version\\ForcedVersion]\r\n\r\n");
     CheckedTables earlier = EmptyTables();
@@ -111,9 +111,9 @@ TEST_CASE_FIXTURE(CheckFixture, "The tables are written as a .reg file and as Gr
     for (const std::string part :
          {"<?xml version=\"1.0\" encoding=\"utf-8\"?>\r\n<",
           "name=\"a\\&quot;&amp;&lt;\" status=\"a\\&quot;&amp;&lt;\" image=\"12\" changed=\"2026-01-02 03:04:05\" uid=",
-          "<Properties action=\"U\" displayDecimal=\"1\" default=\"0\" hive=\"HKEY_LOCAL_MACHINE\" "
-          "key=\"SOFTWARE\\WOW6432Node\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion\" name=\"B\" "
-          "type=\"REG_DWORD\" value=\"0000000A\"/>",
+          " bypassErrors=\"1\">\r\n      <Properties action=\"U\" displayDecimal=\"1\" default=\"0\" "
+          "hive=\"HKEY_LOCAL_MACHINE\" key=\"SOFTWARE\\WOW6432Node\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion\" "
+          "name=\"B\" type=\"REG_DWORD\" value=\"0000000A\"/>",
           "name=\"(Default)\" status=\"(Default)\"",
           "action=\"D\" displayDecimal=\"1\" default=\"0\" hive=\"HKEY_LOCAL_MACHINE\" "
           "key=\"SOFTWARE\\WOW6432Node\\Vandrel\\Tallora\\V4\\Version\\ForcedVersion\" name=\"Gone\"",

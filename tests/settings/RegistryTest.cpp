@@ -48,8 +48,8 @@ TEST_CASE_FIXTURE(RegistryKeyFixture, "Operations add the rights they need, but 
     struct {
         std::int32_t rights;
         std::function<void()> operation;
-    } const operations[] = {{9, [&] { registry.SubKeyFirst(); }},       {9, [&] { registry.ValueNameFirst(); }},
-                            {5, [&] { registry.SubKeyCreate(u"a"); }},  {5, [&] { registry.SubKeyDelete(u"a"); }},
+    } const operations[] = {{5, [&] { registry.SubKeyCreate(u"a"); }},  {9, [&] { registry.SubKeyFirst(); }},
+                            {5, [&] { registry.SubKeyDelete(u"a"); }},  {9, [&] { registry.ValueNameFirst(); }},
                             {3, [&] { registry.ValueNameDelete({}); }}, {3, [&] { registry.Value(u"v", Null{}); }}};
     for (const auto& each : operations) {
         RawValueSet(User, RawKey, "", RawNumber(1));
@@ -57,6 +57,7 @@ TEST_CASE_FIXTURE(RegistryKeyFixture, "Operations add the rights they need, but 
         each.operation();
         CHECK(registry.AccessMode() == each.rights);
         registry.KeyClose();
+        CHECK(registry.SubKey().empty());
     }
     for (const auto& each : operations) {
         RawValueSet(User, RawKey, "", RawNumber(1));
@@ -110,9 +111,8 @@ TEST_CASE_FIXTURE(RegistryKeyFixture,
     CHECK(registry.EOF_ValueName());
     registry.ValueNameNext();
     CHECK(registry.ValueName() == u"b");
-    registry.SubKeyFirst();
-    registry.KeyClose();
-    CHECK((registry.SubKey().empty() && registry.ValueName().empty()));
+    registry.ValueNameNext();
+    CHECK(registry.EOF_ValueName());
 }
 
 TEST_CASE_FIXTURE(RegistryKeyFixture, "A failed deletion raises an error with the description of the pending error") {
