@@ -25,8 +25,7 @@ Text TextAfter(const Text& line, std::int16_t position) {
     return line.substr(static_cast<std::size_t>(position));
 }
 
-// Returns the part of a heading that Stream shows: the text after the first ";", or the whole heading if it contains no
-// ";".
+// Returns what Stream shows of a heading: the text after the first ";", or the whole heading if there is none.
 Text HeadingText(const Text& line) {
     return TextAfter(line, FindAnyChar(line, u";"));
 }

@@ -8,8 +8,7 @@ TEST_CASE("A trap reports only its own error, and treats out-of-memory as an err
         CHECK((LastError().Number() == 0 && LastError().Description().empty()));
         Raise(5, u"außen");
     });
-    CHECK(raised.number == 5);
-    CHECK(raised.description == u"außen");
+    CHECK((raised.number == 5 && raised.description == u"außen"));
     CHECK(LastError().Number() == 0);
 }
 

@@ -220,14 +220,12 @@ TEST_CASE("The main window has the expected layout and tooltips, and Fertig clos
     CHECK((::GetWindowLongA(window, GWL_STYLE) & (WS_OVERLAPPEDWINDOW)) == (WS_CAPTION | WS_SYSMENU));
     RECT client{};
     ::GetClientRect(window, &client);
-    CHECK(client.right == 237);  // in pixels at 96 DPI
-    CHECK(client.bottom == 142);
+    CHECK((client.right == 237 && client.bottom == 142));  // in pixels at 96 DPI
     const std::vector<HWND> buttons = Children(window);
     REQUIRE(buttons.size() == 6);
     struct {
         std::string caption;
-        int left;
-        int top;
+        int left, top;
         std::string toolTip;
     } const layout[] = {
         {"Exportieren", 16, 16,
