@@ -40,6 +40,20 @@ ResolvedPath FindName(const fs::path& folder, const std::string& name) {
     return exact;
 }
 
+ResolvedPath FindDrive(char letter) {
+    ResolvedPath drive = FindName(MachineFolder() / "drives", std::string(1, static_cast<char>(letter | 0x20)));
+    return drive.IsMissing() ? ResolvedPath{StatusPathNotFound} : drive;
+}
+
+ResolvedPath ResolveHostPath(const std::string& text) {
+    std::error_code error;
+    ResolvedPath resolved = StatPath(fs::absolute(text, error));
+    if (resolved.IsMissing() && !fs::exists(fs::path(resolved.path).parent_path(), error)) {
+        resolved.status = StatusPathNotFound;
+    }
+    return resolved;
+}
+
 }  // namespace
 
 ResolvedPath ResolvePath(std::string_view path) {
@@ -47,18 +61,10 @@ ResolvedPath ResolvePath(std::string_view path) {
     std::ranges::replace(text, '\\', '/');
     const bool hasDrive = std::isalpha(static_cast<unsigned char>(text[0])) != 0 && text.substr(1, 2) == ":/";
     if (!hasDrive) {
-        std::error_code error;
         const bool isHostPath = !path.empty() && path.find_first_of("\\:") == std::string_view::npos;
-        ResolvedPath resolved = isHostPath ? StatPath(fs::absolute(text, error)) : ResolvedPath{StatusPathNotFound};
-        if (resolved.IsMissing() && !fs::exists(fs::path(resolved.path).parent_path(), error)) {
-            resolved.status = StatusPathNotFound;
-        }
-        return resolved;
+        return isHostPath ? ResolveHostPath(text) : ResolvedPath{StatusPathNotFound};
     }
-    ResolvedPath resolved = FindName(MachineFolder() / "drives", std::string(1, static_cast<char>(text[0] | 0x20)));
-    if (resolved.IsMissing()) {
-        return {StatusPathNotFound};
-    }
+    ResolvedPath resolved = FindDrive(text[0]);
     for (const fs::path& name : fs::path(text.substr(2)).lexically_normal().relative_path()) {
         if (!resolved.IsFolder()) {
             const bool isNoFolder = resolved.status == StatusSuccess || resolved.status == StatusFileNotFound;
