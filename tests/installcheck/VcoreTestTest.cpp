@@ -40,7 +40,8 @@ TEST_CASE_FIXTURE(ComponentMachine, "The report for a machine without components
     VcoreTest check;
     CHECK_FALSE(check.Ok());
     const Text first = check.Text();
-    CHECK(first.starts_with(u"[Generator]\r\nApplication=Vandrel Tallora V4 Version Controller\r\nCopyright="));
+    CHECK(
+        first.starts_with(u"[Generator]\r\nApplication=Vandrel Tallora V4 Version Controller\r\nCopyright=Copyright"));
     CHECK(first.substr(first.find(u"Release=")) ==
           report + u"\r\n[Status]\r\nError=*** Es fehlen Vandrel Core Elements! ***\r\n");
 }
